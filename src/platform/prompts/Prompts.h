@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// What a command may ask of or tell its user while it runs: windows answer with dialogs, the command line tool on the terminal, tests
+// from a script.
+namespace tallymar {
+
+enum class MessageKind { Information, Warning, Error };
+
+struct FileFilter {
+    std::string Name;     // "Tallymar Data Files (*.mdb)"
+    std::string Pattern;  // "*.mdb"
+};
+
+struct FileDialog {
+    std::string Title;
+    std::vector<FileFilter> Filters;
+    std::size_t FilterIndex = 0;       // preselected
+    std::filesystem::path InitialFolder;
+    std::filesystem::path FileName;    // offered; may be empty
+    std::string DefaultExtension;      // put behind a typed name that has none ("mdb"); may be empty
+};
+
+class Prompts {
+ public:
+    virtual ~Prompts() = default;
+
+    virtual void Message(std::string_view text, std::string_view title, MessageKind kind = MessageKind::Information) = 0;
+    // Yes or No; No is the default button.
+    virtual bool AskYesNo(std::string_view text, std::string_view title) = 0;
+
+    // nullopt when cancelled.
+    virtual std::optional<std::filesystem::path> AskOpenFile(const FileDialog& dialog) = 0;  // the file exists
+    virtual std::optional<std::filesystem::path> AskSaveFile(const FileDialog& dialog) = 0;  // asks before an existing file is chosen
+
+    // Steps of long work. A maximum of 0 takes the bar away.
+    virtual void ProgressStart(std::int64_t maximum) = 0;
+    virtual void ProgressStep(std::int64_t value) = 0;
+    void ProgressEnd() { ProgressStart(0); }
+};
+
+}  // namespace tallymar

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tallymar {
+
+// Text in memory is Windows-1252, one byte a character. These convert where it leaves memory.
+// The five bytes that the code page leaves undefined (81, 8D, 8F, 90, 9D) stand for the C1 control of the same number, both ways, so
+// that every byte survives.
+std::string ToUtf8(std::string_view windows1252);
+void AppendUtf8(std::string_view windows1252, std::string& out);
+
+// A character that Windows-1252 does not have, or a malformed sequence, becomes "?"; *lossy is then set to true.
+std::string FromUtf8(std::string_view utf8, bool* lossy = nullptr);
+
+bool IsInWindows1252(char32_t character);
+
+// Letter case and trimming of Windows-1252 text, accented letters included.
+char ToUpper(char c);
+char ToLower(char c);
+std::string UCase(std::string_view text);
+std::string LCase(std::string_view text);
+std::string_view RTrim(std::string_view text);
+std::string_view LTrim(std::string_view text);
+std::string_view Trim(std::string_view text);  // blanks only, as all three
+
+}  // namespace tallymar
