@@ -127,7 +127,7 @@ void ReplaceFile(const std::filesystem::path& path, std::string_view contents) {
     if (exists && S_ISDIR(earlier.st_mode)) throw FileFailure(EISDIR, path);
     if (exists && !S_ISREG(earlier.st_mode)) return WriteInPlace(target, contents);
     // A rename asks for no right to the file itself; a file that its owner has protected stays.
-    if (exists && access(target.c_str(), W_OK) != 0) throw FileFailure(errno, path);
+    if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) throw FileFailure(errno, path);
 
     const std::filesystem::path folder = FolderOf(target);
     TemporaryFile temporary(folder);
