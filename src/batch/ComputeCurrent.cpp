@@ -39,31 +39,28 @@ PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine,
     jet::Recordset& assets = session.AssetsRecordset();
     assets.SetIndex("AssetNum");
     engine.RoundText = session.RoundText();
-    const std::int64_t count = session.AssetCount();
 
     jet::WriteBatch batch(session.Database());
     AssetRecord record;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!options.Compute[book]) continue;
         const Date asOfDate = session.FiscalYearEnd(book);
-        prompts.ProgressStart(count);
-        std::int64_t done = 0;
+        ProgressScope progress(prompts, session.AssetCount());
         for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
-            session.ReadAssetRecord(record);
             try {
+                session.ReadAssetRecord(record);
                 AddToTotals(record, asOfDate, book, totals[book]);
                 engine.ComputeDepreciation(record, asOfDate, options.UseMidQuarter[book], book);
+                session.WriteAssetRecord(record);
             } catch (const PlatformError& failure) {
-                throw failure.WithPrefix("Asset " + std::string(record.AssetNum.Trimmed()) + ", " +
+                throw failure.WithPrefix("Asset " + assets.Get("AssetNum").ToText() + ", " +
                                          std::string(kBookNames[static_cast<std::size_t>(book)]) + ": ");
             }
-            session.WriteAssetRecord(record);
             if (onComputed) {
                 onComputed({record.AssetNum.Trimmed(), book, record.CurrDepr[book], engine.DeprStatusCode(), engine.DeprStatusText()});
             }
-            prompts.ProgressStep(++done);
+            progress.Step();
         }
-        prompts.ProgressEnd();
     }
     batch.Commit();
     return totals;
