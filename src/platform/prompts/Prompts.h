@@ -42,7 +42,21 @@ class Prompts {
     // Steps of long work. A maximum of 0 takes the bar away.
     virtual void ProgressStart(std::int64_t maximum) = 0;
     virtual void ProgressStep(std::int64_t value) = 0;
-    void ProgressEnd() { ProgressStart(0); }
+};
+
+// The progress bar of one pass, gone however the pass ends.
+class ProgressScope {
+ public:
+    ProgressScope(Prompts& prompts, std::int64_t maximum) : prompts_(prompts) { prompts_.ProgressStart(maximum); }
+    ~ProgressScope() { prompts_.ProgressStart(0); }
+    ProgressScope(const ProgressScope&) = delete;
+    ProgressScope& operator=(const ProgressScope&) = delete;
+
+    void Step() { prompts_.ProgressStep(++done_); }
+
+ private:
+    Prompts& prompts_;
+    std::int64_t done_ = 0;
 };
 
 }  // namespace tallymar

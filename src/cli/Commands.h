@@ -1,0 +1,46 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "engine/ADepre.h"
+#include "platform/prompts/Prompts.h"
+#include "store/CompanySession.h"
+#include "store/UserProfile.h"
+
+// The commands of the command line tool. Each Add... puts one command with its options before the user; what it does is in the body
+// that the windows use too.
+namespace tallymar::cli {
+
+// What every command works with. The session is opened by the command; the settings of the user profile are read, never written.
+class Context {
+ public:
+    explicit Context(Prompts& prompts) : prompts_(prompts) {}
+
+    std::filesystem::path AppPathOption;  // --app-path; empty: found as the windows find it
+
+    Prompts& Asking() { return prompts_; }
+    CompanySession& Session();  // made on first use
+    ADepre& Engine();
+    // The company open for the command.
+    CompanySession& Open(const std::filesystem::path& file);
+
+ private:
+    Prompts& prompts_;
+    UserProfile profile_;
+    std::unique_ptr<CompanySession> session_;
+    std::unique_ptr<ADepre> engine_;
+};
+
+void AddNewCommand(CLI::App& app, Context& context);
+void AddCompanyCommand(CLI::App& app, Context& context);
+void AddLoadCommand(CLI::App& app, Context& context);
+void AddDumpCommand(CLI::App& app, Context& context);
+void AddComputeCommand(CLI::App& app, Context& context);
+
+// A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file cannot.
+std::string FromArgument(const std::string& argument);
+
+}  // namespace tallymar::cli

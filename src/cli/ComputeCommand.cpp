@@ -1,0 +1,82 @@
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "batch/ComputeCurrent.h"
+#include "cli/Commands.h"
+#include "platform/runtime/FileReplacement.h"
+#include "platform/runtime/Windows1252.h"
+#include "store/Vocabularies.h"
+
+namespace tallymar::cli {
+
+namespace {
+
+struct Options {
+    std::filesystem::path File;
+    std::vector<int> Books;
+    std::vector<int> MidQuarter;
+    int Month = 0;
+    std::filesystem::path List;
+};
+
+// A status text may hold anything that a CSV field must be quoted for.
+std::string Quoted(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        if (c == '"') quoted += '"';
+        quoted += c;
+    }
+    return quoted + '"';
+}
+
+PerBook<bool> Chosen(const std::vector<int>& books) {
+    PerBook<bool> chosen;
+    for (const int book : books) chosen[book] = true;
+    return chosen;
+}
+
+void Run(const Options& options, Context& context) {
+    CompanySession& session = context.Open(options.File);
+    ADepre& engine = context.Engine();
+    engine.ComputeMonth = static_cast<std::int16_t>(options.Month);
+
+    std::optional<FileReplacement> list;
+    if (!options.List.empty()) list.emplace(options.List).Write("AssetNum,Book,CurrDepr,Status,StatusText\r\n");
+    const auto addToList = [&list](const ComputedAsset& asset) {
+        list->Write(std::string(asset.AssetNum) + ',' + std::to_string(asset.Book) + ',' + asset.CurrDepr.ToText() + ',' +
+                    std::to_string(asset.Status) + ',' + (asset.StatusText.empty() ? "" : ToUtf8(Quoted(asset.StatusText))) + "\r\n");
+    };
+    const PerBook<bool> books = Chosen(options.Books);
+    const auto totals = ComputeCurrent(session, engine, {.Compute = books, .UseMidQuarter = Chosen(options.MidQuarter)}, context.Asking(),
+                                       list ? std::function<void(const ComputedAsset&)>(addToList) : nullptr);
+    if (list) list->Commit();
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        if (!books[book]) continue;
+        std::cout << kBookNames[static_cast<std::size_t>(book)] << ' ' << totals[book].InServiceText() << ' '
+                  << totals[book].FourthQuarterText() << ' ' << totals[book].PercentText() << '\n';
+    }
+}
+
+}  // namespace
+
+void AddComputeCommand(CLI::App& app, Context& context) {
+    auto options = std::make_shared<Options>();
+    CLI::App* command = app.add_subcommand("compute", "Compute the current year of every asset");
+    command->add_option("FILE", options->File, "Company file")->required();
+    command->add_option("--books", options->Books, "Books to compute: 1 Federal, 2 State, 3 Bookkeeping, 4 A.M.T.")
+        ->required()
+        ->delimiter(',')
+        ->check(CLI::Range(kFirstBook, kLastBook));
+    command->add_option("--mid-quarter", options->MidQuarter, "Books that use the mid-quarter convention")
+        ->delimiter(',')
+        ->check(CLI::Range(kFirstBook, kLastBook));
+    command->add_option("--month", options->Month, "Month of the fiscal year wanted for book 3; 0 for the whole year")
+        ->check(CLI::Range(0, 12));
+    command->add_option("--list", options->List, "Write every asset and book as a CSV");
+    command->callback([options, &context] { Run(*options, context); });
+}
+
+}  // namespace tallymar::cli

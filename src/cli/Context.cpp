@@ -1,0 +1,34 @@
+#include "cli/Commands.h"
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/Windows1252.h"
+
+namespace tallymar::cli {
+
+CompanySession& Context::Session() {
+    if (session_ == nullptr) {
+        const std::filesystem::path program = AppPath::ProgramFolder();
+        const AppPath paths = AppPathOption.empty() ? AppPath::Find(program) : AppPath::At(AppPathOption, program);
+        profile_.Load(paths.Profile());
+        session_ = std::make_unique<CompanySession>(paths, profile_);
+    }
+    return *session_;
+}
+
+ADepre& Context::Engine() {
+    if (engine_ == nullptr) engine_ = std::make_unique<ADepre>(Session().Paths().Tables());
+    return *engine_;
+}
+
+CompanySession& Context::Open(const std::filesystem::path& file) {
+    Session().OpenCompany(file, prompts_);
+    return Session();
+}
+
+std::string FromArgument(const std::string& argument) {
+    bool lossy = false;
+    std::string text = FromUtf8(argument, &lossy);
+    if (lossy) throw PlatformError(Failure::InvalidCall, "\"" + argument + "\" holds a character that a company file cannot");
+    return text;
+}
+
+}  // namespace tallymar::cli

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tallymar {
+
+// All positions are twips (1440 to the inch) from the upper left corner of the paper.
+struct PaperSize {
+    int Width = 0;
+    int Height = 0;
+};
+
+inline constexpr PaperSize kLetterLandscape{15840, 12240};
+inline constexpr PaperSize kLetterPortrait{12240, 15840};
+
+// A font by name and size, shared by many items of a document.
+struct PageFont {
+    std::string Name;
+    float Size = 0;  // points
+
+    friend bool operator==(const PageFont&, const PageFont&) = default;
+};
+
+// One drawn thing. A text stands with its upper left corner at X, Y; a line runs from X, Y to X2, Y2.
+struct PageItem {
+    enum class Kind : std::uint8_t { Text, Line };
+
+    Kind Op = Kind::Text;
+    std::uint8_t Font = 0;       // texts: index into the document's fonts
+    std::uint16_t LineWidth = 0;  // lines: DrawWidth, in pixels of 1/96 inch
+    std::int32_t X = 0;
+    std::int32_t Y = 0;
+    std::int32_t X2 = 0;  // texts: X plus the text's width
+    std::int32_t Y2 = 0;
+    std::uint32_t TextStart = 0;
+    std::uint32_t TextLength = 0;
+};
+
+// The page canvas that a report draws on: an in-memory document of texts and lines, which is then delivered to preview, printer or file.
+// It knows nothing of windows; the same numbers come out on every machine.
+class PrintPreviewControl {
+ public:
+    explicit PrintPreviewControl(PaperSize paper = kLetterLandscape);
+
+    // The pen, set before drawing.
+    std::string FontName = "Arial";
+    float FontSize = 7.5F;
+    int DrawWidth = 1;
+    int CurrentX = 0;
+    int CurrentY = 0;
+
+    std::string Title;  // of the document, for window captions and file properties
+
+    // The width of the text in the current font, in twips, rounded to whole ones: Arial's own advance widths.
+    int TextWidth(std::string_view text) const;
+    // Draws at the pen, which then stands behind the text.
+    void PrintText(std::string_view text);
+    void DrawLine(int x1, int y1, int x2, int y2);
+    void NewPage();
+    int Page() const { return PageCount(); }  // the number of the page being drawn, from 1
+
+    // The finished document.
+    const PaperSize& Paper() const { return paper_; }
+    int PageCount() const;
+    // The items of page 1 to PageCount, in drawing order.
+    const PageItem* PageBegin(int page) const;
+    const PageItem* PageEnd(int page) const;
+    std::string_view Text(const PageItem& item) const;  // Windows-1252
+    const PageFont& Font(const PageItem& item) const;
+
+ private:
+    PaperSize paper_;
+    std::vector<PageFont> fonts_;
+    std::vector<PageItem> items_;
+    std::vector<std::size_t> pageStarts_;
+    std::string texts_;
+};
+
+}  // namespace tallymar

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/jet/Recordset.h"
+#include "store/AssetRecord.h"
+
+namespace tallymar {
+
+// Moves an asset between the current row of a recordset on Assets and an AssetRecord. None of the operations moves the recordset.
+// The database's failures (no current record, a duplicate AssetNum, a lock, a text longer than its column) reach the caller; a
+// failed write leaves the stored row as it was and no edit pending.
+class AssetRecordAccess {
+ public:
+    // Looks the columns up once, since files of earlier releases hold them in another order. Failure::ItemNotFound when one is missing.
+    explicit AssetRecordAccess(jet::Recordset& assets);
+
+    // A Null reads as empty, 0 or date 0, but in a Boolean column it fails with InvalidUseOfNull. FedLife is set from ClassLife, and
+    // a blank CodeSection below a class life of 11 becomes "1245".
+    void ReadAssetRecord(AssetRecord& record);
+    // Rewrites the row. An empty TaxGroup is stored as six blanks.
+    void WriteAssetRecord(const AssetRecord& record);
+    // Adds a row, TaxGroup as it stands.
+    void AddAssetRecord(const AssetRecord& record);
+
+ private:
+    void Store(const AssetRecord& record, bool blankTaxGroup);
+
+    jet::Recordset* assets_;
+    std::vector<int> ordinals_;  // in the order in which the columns are visited
+};
+
+}  // namespace tallymar

@@ -1,0 +1,137 @@
+#include "store/CompanySession.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/runtime/PlatformError.h"
+#include "store/Schema.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr std::array<std::string_view, kLastBook + 1> kYearEndColumns = {"", "FYEFederal", "FYEState", "FYEBook", "FYEAMT"};
+
+constexpr std::string_view kNewCompanyName = "New Company";
+
+}  // namespace
+
+FileDialog CompanyFileDialog(std::string title, const std::filesystem::path& initialFolder) {
+    return {.Title = std::move(title),
+            .Filters = {{"All Files (*.*)", "*"}, {"Tallymar Data Files (*.mdb)", "*.mdb"}},
+            .FilterIndex = 1,
+            .InitialFolder = initialFolder,
+            .FileName = {},
+            .DefaultExtension = "mdb"};
+}
+
+// What is there only while a company is open; the recordsets go before their database.
+struct CompanySession::Open {
+    explicit Open(jet::Database opened)
+        : Database(std::move(opened)),
+          Company(Database.OpenRecordset("Company")),
+          Assets(Database.OpenRecordset("Assets")),
+          Access(Assets) {
+        Assets.SetIndex("AssetNum");
+    }
+
+    jet::Database Database;
+    jet::Recordset Company;
+    jet::Recordset Assets;
+    AssetRecordAccess Access;
+};
+
+CompanySession::CompanySession(AppPath appPath, UserProfile& profile) : appPath_(std::move(appPath)), profile_(profile) {}
+
+CompanySession::~CompanySession() = default;
+
+bool CompanySession::FileNew(Prompts& prompts) {
+    const auto path = prompts.AskSaveFile(CompanyFileDialog("Create a New Tallymar Database", appPath_.Folder()));
+    if (!path) return false;
+    NewCompany(*path);
+    return true;
+}
+
+void CompanySession::NewCompany(const std::filesystem::path& path) {
+    FileClose();
+    SetOpen(CreateJetDatabase(path), std::filesystem::absolute(path));
+    jet::Recordset& company = CompanyRecordset();
+    company.AddNew();
+    company.Update();
+    company.MoveFirst();
+    company.Edit();
+    company.Set("Company", kNewCompanyName);
+    company.Update();
+    NewCompanyPending = true;
+    if (observer_ != nullptr) observer_->OpenEnable();
+}
+
+jet::Database CompanySession::CreateJetDatabase(const std::filesystem::path& path) {
+    jet::Database database = jet::Database::Create(path);
+    CreateSchema(database);
+    return database;
+}
+
+bool CompanySession::FileOpen(Prompts& prompts) {
+    FileDialog dialog = CompanyFileDialog("Open an Tallymar Database", appPath_.Folder());
+    dialog.FileName = profile_.LastDataPath;
+    const auto path = prompts.AskOpenFile(dialog);
+    if (!path) return false;
+    OpenCompany(*path, prompts);
+    RememberLastCompany();
+    return true;
+}
+
+void CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& prompts) {
+    FileClose();
+    const std::filesystem::path whole = std::filesystem::absolute(path);
+    jet::Database database = jet::Database::Open(whole);
+    UpgradeSchema(database, prompts);
+    SetOpen(std::move(database), whole);
+    if (observer_ != nullptr) observer_->OpenEnable();
+}
+
+void CompanySession::RememberLastCompany() {
+    profile_.LastDataPath = databaseFileName_.string();
+    profile_.Save(appPath_.Profile());
+}
+
+void CompanySession::SetOpen(jet::Database database, const std::filesystem::path& path) {
+    open_ = std::make_unique<Open>(std::move(database));
+    databaseFileName_ = path;
+}
+
+void CompanySession::FileClose() {
+    if (observer_ != nullptr) observer_->CompanyClosing();
+    open_.reset();
+    databaseFileName_.clear();
+    NewCompanyPending = false;
+    if (observer_ != nullptr) observer_->CompanyClosed();
+}
+
+CompanySession::Open& CompanySession::Opened() {
+    if (open_ == nullptr) throw PlatformError(Failure::CannotOpenFile, "No company is open");
+    return *open_;
+}
+
+jet::Database& CompanySession::Database() { return Opened().Database; }
+
+jet::Recordset& CompanySession::CompanyRecordset() { return Opened().Company; }
+
+jet::Recordset& CompanySession::AssetsRecordset() { return Opened().Assets; }
+
+AssetRecordAccess& CompanySession::Assets() { return Opened().Access; }
+
+std::string CompanySession::CompanyName() { return CompanyRecordset().Get("Company").ToText(); }
+
+std::string CompanySession::RoundText() { return CompanyRecordset().Get("Round").ToText(); }
+
+Date CompanySession::FiscalYearEnd(int book) {
+    if (book < kFirstBook || book > kLastBook) throw PlatformError(Failure::SubscriptOutOfRange);
+    const jet::Value value = CompanyRecordset().Get(kYearEndColumns[static_cast<std::size_t>(book)]);
+    return value.IsDate() ? value.AsDate() : Date();
+}
+
+std::int64_t CompanySession::AssetCount() { return AssetsRecordset().RecordCount(); }
+
+}  // namespace tallymar

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "platform/jet/Database.h"
+#include "platform/jet/Recordset.h"
+#include "platform/prompts/Prompts.h"
+#include "store/AppPath.h"
+#include "store/AssetRecordAccess.h"
+#include "store/UserProfile.h"
+
+namespace tallymar {
+
+// The dialog that every choice of a company file starts from.
+FileDialog CompanyFileDialog(std::string title, const std::filesystem::path& initialFolder);
+
+// Who has windows on the session: told before the company goes and after one has come.
+class SessionObserver {
+ public:
+    virtual ~SessionObserver() = default;
+    virtual void CompanyClosing() = 0;  // every window on the company must let go of it now
+    virtual void CompanyClosed() = 0;
+    virtual void OpenEnable() = 0;  // a company is open, or its count of assets has changed between none and some
+};
+
+// The one open company. The database file name is empty when there is none; that is also the test for it.
+class CompanySession {
+ public:
+    CompanySession(AppPath appPath, UserProfile& profile);
+    ~CompanySession();
+    CompanySession(const CompanySession&) = delete;
+    CompanySession& operator=(const CompanySession&) = delete;
+
+    void SetObserver(SessionObserver* observer) { observer_ = observer; }
+
+    // Each asks for a file; false when that is cancelled, and then the company that is open stays so. A failure of the database
+    // reaches the caller as PlatformError, with no company open.
+    bool FileNew(Prompts& prompts);
+    bool FileOpen(Prompts& prompts);
+    void FileClose();
+
+    // The same without a dialog.
+    void NewCompany(const std::filesystem::path& path);
+    void OpenCompany(const std::filesystem::path& path, Prompts& prompts);
+    // Makes the open company the one that the next start offers, as FileOpen does; a profile that cannot be written is passed over.
+    void RememberLastCompany();
+    // The two tables in a new file; one of that path is deleted first.
+    static jet::Database CreateJetDatabase(const std::filesystem::path& path);
+
+    bool IsOpen() const { return !databaseFileName_.empty(); }
+    const std::filesystem::path& DatabaseFileName() const { return databaseFileName_; }
+
+    // Failure::CannotOpenFile when no company is open, for all of these.
+    jet::Database& Database();
+    jet::Recordset& CompanyRecordset();
+    jet::Recordset& AssetsRecordset();
+    void ReadAssetRecord(AssetRecord& record) { Assets().ReadAssetRecord(record); }
+    void WriteAssetRecord(const AssetRecord& record) { Assets().WriteAssetRecord(record); }
+    void AddAssetRecord(const AssetRecord& record) { Assets().AddAssetRecord(record); }
+
+    std::string CompanyName();
+    std::string RoundText();      // "True" or "False", as the rounding of amounts is told it
+    Date FiscalYearEnd(int book);  // date 0 when the profile holds none
+    std::int64_t AssetCount();
+
+    // From the creation of a company until its first profile has been closed.
+    bool NewCompanyPending = false;
+
+    const AppPath& Paths() const { return appPath_; }
+    UserProfile& Profile() { return profile_; }
+
+ private:
+    struct Open;
+
+    Open& Opened();
+    AssetRecordAccess& Assets();
+    void SetOpen(jet::Database database, const std::filesystem::path& path);
+
+    AppPath appPath_;
+    UserProfile& profile_;
+    SessionObserver* observer_ = nullptr;
+    std::filesystem::path databaseFileName_;
+    std::unique_ptr<Open> open_;
+};
+
+}  // namespace tallymar
