@@ -1,16 +1,13 @@
 #include "interchange/AssetCsv.h"
 
 #include <cerrno>
-#include <charconv>
-#include <cmath>
 #include <fstream>
-#include <optional>
 #include <ostream>
 #include <unordered_map>
 #include <utility>
 
 #include "interchange/CsvReader.h"
-#include "platform/runtime/DateText.h"
+#include "interchange/FieldText.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -18,11 +15,9 @@ namespace tallymar {
 
 namespace {
 
-using jet::FieldType;
 using jet::Value;
 
 constexpr std::string_view kKey = "AssetNum";
-constexpr char kSerialMark = '@';
 
 std::string ReadWhole(const std::filesystem::path& path) {
     const std::string name = FromUtf8(path.string());
@@ -45,34 +40,6 @@ std::string ReadWhole(const std::filesystem::path& path) {
     }
     if (in.bad()) throw PlatformError(Failure::DeviceError, "The file cannot be read: " + name);
     return contents;
-}
-
-// A moment by its days alone, for those that have no calendar form of their own.
-std::optional<Date> ParseSerial(std::string_view text) {
-    if (!text.starts_with(kSerialMark)) return std::nullopt;
-    text.remove_prefix(1);
-    double days = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), days);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(days)) return std::nullopt;
-    return Date::FromSerial(days);
-}
-
-std::string DateField(Date date) {
-    std::string text;
-    try {
-        text = FormatIsoDate(date);
-    } catch (const PlatformError&) {
-        // Outside the calendar.
-    }
-    if (!text.empty() && ParseIsoDate(text) == date) return text;
-    char digits[32];
-    const auto written = std::to_chars(digits, digits + sizeof digits, date.Serial());
-    return kSerialMark + std::string(digits, written.ptr);
-}
-
-bool HasMoreThanFourDecimals(std::string_view number) {
-    const std::size_t point = number.find('.');
-    return point != std::string_view::npos && number.size() - point - 1 > 4;
 }
 
 // One column of the file: where its values go in the table.
@@ -157,65 +124,14 @@ class AssetFile {
     Value Convert(std::size_t i) {
         const CsvField& cell = row_[i];
         const jet::Field& field = columns_[i].Field;
-        if (cell.IsNull) {
-            if (i == keyColumn_) Fail(i, Failure::NullKey, "every asset needs a number");
-            if (field.Type == FieldType::Boolean)
-                Fail(i, Failure::InvalidUseOfNull, "True or False is wanted, and the field is empty");
-            return Value();
+        try {
+            if (!cell.IsNull) return ParseFieldText(field, cell.Text, texts_[i]);
+            if (i == keyColumn_) throw PlatformError(Failure::NullKey, "every asset needs a number");
+            return NullFieldValue(field);
+        } catch (const PlatformError& failure) {
+            Fail(i, failure.Code(), failure.what());
         }
-        switch (field.Type) {
-            case FieldType::Text:
-                return ConvertText(i);
-            case FieldType::Date: {
-                std::optional<Date> date = ParseIsoDate(cell.Text);
-                if (!date) date = ParseSerial(cell.Text);
-                if (!date) Fail(i, Failure::TypeMismatch, Quoted(cell) + " is no date of the form YYYY-MM-DD");
-                return Value(*date);
-            }
-            case FieldType::Currency: {
-                const std::optional<CurrencyAmount> amount = CurrencyAmount::Parse(cell.Text);
-                if (!amount || HasMoreThanFourDecimals(cell.Text)) {
-                    Fail(i, Failure::TypeMismatch, Quoted(cell) + " is no amount (digits, a point, at most four decimals)");
-                }
-                return Value(*amount);
-            }
-            case FieldType::Integer:
-                return ConvertInteger(i);
-            case FieldType::Boolean:
-                if (UCase(cell.Text) == "TRUE") return Value(true);
-                if (UCase(cell.Text) == "FALSE") return Value(false);
-                Fail(i, Failure::TypeMismatch, Quoted(cell) + " is neither True nor False");
-        }
-        Fail(i, Failure::TypeMismatch, "the column has an unknown type");
     }
-
-    Value ConvertText(std::size_t i) {
-        const CsvField& cell = row_[i];
-        const jet::Field& field = columns_[i].Field;
-        bool lossy = false;
-        texts_[i] = FromUtf8(cell.Text, &lossy);
-        if (lossy) Fail(i, Failure::TypeMismatch, Quoted(cell) + " has a character that Windows-1252 does not have (shown as ?)");
-        if (texts_[i].empty() && !field.AllowZeroLength) Fail(i, Failure::ZeroLengthNotAllowed, "the text may not be empty");
-        if (texts_[i].size() > static_cast<std::size_t>(field.Size)) {
-            Fail(i, Failure::FieldTooSmall,
-                 Quoted(cell) + " has " + std::to_string(texts_[i].size()) + " characters; the column holds " +
-                     std::to_string(field.Size));
-        }
-        return Value(texts_[i]);
-    }
-
-    Value ConvertInteger(std::size_t i) const {
-        const std::string& text = row_[i].Text;
-        std::int16_t number = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-        if (error == std::errc::result_out_of_range)
-            Fail(i, Failure::Overflow, Quoted(row_[i]) + " is not within -32768 to 32767");
-        if (error != std::errc() || end != text.data() + text.size())
-            Fail(i, Failure::TypeMismatch, Quoted(row_[i]) + " is no whole number");
-        return Value(number);
-    }
-
-    static std::string Quoted(const CsvField& cell) { return "\"" + FromUtf8(cell.Text) + "\""; }
 
     std::string name_;
     std::string contents_;
@@ -273,25 +189,8 @@ void AppendText(std::string_view text, std::string& line) {
 }
 
 void AppendField(const Value& value, std::string& line) {
-    switch (value.Type()) {
-        case Value::Kind::Null:
-            break;
-        case Value::Kind::Text:
-            AppendText(value.Text(), line);
-            break;
-        case Value::Kind::Date:
-            line += DateField(value.AsDate());
-            break;
-        case Value::Kind::Currency:
-            line += value.Currency().ToText();
-            break;
-        case Value::Kind::Integer:
-            line += std::to_string(value.Integer());
-            break;
-        case Value::Kind::Boolean:
-            line += value.Boolean() ? "True" : "False";
-            break;
-    }
+    if (value.Type() == Value::Kind::Text) return AppendText(value.Text(), line);
+    AppendFieldText(value, line);
 }
 
 }  // namespace

@@ -9,11 +9,8 @@
 #include "platform/jet/Recordset.h"
 
 // Assets as a text that spreadsheets and version control understand: RFC 4180 in UTF-8, the header naming columns of the table.
-//
-// Dates are YYYY-MM-DD, with THH:MM:SS behind it when there is a time of day; amounts have a point, at most four decimals and no
-// commas; integers are plain, booleans True and False. A field with nothing in it is Null, a quoted "" an empty text. A moment
-// that the calendar form cannot tell exactly (finer than a second, or a year that has not four digits) is its count of days
-// behind an "@". What DumpAssets writes, LoadAssets reads back to the same values.
+// Values stand as FieldText writes them. A field with nothing in it is Null, a quoted "" an empty text. What DumpAssets writes,
+// LoadAssets reads back to the same values.
 namespace tallymar {
 
 struct CsvCounts {

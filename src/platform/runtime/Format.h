@@ -16,14 +16,18 @@ namespace tallymar {
 //
 // Rounds halves away from zero at the last shown digit, from the exact ten-thousandths; the section follows the sign of the value
 // before rounding. A value too wide for the places runs over to the left; no digit is ever dropped.
-// An empty picture gives the plain form of the number ("1234.5").
+// With one section the sign stands before all of it; the sections for negatives bring their own. An empty picture and "@" give
+// the plain form of the number ("1234.5"), a double's with at most fifteen digits. Pictures hold no state and allocate only the
+// result.
 std::string Format(CurrencyAmount value, std::string_view picture);
 std::string Format(long long value, std::string_view picture);
-// For doubles that are no amounts: rounds the shortest decimal text that reads back as the same double.
+// For doubles that are no amounts: rounds the shortest decimal text that reads back as the same double. Failure::Overflow for
+// what is no finite number.
 std::string Format(double value, std::string_view picture);
 
-// The picture language of dates: "m" "mm" "mmm" "mmmm", "d" "dd" "ddd" "dddd", "yy" "yyyy", "y" the day of the year, "h" "hh" "n" "nn" "s"
-// "ss", "AM/PM"; "/" and ":" as they stand, "m" right behind an hour means minutes. An empty picture is FormatShortDate.
+// The picture language of dates, in either letter case: "m" "mm" "mmm" "mmmm", "d" "dd" "ddd" "dddd", "yy" "yyyy", "y" the day of
+// the year, "h" "hh" "n" "nn" "s" "ss", "AM/PM"; "/" and ":" as they stand, "m" right behind an hour means minutes. Rounded to
+// the second first. Day 0 prints as the day it is, 12/30/1899. An empty picture and "@" are FormatShortDate.
 std::string Format(Date value, std::string_view picture);
 
 // "@" and the empty picture give the text as it stands; ">" upper case, "<" lower case.
