@@ -39,7 +39,8 @@ QLabel* Figure(const char* name, int book, const QString& column) {
     label->setMargin(3);
     label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("000,000,000.00")) + 14);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setAccessibleName(QStringLiteral("%1, %2").arg(column, QString::fromLatin1(kCaptions[static_cast<std::size_t>(book)])));
+    label->setAccessibleName(
+        QStringLiteral("%1, %2").arg(column, QString::fromLatin1(kCaptions[static_cast<std::size_t>(book)])));
     return label;
 }
 
@@ -50,7 +51,8 @@ frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QW
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(16);
     grid->setVerticalSpacing(8);
-    const QStringList heads = {tr("Compute"), tr("Use MQ"), tr("Current Year\nIn-Service Total"), tr("4th Qtr Total"), tr("Percent")};
+    const QStringList heads = {tr("Compute"), tr("Use MQ"), tr("Current Year\nIn-Service Total"), tr("4th Qtr Total"),
+                               tr("Percent")};
     for (int column = 0; column < heads.size(); ++column) {
         auto* head = new QLabel(heads[column]);
         head->setAlignment(column < 2 ? Qt::AlignLeft | Qt::AlignBottom : Qt::AlignRight | Qt::AlignBottom);

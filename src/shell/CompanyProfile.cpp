@@ -11,7 +11,9 @@ namespace {
 
 constexpr std::array<std::string_view, kLastBook + 1> kYearEnds = {"", "FYEFederal", "FYEState", "FYEBook", "FYEAMT"};
 
-Date DateOf(const jet::Value& value) { return value.IsDate() ? value.AsDate() : Date(); }
+Date DateOf(const jet::Value& value) {
+    return value.IsDate() ? value.AsDate() : Date();
+}
 
 void GoToRow(jet::Recordset& company) {
     if (!company.HasCurrentRow()) company.MoveFirst();
@@ -72,6 +74,8 @@ void CompanyProfile::Save(jet::Recordset& company) const {
     }
 }
 
-bool TakesFederalYearEnd(bool newCompanyPending, std::string_view text) { return newCompanyPending && TextToDate(text).IsNone(); }
+bool TakesFederalYearEnd(bool newCompanyPending, std::string_view text) {
+    return newCompanyPending && TextToDate(text).IsNone();
+}
 
 }  // namespace tallymar

@@ -32,8 +32,8 @@ struct CompanyProfile {
     void Save(jet::Recordset& company) const;
 };
 
-// Entering the year end of book 2, 3 or 4: does the field take the Federal year end's text? Only while a new company's first profile
-// is on screen, and only where no date stands.
+// Entering the year end of book 2, 3 or 4: does the field take the Federal year end's text? Only while a new company's first
+// profile is on screen, and only where no date stands.
 bool TakesFederalYearEnd(bool newCompanyPending, std::string_view text);
 
 }  // namespace tallymar

@@ -23,13 +23,19 @@ constexpr auto kMenuItems = std::to_array<MenuItem>({
     {"mnuEditAsset", -1, "&Edit Asset", "Edit the assets for the current company", EditAsset, CompanyOpen},
     {"mnuEditFind", -1, "&Find Asset", "Find assets in the database", EditFind, CompanyOpen},
     {"mnuCopyAsset", -1, "Co&py Asset", "Make multiple copies of the current asset", CopyAsset, HasAssets},
-    {"mnuEditCompanyInformation", -1, "&Company Profile", "Edit the profile of the current company", EditCompanyInformation,
-     CompanyOpen, {}, true},
+    {"mnuEditCompanyInformation",
+     -1,
+     "&Company Profile",
+     "Edit the profile of the current company",
+     EditCompanyInformation,
+     CompanyOpen,
+     {},
+     true},
     {"mnuEditUserInformation", -1, "&User Profile", "Edit the profile of the current user", EditUserInformation},
 
     {"mnuActivities", -1, "&Activities", "Selects an activity to perform on the assets"},
-    {"mnuActivitiesComputeCurrent", -1, "&Compute Current", "Compute current depreciation on all assets", ActivitiesComputeCurrent,
-     HasAssets},
+    {"mnuActivitiesComputeCurrent", -1, "&Compute Current", "Compute current depreciation on all assets",
+     ActivitiesComputeCurrent, HasAssets},
     {"mnuActivitiesCloseYear", -1, "Close &Year", "Close the current year and post current to previous", ActivitiesCloseYear,
      HasAssets},
     {"mnuFindAssets", -1, "&Find Assets", "Find assets in the database", FindAssets, HasAssets},
@@ -43,7 +49,8 @@ constexpr auto kMenuItems = std::to_array<MenuItem>({
     {"mnuReportsRun", 4, "Net &Book Value", "Select the Net Book Value Report", ReportsRun, HasAssets},
     {"mnuReportsRun", 5, "Assets &Sold", "Select the Assets Sold Report", ReportsRun, HasAssets},
     {"mnuReportsRun", 6, "Stocks and &Collectibles", "Select the Stocks and Collectibles Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 7, "&Post Depreciation", "Select the Post Depreciation Report and Post Depreciation", ReportsRun, HasAssets},
+    {"mnuReportsRun", 7, "&Post Depreciation", "Select the Post Depreciation Report and Post Depreciation", ReportsRun,
+     HasAssets},
     {"mnuReportsRun", 8, "Property &Tax", "Select the Property Tax Report", ReportsRun, HasAssets},
     {"mnuReportsRun", 9, "Co&mparison Reports", "Select a Comparison Report", ReportsRun, HasAssets},
     {"mnuReportsRun", 10, "&4 Year Depreciation", "Select the 4 Year Depreciation Report", ReportsRun, HasAssets},
@@ -90,9 +97,13 @@ constexpr auto kToolbarButtons = std::to_array<ToolbarButton>({
 
 }  // namespace
 
-std::span<const MenuItem> MenuItems() { return kMenuItems; }
+std::span<const MenuItem> MenuItems() {
+    return kMenuItems;
+}
 
-std::span<const ToolbarButton> ToolbarButtons() { return kToolbarButtons; }
+std::span<const ToolbarButton> ToolbarButtons() {
+    return kToolbarButtons;
+}
 
 bool IsEnabled(EnabledWhen when, const SessionState& state) {
     switch (when) {

@@ -36,7 +36,7 @@ constexpr std::array<std::string_view, 2> kNewUsedChoices = {"New", "Used"};
 
 struct BoxPlace {
     UserProfile::Position Position;
-    bool UserProfile::* Flag;
+    bool UserProfile::*Flag;
 };
 
 constexpr BoxPlace PlaceOf(UserProfileEdit::Box box) {
@@ -53,7 +53,7 @@ constexpr BoxPlace PlaceOf(UserProfileEdit::Box box) {
 
 struct ListPlace {
     UserProfile::Position Position;
-    std::string UserProfile::* Default;
+    std::string UserProfile::*Default;
     std::string_view WhenUnknown;
 };
 
@@ -69,7 +69,9 @@ constexpr ListPlace PlaceOf(UserProfileEdit::List list) {
     return {UserProfile::kDeprMethod, &UserProfile::DefaultDeprMethod, "DB"};
 }
 
-constexpr std::string_view FlagText(bool flag) { return flag ? "True" : "False"; }
+constexpr std::string_view FlagText(bool flag) {
+    return flag ? "True" : "False";
+}
 
 void Decode(UserProfile& profile, UserProfileEdit::Box box) {
     const BoxPlace place = PlaceOf(box);
@@ -98,13 +100,21 @@ UserProfileEdit::UserProfileEdit(UserProfile& profile) : profile_(profile) {
     }
 }
 
-std::span<const UserProfileEdit::Field> UserProfileEdit::FirmFields() { return kFirmFields; }
+std::span<const UserProfileEdit::Field> UserProfileEdit::FirmFields() {
+    return kFirmFields;
+}
 
-std::span<const UserProfileEdit::Field> UserProfileEdit::DriveFields() { return kDriveFields; }
+std::span<const UserProfileEdit::Field> UserProfileEdit::DriveFields() {
+    return kDriveFields;
+}
 
-bool UserProfileEdit::Checked(Box box) const { return profile_.*PlaceOf(box).Flag; }
+bool UserProfileEdit::Checked(Box box) const {
+    return profile_.*PlaceOf(box).Flag;
+}
 
-void UserProfileEdit::Click(Box box, bool checked) { profile_.*PlaceOf(box).Flag = checked; }
+void UserProfileEdit::Click(Box box, bool checked) {
+    profile_.*PlaceOf(box).Flag = checked;
+}
 
 std::span<const std::string_view> UserProfileEdit::Choices(List list) {
     switch (list) {
@@ -125,7 +135,9 @@ std::string_view UserProfileEdit::Chosen(List list) const {
     return stored != choices.end() ? *stored : place.WhenUnknown;
 }
 
-void UserProfileEdit::Click(List list, std::string_view choice) { profile_.*PlaceOf(list).Default = choice; }
+void UserProfileEdit::Click(List list, std::string_view choice) {
+    profile_.*PlaceOf(list).Default = choice;
+}
 
 void UserProfileEdit::SetText(UserProfile::Position position, std::string_view text) {
     profile_.Set(position, position == UserProfile::kStateCode ? UCase(text) : std::string(text));

@@ -9,15 +9,15 @@
 
 namespace tallymar {
 
-// The user profile while its form is open. Clicks change the decoded settings at once and Cancel does not take them back; only the
-// file is left alone.
+// The user profile while its form is open. Clicks change the decoded settings at once and Cancel does not take them back; only
+// the file is left alone.
 class UserProfileEdit {
  public:
     enum class Box { DateFind, GLFind, NewAsset };
     enum class List { NewUsed, DeprType, DeprMethod };
 
-    // Opening decodes the check boxes by rules of its own, which are not those of the program's start: an empty position 31 is true
-    // here, and an empty position 32 puts "False" in position 31. Files in use depend on both.
+    // Opening decodes the check boxes by rules of its own, which are not those of the program's start: an empty position 31 is
+    // true here, and an empty position 32 puts "False" in position 31. Files in use depend on both.
     explicit UserProfileEdit(UserProfile& profile);
 
     // A text field of the form and the position that it is kept at.

@@ -20,7 +20,7 @@ namespace {
 struct TextRow {
     const char* Control;
     const char* Label;  // empty: a further line of the field above
-    std::string CompanyProfile::* Member;
+    std::string CompanyProfile::*Member;
     int MaxLength;  // of the column
 };
 
@@ -43,10 +43,10 @@ struct YearEndRow {
 };
 
 constexpr std::array<YearEndRow, kLastBook + 1> kYearEndRows = {{{"", ""},
-                                                                {"sidtFYEFederal", "Federal Year End"},
-                                                                {"sidtFYEState", "State Year End"},
-                                                                {"sidtFYEBook", "Book Year End"},
-                                                                {"sidtFYEAMT", "AMT Year End"}}};
+                                                                 {"sidtFYEFederal", "Federal Year End"},
+                                                                 {"sidtFYEState", "State Year End"},
+                                                                 {"sidtFYEBook", "Book Year End"},
+                                                                 {"sidtFYEAMT", "AMT Year End"}}};
 
 }  // namespace
 
@@ -131,6 +131,8 @@ void frmEditCompany::OnFieldFocus(QWidget* field) {
     }
 }
 
-void frmEditCompany::OnUnload() { session_.NewCompanyPending = false; }
+void frmEditCompany::OnUnload() {
+    session_.NewCompanyPending = false;
+}
 
 }  // namespace tallymar

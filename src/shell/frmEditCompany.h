@@ -36,7 +36,7 @@ class frmEditCompany : public CSForm {
     void Save();
 
     struct TextField {
-        std::string CompanyProfile::* Member;
+        std::string CompanyProfile::*Member;
         sitxEdit* Edit;
     };
 

@@ -171,7 +171,8 @@ void Tallymar::FillWindowMenu() {
     int number = 0;
     for (QMdiSubWindow* window : area_->subWindowList()) {
         // An ampersand in a company's name is no access key.
-        QAction* action = windowMenu_->addAction(QStringLiteral("&%1 %2").arg(++number).arg(window->windowTitle().replace(u"&", u"&&")));
+        QAction* action = windowMenu_->addAction(
+            QStringLiteral("&%1 %2").arg(++number).arg(window->windowTitle().replace(u'&', QStringLiteral("&&"))));
         action->setCheckable(true);
         action->setChecked(window == area_->activeSubWindow());
         connect(action, &QAction::triggered, this, [this, window] { area_->setActiveSubWindow(window); });
@@ -230,7 +231,9 @@ void Tallymar::ShowOrMake(const QString& name, const std::function<CSForm*()>& m
     }
 }
 
-bool Tallymar::EditFormClosed() const { return Child(kEditFormName) == nullptr; }
+bool Tallymar::EditFormClosed() const {
+    return Child(kEditFormName) == nullptr;
+}
 
 bool Tallymar::UnloadEditForm() {
     CSForm* form = Child(kEditFormName);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <vector>
 

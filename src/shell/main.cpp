@@ -27,7 +27,8 @@ void SetLooks(QApplication& application) {
     font.setPointSizeF(kFontPoints);
     QApplication::setFont(font);
     QIcon icon;
-    for (const char* picture : {":/icons/tallymar-48.png", ":/icons/tallymar-256.png"}) icon.addFile(QString::fromLatin1(picture));
+    for (const char* picture : {":/icons/tallymar-48.png", ":/icons/tallymar-256.png"})
+        icon.addFile(QString::fromLatin1(picture));
     QApplication::setWindowIcon(icon);
     QGuiApplication::setDesktopFileName(QStringLiteral("tallymar"));
     application.setApplicationName(QStringLiteral("Tallymar"));
