@@ -10,6 +10,7 @@
 #include <functional>
 #include <random>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
@@ -222,16 +223,25 @@ TEST_F(DurabilityTest, ABatchKilledAtAnyMomentIsWhollyThereOrNotAtAll) {
 }
 
 // The batch gives the failure, the file is as it was before, and the recordset works on.
-int FillUntilItFails(const std::filesystem::path& path, int expected) {
+int FillUntilItFails(const std::filesystem::path& path, int expected, bool beforeCommit = false) {
     Database database = Database::Open(path);
     Recordset things = database.OpenRecordset("Things");
     const std::int64_t before = things.RecordCount();
+    bool committing = false;
     const int number = NumberOf([&] {
         WriteBatch batch(database);
-        for (int i = 0; i < 50000; ++i) AddThing(things, "N" + std::to_string(i));
+        try {
+            for (int i = 0; i < 50000; ++i) AddThing(things, "N" + std::to_string(i));
+        } catch (const PlatformError&) {
+            // Nothing may slip in behind what has been taken back.
+            if (NumberOf([&] { AddThing(things, "LATER"); }) != expected) throw std::logic_error("written after all");
+            throw;
+        }
+        committing = true;
         batch.Commit();
     });
     if (number != expected) return number == 0 ? 1 : 2;
+    if (committing == beforeCommit) return 6;
     if (things.RecordCount() != before) return 3;
     things.MoveFirst();
     things.Edit();
@@ -244,14 +254,18 @@ int FillUntilItFails(const std::filesystem::path& path, int expected) {
 
 TEST_F(DurabilityTest, AFailingDiskTakesTheBatchBack) {
     { CreateThings(path_, 10); }
-    Child child([&] {
-        // Writing beyond the limit fails as a bad disk does.
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{256 * 1024, 256 * 1024};
-        if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 252;
-        return FillUntilItFails(path_, 57);
-    });
-    EXPECT_EQ(child.Wait(), 0);
+    for (const bool beforeCommit : {false, true}) {
+        Child child([&] {
+            // Writing beyond the limit fails as a bad disk does.
+            signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{256 * 1024, 256 * 1024};
+            if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 252;
+            // Short of memory, SQLite writes before the commit, and takes the transaction back by itself when that fails.
+            if (beforeCommit) sqlite3_soft_heap_limit64(512 * 1024);
+            return FillUntilItFails(path_, 57, beforeCommit);
+        });
+        EXPECT_EQ(child.Wait(), 0) << (beforeCommit ? "in the middle" : "at the commit");
+    }
 }
 
 TEST_F(DurabilityTest, AFullDiskTakesTheBatchBack) {
