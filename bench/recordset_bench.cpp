@@ -36,10 +36,14 @@ jet::Value Filling(const jet::Field& field, int row) {
         case jet::FieldType::Text:
             if (field.Name == "AccountNum") return row % 2 == 0 ? "1500-01" : "1500-02";
             return field.Size >= 16 ? "Desk, walnut    " : field.Size >= 6 ? "ABC   " : "M";
-        case jet::FieldType::Date: return Date::FromSerial(37000.0 + row % 900);
-        case jet::FieldType::Currency: return CurrencyAmount::FromTenThousandths(std::int64_t{row} * 12345 % 100'000'000);
-        case jet::FieldType::Integer: return static_cast<std::int16_t>(row % 7);
-        case jet::FieldType::Boolean: return row % 5 == 0;
+        case jet::FieldType::Date:
+            return Date::FromSerial(37000.0 + row % 900);
+        case jet::FieldType::Currency:
+            return CurrencyAmount::FromTenThousandths(std::int64_t{row} * 12345 % 100'000'000);
+        case jet::FieldType::Integer:
+            return static_cast<std::int16_t>(row % 7);
+        case jet::FieldType::Boolean:
+            return row % 5 == 0;
     }
     return {};
 }
@@ -87,20 +91,26 @@ double ReadColumns(sqlite3_stmt* statement, int first) {
     const int columns = sqlite3_column_count(statement);
     for (int i = first; i < columns; ++i) {
         switch (sqlite3_column_type(statement, i)) {
-            case SQLITE_INTEGER: sum += static_cast<double>(sqlite3_column_int64(statement, i)); break;
-            case SQLITE_FLOAT: sum += sqlite3_column_double(statement, i); break;
+            case SQLITE_INTEGER:
+                sum += static_cast<double>(sqlite3_column_int64(statement, i));
+                break;
+            case SQLITE_FLOAT:
+                sum += sqlite3_column_double(statement, i);
+                break;
             case SQLITE_TEXT:
                 sum += sqlite3_column_text(statement, i)[0];
                 sum += sqlite3_column_bytes(statement, i);
                 break;
-            default: break;
+            default:
+                break;
         }
     }
     return sum;
 }
 
 constexpr const char* kScanByRow = "SELECT _rowid_, * FROM Assets ORDER BY _rowid_";
-constexpr const char* kScanByNumber = "SELECT _rowid_, * FROM Assets INDEXED BY Assets_AssetNum ORDER BY rtrim(AssetNum) COLLATE NOCASE";
+constexpr const char* kScanByNumber =
+    "SELECT _rowid_, * FROM Assets INDEXED BY Assets_AssetNum ORDER BY rtrim(AssetNum) COLLATE NOCASE";
 constexpr const char* kFind = "SELECT _rowid_, * FROM Assets WHERE rtrim(AssetNum) COLLATE NOCASE = ?";
 
 double BareScan(const Bare& bare, const char* sql) {
@@ -147,12 +157,18 @@ double BareFind(const Bare& bare, int rows, int finds) {
 
 double SumOf(const jet::Value& value) {
     switch (value.Type()) {
-        case jet::Value::Kind::Null: return 0;
-        case jet::Value::Kind::Text: return value.Text()[0] + static_cast<double>(value.Text().size());
-        case jet::Value::Kind::Date: return value.AsDate().Serial();
-        case jet::Value::Kind::Currency: return static_cast<double>(value.Currency().TenThousandths());
-        case jet::Value::Kind::Integer: return value.Integer();
-        case jet::Value::Kind::Boolean: return value.Boolean() ? -1 : 0;
+        case jet::Value::Kind::Null:
+            return 0;
+        case jet::Value::Kind::Text:
+            return value.Text()[0] + static_cast<double>(value.Text().size());
+        case jet::Value::Kind::Date:
+            return value.AsDate().Serial();
+        case jet::Value::Kind::Currency:
+            return static_cast<double>(value.Currency().TenThousandths());
+        case jet::Value::Kind::Integer:
+            return value.Integer();
+        case jet::Value::Kind::Boolean:
+            return value.Boolean() ? -1 : 0;
     }
     return 0;
 }
@@ -237,14 +253,18 @@ int main(int argc, char** argv) {
     {
         const Bare bare(path);
         jet::Database database = jet::Database::Open(path);
-        Pair("read all columns, row order", rows, [&](int) { return BareScan(bare, kScanByRow); },
-             [&](int) { return OurScan(database, ""); });
-        Pair("read all columns, order of AssetNum", rows, [&](int) { return BareScan(bare, kScanByNumber); },
-             [&](int) { return OurScan(database, "AssetNum"); });
-        Pair("find by number, read all columns", 20'000, [&](int) { return BareFind(bare, rows, 20'000); },
-             [&](int) { return OurFind(database, rows, 20'000); });
-        Pair("read, set all, one changed, one transaction", rows, [&](int round) { return BareUpdate(bare, round); },
-             [&](int round) { return OurUpdate(database, round); });
+        Pair(
+            "read all columns, row order", rows, [&](int) { return BareScan(bare, kScanByRow); },
+            [&](int) { return OurScan(database, ""); });
+        Pair(
+            "read all columns, order of AssetNum", rows, [&](int) { return BareScan(bare, kScanByNumber); },
+            [&](int) { return OurScan(database, "AssetNum"); });
+        Pair(
+            "find by number, read all columns", 20'000, [&](int) { return BareFind(bare, rows, 20'000); },
+            [&](int) { return OurFind(database, rows, 20'000); });
+        Pair(
+            "read, set all, one changed, one transaction", rows, [&](int round) { return BareUpdate(bare, round); },
+            [&](int round) { return OurUpdate(database, round); });
     }
     std::filesystem::remove(path);
     return discarded == 0.5 ? 1 : 0;
