@@ -38,7 +38,7 @@ double ReadColumns(sqlite3_stmt* statement, int first) {
 
 Bare::Bare(const std::filesystem::path& path) {
     Require(sqlite3_open_v2(path.c_str(), &handle_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr));
-    Run("PRAGMA cache_size = -65536; PRAGMA synchronous = FULL");
+    Run("PRAGMA cache_size = -16384; PRAGMA synchronous = FULL");
 }
 
 Bare::~Bare() {

@@ -121,10 +121,13 @@ int main(int argc, char** argv) {
     CompanySession session(AppPath::At(folder, folder / "none"), profile);
     ADepre engine(tables);
 
-    Build(session, path, rows / 10);
+    Build(session, path, rows / 2);
     ComputeFourBooks(session, engine, prompts, 1);
-    const long memoryOfATenth = PeakMemoryKiB();
+    const long memoryOfHalf = PeakMemoryKiB();
     Build(session, path, rows);
+    ComputeFourBooks(session, engine, prompts, 1);
+    std::printf("peak memory of computing: %ld MiB with %d assets, %ld MiB with %d\n", memoryOfHalf / 1024, rows / 2,
+                PeakMemoryKiB() / 1024, rows);
     PrintHead(rows);
     {
         const Bare bare(path);
@@ -140,8 +143,6 @@ int main(int argc, char** argv) {
             },
             [&](int round) { return ComputeFourBooks(session, engine, prompts, round); });
     }
-    std::printf("peak memory: %ld MiB after %d assets, %ld MiB after %d\n", memoryOfATenth / 1024, rows / 10, PeakMemoryKiB() / 1024,
-                rows);
     session.FileClose();
     std::printf("opening: %.1f ms\n", NanosecondsPer(1, [&] { session.OpenCompany(path, prompts); }) / 1e6);
     session.FileClose();
