@@ -228,8 +228,8 @@ void DatabaseState::RollbackBatch() {
     const bool inner = batchDepth_ > 1;
     const bool gone = lost_.has_value() || !connection_.IsOpen() || !connection_.InTransaction();
     EndBatch();
-    if (gone) return;
     ForgetRows();
+    if (gone) return;
     connection_.Execute(inner ? "ROLLBACK TO batch; RELEASE batch" : "ROLLBACK");
 }
 
