@@ -54,7 +54,7 @@ bool CompanySession::FileNew(Prompts& prompts) {
 
 void CompanySession::NewCompany(const std::filesystem::path& path) {
     FileClose();
-    SetOpen(CreateJetDatabase(path), path);
+    SetOpen(CreateJetDatabase(path), std::filesystem::absolute(path));
     jet::Recordset& company = CompanyRecordset();
     company.AddNew();
     company.Update();
@@ -78,6 +78,7 @@ bool CompanySession::FileOpen(Prompts& prompts) {
     const auto path = prompts.AskOpenFile(dialog);
     if (!path) return false;
     OpenCompany(*path, prompts);
+    RememberLastCompany();
     return true;
 }
 
@@ -87,9 +88,12 @@ void CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& pro
     jet::Database database = jet::Database::Open(whole);
     UpgradeSchema(database, prompts);
     SetOpen(std::move(database), whole);
-    profile_.LastDataPath = whole.string();
-    profile_.Save(appPath_.Profile());
     if (observer_ != nullptr) observer_->OpenEnable();
+}
+
+void CompanySession::RememberLastCompany() {
+    profile_.LastDataPath = databaseFileName_.string();
+    profile_.Save(appPath_.Profile());
 }
 
 void CompanySession::SetOpen(jet::Database database, const std::filesystem::path& path) {

@@ -44,6 +44,8 @@ class CompanySession {
     // The same without a dialog.
     void NewCompany(const std::filesystem::path& path);
     void OpenCompany(const std::filesystem::path& path, Prompts& prompts);
+    // Makes the open company the one that the next start offers, as FileOpen does; a profile that cannot be written is passed over.
+    void RememberLastCompany();
     // The two tables in a new file; one of that path is deleted first.
     static jet::Database CreateJetDatabase(const std::filesystem::path& path);
 

@@ -64,9 +64,7 @@ class SequentialWriter {
     bool open_ = true;
 };
 
-// Puts contents in the file of that path, whole or not at all: written beside it, flushed to the disk, renamed over it. A link is
-// followed; the permissions of an earlier file stay, and one that may not be written is left alone (PermissionDenied). What is no
-// ordinary file, such as a device, is written as it is.
+// Puts contents in the file of that path, whole or not at all (FileReplacement).
 void ReplaceFile(const std::filesystem::path& path, std::string_view contents);
 
 // The bytes of a file as they are.

@@ -1,11 +1,15 @@
+#include "platform/runtime/FileReplacement.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "platform/runtime/FileFailure.h"
 #include "platform/runtime/SequentialFile.h"
@@ -101,12 +105,6 @@ class TemporaryFile {
     Descriptor file_;
 };
 
-// Into what cannot be replaced, such as a printer's device.
-void WriteInPlace(const std::filesystem::path& path, std::string_view contents) {
-    Descriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    if (!file.IsOpen() || !WriteAll(file.Get(), contents) || !file.Close()) throw FileFailure(errno, path);
-}
-
 void KeepPermissions(int descriptor, const struct stat& earlier) {
     // An owner can be restored by the superuser only; a group often. Neither is a reason to lose the user's data.
     if (fchown(descriptor, earlier.st_uid, earlier.st_gid) != 0 &&
@@ -118,29 +116,66 @@ void KeepPermissions(int descriptor, const struct stat& earlier) {
 
 }  // namespace
 
-void ReplaceFile(const std::filesystem::path& path, std::string_view contents) {
-    const std::filesystem::path target = LinkTarget(path);
+struct FileReplacement::Target {
+    explicit Target(std::filesystem::path path) : Path(std::move(path)) {}
+
+    std::filesystem::path Path;  // behind all links
+    std::optional<TemporaryFile> Temporary;
+    std::optional<Descriptor> InPlace;
+
+    Descriptor& File() { return Temporary ? Temporary->File() : *InPlace; }
+};
+
+FileReplacement::FileReplacement(const std::filesystem::path& path) : target_(std::make_unique<Target>(LinkTarget(path))) {
+    const std::filesystem::path& target = target_->Path;
     if (!target.has_filename()) throw FileFailure(target.empty() ? EINVAL : EISDIR, path);
 
     struct stat earlier {};
     const bool exists = stat(target.c_str(), &earlier) == 0;
     if (exists && S_ISDIR(earlier.st_mode)) throw FileFailure(EISDIR, path);
-    if (exists && !S_ISREG(earlier.st_mode)) return WriteInPlace(target, contents);
-    // A rename asks for no right to the file itself; a file that its owner has protected stays.
-    if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) throw FileFailure(errno, path);
-
-    const std::filesystem::path folder = FolderOf(target);
-    TemporaryFile temporary(folder);
-    Descriptor& file = temporary.File();
-    if (!file.IsOpen()) throw FileFailure(errno, path);
-    if (exists) KeepPermissions(file.Get(), earlier);
-    if (!WriteAll(file.Get(), contents) || fsync(file.Get()) != 0 || !file.Close() || !temporary.RenameTo(target)) {
-        throw FileFailure(errno, path);
+    if (exists && !S_ISREG(earlier.st_mode)) {
+        target_->InPlace.emplace(open(target.c_str(), O_WRONLY | O_CLOEXEC));
+    } else {
+        // A rename asks for no right to the file itself; a file that its owner has protected stays.
+        if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) throw FileFailure(errno, path);
+        target_->Temporary.emplace(FolderOf(target));
     }
+    if (!target_->File().IsOpen()) throw FileFailure(errno, path);
+    if (exists && target_->Temporary) KeepPermissions(target_->File().Get(), earlier);
+}
 
+FileReplacement::~FileReplacement() = default;
+
+void FileReplacement::Write(std::string_view contents) {
+    constexpr std::size_t kBuffer = 1 << 16;
+    buffer_.append(contents);
+    if (buffer_.size() >= kBuffer) Flush();
+}
+
+void FileReplacement::Flush() {
+    if (!WriteAll(target_->File().Get(), buffer_)) throw FileFailure(errno, target_->Path);
+    buffer_.clear();
+}
+
+void FileReplacement::Commit() {
+    Flush();
+    Descriptor& file = target_->File();
+    if (target_->InPlace) {
+        if (!file.Close()) throw FileFailure(errno, target_->Path);
+        return;
+    }
+    if (fsync(file.Get()) != 0 || !file.Close() || !target_->Temporary->RenameTo(target_->Path)) {
+        throw FileFailure(errno, target_->Path);
+    }
     // The rename itself must outlast a power cut. Some file systems cannot flush a folder, and keep the order by themselves.
-    Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (opened.IsOpen() && fsync(opened.Get()) != 0 && errno == EIO) throw FileFailure(errno, path);
+    Descriptor folder(open(FolderOf(target_->Path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.IsOpen() && fsync(folder.Get()) != 0 && errno == EIO) throw FileFailure(errno, target_->Path);
+}
+
+void ReplaceFile(const std::filesystem::path& path, std::string_view contents) {
+    FileReplacement file(path);
+    file.Write(contents);
+    file.Commit();
 }
 
 std::string ReadWholeFile(const std::filesystem::path& path) {

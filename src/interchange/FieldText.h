@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/jet/TableDef.h"
+#include "platform/jet/Value.h"
+
+// The text form of one column's value in files and on the command line, in UTF-8.
+//
+// Dates are YYYY-MM-DD, with THH:MM:SS behind it when there is a time of day; amounts have a point, at most four decimals and no
+// commas; integers are plain, booleans True and False. A moment that the calendar form cannot tell exactly (finer than a second, or
+// a year that has not four digits) is its count of days behind an "@". What one way writes, the other reads back to the same value.
+namespace tallymar {
+
+// A text value is a view of `buffer`, which must outlive it. Failures, each with a text that says what is wrong with this one:
+// TypeMismatch (no such number, date or True/False; a character that Windows-1252 does not have), Overflow, FieldTooSmall,
+// ZeroLengthNotAllowed.
+jet::Value ParseFieldText(const jet::Field& field, std::string_view utf8, std::string& buffer);
+
+// Null, but for a Boolean, which is never empty: InvalidUseOfNull.
+jet::Value NullFieldValue(const jet::Field& field);
+
+// Nothing for Null. A text comes as it is, without quotes.
+void AppendFieldText(const jet::Value& value, std::string& utf8);
+
+}  // namespace tallymar

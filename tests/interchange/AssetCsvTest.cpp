@@ -1,0 +1,207 @@
+#include "interchange/AssetCsv.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <limits>
+#include <random>
+#include <sstream>
+
+#include "platform/runtime/PlatformError.h"
+#include "store/Schema.h"
+#include "support/TempFolder.h"
+
+namespace tallymar {
+namespace {
+
+using jet::FieldType;
+using jet::Value;
+using testing::HasSubstr;
+
+struct Company {
+    explicit Company(const std::filesystem::path& path) : File(jet::Database::Create(path)), Assets(Build()) {}
+
+    jet::Recordset Build() {
+        CreateSchema(File);
+        return File.OpenRecordset("Assets");
+    }
+    std::string Dump(const std::vector<std::string>& columns = {}) {
+        std::ostringstream out;
+        DumpAssets(Assets, columns, out);
+        return out.str();
+    }
+    CsvCounts Load(const std::filesystem::path& path) { return LoadAssets(File, Assets, path); }
+
+    jet::Database File;
+    jet::Recordset Assets;
+};
+
+class AssetCsvTest : public testing::Test {
+ protected:
+    std::filesystem::path Write(const std::string& text) {
+        const std::filesystem::path path = folder_ / "in.csv";
+        std::ofstream(path, std::ios::binary) << text;
+        return path;
+    }
+
+    test::TempFolder folder_;
+    Company company_{folder_ / "a.mdb"};
+};
+
+// Values that a spreadsheet, a parser or a conversion is most likely to spoil.
+class OddValues {
+ public:
+    Value For(const jet::Field& field) {
+        if (field.Type == FieldType::Boolean) return Value(Pick(2) == 1);
+        if (Pick(6) == 0) return Value();
+        switch (field.Type) {
+            case FieldType::Text:
+                text_ = Text(static_cast<std::size_t>(field.Size));
+                return Value(text_);
+            case FieldType::Date:
+                return Value(Date::FromSerial(Serial()));
+            case FieldType::Currency: {
+                constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+                const std::int64_t counts[] = {0, 1, -1, 9999, -5000, 123456789, kMax, -kMax - 1, Pick(1000000) * 100};
+                return Value(CurrencyAmount::FromTenThousandths(counts[Pick(9)]));
+            }
+            default: {
+                const std::int16_t numbers[] = {0, -1, 7, 200, 32767, -32768};
+                return Value(numbers[Pick(6)]);
+            }
+        }
+    }
+
+ private:
+    int Pick(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
+
+    std::string Text(std::size_t size) {
+        const std::string samples[] = {"",   " ",     "      ",  "a\"b", "\"",           "x,y",  "one\r\ntwo", "\n",
+                                       "\r", " lead", "trail  ", "'=1",  "caf\xE9 \x80", "\x81", "1E5",        "007"};
+        std::string text = samples[Pick(16)];
+        if (Pick(3) == 0) {
+            for (char& c : text = std::string(size, ' ')) c = static_cast<char>(1 + Pick(255));
+        }
+        return text.substr(0, size);
+    }
+
+    double Serial() {
+        const double serials[] = {0,   37986, 37986.5, 37986 + 53100.0 / 86400, 37986.123456789, -1, -1.25, -657434, 2958465, 1e9,
+                                  0.1, 60,    1e-9};
+        return serials[Pick(13)];
+    }
+
+    std::mt19937 random_{20031231};
+    std::string text_;
+};
+
+TEST_F(AssetCsvTest, DumpAndLoadIntoANewFileReproduceEveryValue) {
+    constexpr int kRows = 300;
+    OddValues odd;
+    const std::vector<jet::Field>& fields = company_.Assets.Definition().Fields;
+    for (int row = 0; row < kRows; ++row) {
+        company_.Assets.AddNew();
+        for (const jet::Field& field : fields) company_.Assets.Set(field.Name, odd.For(field));
+        company_.Assets.Set("AssetNum", "A" + std::to_string(row) + (row % 3 == 0 ? " " : ""));
+        company_.Assets.Update();
+    }
+    const std::string dumped = company_.Dump();
+
+    Company copy(folder_ / "b.mdb");
+    const CsvCounts counts = copy.Load(Write(dumped));
+    EXPECT_EQ(counts.Added, kRows);
+    EXPECT_EQ(counts.Rewritten, 0);
+    ASSERT_EQ(copy.Assets.RecordCount(), kRows);
+    company_.Assets.SetIndex("AssetNum");
+    for (copy.Assets.MoveFirst(); !copy.Assets.Eof(); copy.Assets.MoveNext(), company_.Assets.MoveNext()) {
+        for (const jet::Field& field : fields) {
+            ASSERT_EQ(copy.Assets.Get(field.Name), company_.Assets.Get(field.Name))
+                << copy.Assets.Get("AssetNum").Text() << " " << field.Name;
+        }
+    }
+    EXPECT_EQ(copy.Dump(), dumped);
+    EXPECT_EQ(copy.Load(Write(dumped)).Rewritten, kRows);
+    EXPECT_EQ(copy.Dump(), dumped);
+}
+
+TEST_F(AssetCsvTest, AKnownNumberRewritesItsRowAndLeavesOtherColumnsAlone) {
+    company_.Load(
+        Write("AssetNum,Description,Basis(1),Sold\r\nA1    ,Lathe,1250.5,True\r\nB2,\"Drill, \"\"big\"\"\",,False\r\n"));
+    // The other line end, a byte order mark, another order of columns, other letter case, an empty line, no end of the last line.
+    const CsvCounts counts =
+        company_.Load(Write("\xEF\xBB\xBF"
+                            "basis(1),ASSETNUM,Purchased\n-.25,a1,2003-02-28\n\n7,C3,1899-12-30"));
+    EXPECT_EQ(counts.Added, 1);
+    EXPECT_EQ(counts.Rewritten, 1);
+    EXPECT_EQ(company_.Dump({"AssetNum", "Description", "BASIS(1)", "Sold", "Purchased"}),
+              "AssetNum,Description,Basis(1),Sold,Purchased\r\n"
+              "a1,Lathe,-0.25,True,2003-02-28\r\n"
+              "B2,\"Drill, \"\"big\"\"\",,False,\r\n"
+              "C3,,7,False,1899-12-30\r\n");
+    EXPECT_THROW(company_.Dump({"AssetNum", "Cost"}), PlatformError);
+}
+
+TEST_F(AssetCsvTest, ABadFileIsRefusedWholeWithItsLineAndColumn) {
+    struct Case {
+        std::string Text;
+        Failure Code;
+        const char* Complaint;
+    };
+    const Case cases[] = {
+        {"", Failure::ItemNotFound, "in.csv: the file is empty"},
+        {"Description\nx\n", Failure::ItemNotFound, "line 1: the header does not name AssetNum"},
+        {"AssetNum,Cost\nA1,5\n", Failure::ItemNotFound, "line 1, column 2: the table has no column \"Cost\""},
+        {"AssetNum,Sold,sold\nA1,True,True\n", Failure::DuplicateKey, "line 1, column 3: the header names Sold twice"},
+        {"AssetNum,Sold\nA1,True\nA2\n", Failure::TypeMismatch,
+         "line 3, column Sold: the row has 1 fields where the header has 2"},
+        {"AssetNum,Sold\nA1,True,\n", Failure::TypeMismatch, "line 2, column 3: the row has 3 fields where the header has 2"},
+        {"AssetNum,Purchased\nA1,2003-02-28\nA2,2003-02-29\n", Failure::TypeMismatch,
+         "line 3, column Purchased: \"2003-02-29\" is no date"},
+        {"AssetNum,Purchased\nA1,2/28/2003\n", Failure::TypeMismatch, "column Purchased: \"2/28/2003\" is no date"},
+        {"AssetNum,Purchased\nA1,\"\"\n", Failure::TypeMismatch, "column Purchased: \"\" is no date"},
+        {"AssetNum,Basis(2)\nA1,\"1,250.00\"\n", Failure::TypeMismatch, "column Basis(2): \"1,250.00\" is no amount"},
+        {"AssetNum,Basis(2)\nA1,1.23456\n", Failure::TypeMismatch, "column Basis(2): \"1.23456\" is no amount"},
+        {"AssetNum,Basis(2)\nA1,1e5\n", Failure::TypeMismatch, "column Basis(2): \"1e5\" is no amount"},
+        {"AssetNum,FedLife\nA1,5.0\n", Failure::TypeMismatch, "column FedLife: \"5.0\" is no whole number"},
+        {"AssetNum,FedLife\nA1,32768\n", Failure::Overflow, "column FedLife: \"32768\" is not within"},
+        {"AssetNum,Sold\nA1,-1\n", Failure::TypeMismatch, "column Sold: \"-1\" is neither True nor False"},
+        {"AssetNum,Sold\nA1,\n", Failure::InvalidUseOfNull, "column Sold: True or False is wanted"},
+        {"AssetNum,NewUsed\nA1,NEW\n", Failure::FieldTooSmall, "column NewUsed: \"NEW\" has 3 characters; the column holds 1"},
+        {"AssetNum,Description\nA1,\"one\ntwo\"\nA2,\xE4\xB8\xAD\n", Failure::TypeMismatch,
+         "line 4, column Description: \"?\" has a character"},
+        {"AssetNum,Description\nA1,\xFF\n", Failure::TypeMismatch, "line 2, column Description: \"?\" has a character"},
+        {"AssetNum,Sold\n,True\n", Failure::NullKey, "line 2, column AssetNum: every asset needs a number"},
+        {"AssetNum,Sold\n\"\",True\n", Failure::ZeroLengthNotAllowed, "line 2, column AssetNum"},
+        {"AssetNum\nA1\nB1\n\"a1  \"\n", Failure::DuplicateKey, "line 4, column AssetNum: asset a1 is in line 2 already"},
+        {"AssetNum,Description\nA1,5\" pipe\n", Failure::InvalidCall, "in.csv, line 2: a quotation mark"},
+        {"AssetNum,Description\nA1,\"5\" pipe\n", Failure::InvalidCall, "in.csv, line 2: a quotation mark"},
+        {"AssetNum,Description\nA1,x\nA2,\"5 pipe\nA3,y\n", Failure::InvalidCall, "in.csv, line 3: the field in quotation marks"},
+    };
+    for (const Case& bad : cases) {
+        SCOPED_TRACE(bad.Text);
+        try {
+            company_.Load(Write(bad.Text));
+            ADD_FAILURE() << "was taken";
+        } catch (const PlatformError& failure) {
+            EXPECT_EQ(failure.Code(), bad.Code);
+            EXPECT_THAT(failure.what(), HasSubstr(bad.Complaint));
+        }
+        EXPECT_EQ(company_.Assets.RecordCount(), 0);
+    }
+    EXPECT_THROW(company_.Load(folder_ / "none.csv"), PlatformError);
+    EXPECT_THROW(company_.Load(folder_.Path()), PlatformError);
+}
+
+TEST_F(AssetCsvTest, AFailureOfTheDatabaseTakesBackTheRowsBeforeIt) {
+    company_.Load(Write("AssetNum,Division\nA2,Mill\n"));
+    company_.File.CreateIndex("Assets", {.Name = "Division", .Fields = {"Division"}, .Primary = false, .Required = true});
+    company_.Assets = company_.File.OpenRecordset("Assets");
+    const std::string before = company_.Dump();
+    EXPECT_THROW(company_.Load(Write("AssetNum,Division\nA1,Lathe\nA2,Press\nA3,\nA4,Saw\n")), PlatformError);
+    EXPECT_EQ(company_.Dump(), before);
+    EXPECT_EQ(company_.Load(Write("AssetNum,Division\nA3,Saw\n")).Added, 1);
+}
+
+}  // namespace
+}  // namespace tallymar
