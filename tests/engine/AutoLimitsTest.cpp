@@ -52,6 +52,13 @@ TEST_F(AutoLimits, AWholeLifeAtTheLimit) {
     EXPECT_EQ(engine.DeprStatusCode(), 0) << "an automobile's period is never completed";
 }
 
+TEST_F(AutoLimits, BehindItsPeriodTheMethodCountsNoMore) {
+    TestAsset asset = Automobile(Day(1995, 5, 1)).Convention("N");
+    asset.Record.PrevDepr[1] = Money("29000");
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2000)), Money("400")) << "year 6: 40% of what is left, no straight line";
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("1000")) << "year 7: the limit, up to what is left";
+}
+
 TEST_F(AutoLimits, ScaleWithBusinessUse) {
     TestAsset asset = Automobile(Day(1995, 5, 1));
     asset.Record.BusinessUse = Money("60");
