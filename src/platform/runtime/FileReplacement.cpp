@@ -137,7 +137,7 @@ FileReplacement::FileReplacement(const std::filesystem::path& path) : target_(st
         target_->InPlace.emplace(open(target.c_str(), O_WRONLY | O_CLOEXEC));
     } else {
         // A rename asks for no right to the file itself; a file that its owner has protected stays.
-        if (exists && access(target.c_str(), W_OK) != 0) throw FileFailure(errno, path);
+        if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) throw FileFailure(errno, path);
         target_->Temporary.emplace(FolderOf(target));
     }
     if (!target_->File().IsOpen()) throw FileFailure(errno, path);
