@@ -232,6 +232,8 @@ void AssetEditSession::ShowAssetStatus() {
     if (Tab == kGeneralTab || Tab == kSaleTab) MsgLabel = AssetStatusText(Values, editRecord_);
 }
 
-void AssetEditSession::SetMirrors() { Mirrors = {Values.AssetNum, Values.Description, Values.InService}; }
+void AssetEditSession::SetMirrors() {
+    Mirrors = {Values.AssetNum, Values.Description, Values.InService};
+}
 
 }  // namespace tallymar

@@ -15,12 +15,13 @@
 
 namespace tallymar {
 
-// One asset on the screen: how it comes from its row into the fields and back, the moves through the company, and what the fields'
-// events lead to. The window moves Values to and from its controls and reports what its user does; everything else is here.
+// One asset on the screen: how it comes from its row into the fields and back, the moves through the company, and what the
+// fields' events lead to. The window moves Values to and from its controls and reports what its user does; everything else is
+// here.
 //
-// The session writes through: whatever stands in the fields goes to the row when the asset is left, and there is no way back. A row that
-// cannot be written (a duplicate number, a text too long for its column, a full disk) fails with the database's PlatformError: the row
-// then is as it was, the entry stays in the fields and the asset on the screen.
+// The session writes through: whatever stands in the fields goes to the row when the asset is left, and there is no way back. A
+// row that cannot be written (a duplicate number, a text too long for its column, a full disk) fails with the database's
+// PlatformError: the row then is as it was, the entry stays in the fields and the asset on the screen.
 class AssetEditSession {
  public:
     AssetEditSession(CompanySession& company, AssetEditState& state, Prompts& prompts);
@@ -51,8 +52,8 @@ class AssetEditSession {
     std::string Caption();
     // The first asset of a form just opened.
     void Open();
-    // Fills Values from the row where the recordset stands; before the first or behind the last row, from that one. With no rows it
-    // does nothing.
+    // Fills Values from the row where the recordset stands; before the first or behind the last row, from that one. With no rows
+    // it does nothing.
     void LoadEdit();
     void SaveEdit();
 
@@ -66,7 +67,8 @@ class AssetEditSession {
     bool Delete();
     // The Close command: the next form starts where the recordset stands.
     void Close();
-    // The form goes, however that was caused. What cannot be saved is lost, after a message unless its failure has been shown already.
+    // The form goes, however that was caused. What cannot be saved is lost, after a message unless its failure has been shown
+    // already.
     void Unload();
     void CopyAsset() { state_.CopySourceAssetNum = Values.AssetNum; }
 

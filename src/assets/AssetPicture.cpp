@@ -24,12 +24,15 @@ constexpr std::size_t kShortestPath = 3;
 using namespace std::string_view_literals;
 constexpr std::array<std::string_view, 5> kFirstBytes = {"\xFF\xD8\xFF"sv, "GIF8"sv, "II*\0"sv, "MM\0*"sv, "BM"sv};
 
-std::string Screen(const fs::path& path) { return FromUtf8(path.string()); }
+std::string Screen(const fs::path& path) {
+    return FromUtf8(path.string());
+}
 
 std::string ReadWhole(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     std::string contents{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file.good() && !file.eof()) throw PlatformError(Failure::PermissionDenied, "The file " + Screen(path) + " cannot be read");
+    if (!file.good() && !file.eof())
+        throw PlatformError(Failure::PermissionDenied, "The file " + Screen(path) + " cannot be read");
     return contents;
 }
 
@@ -98,10 +101,13 @@ std::optional<std::string> PictureProblem(const fs::path& path) {
     std::string head(4, '\0');
     file.read(head.data(), static_cast<std::streamsize>(head.size()));
     head.resize(static_cast<std::size_t>(file.gcount()));
-    const bool known = std::any_of(kFirstBytes.begin(), kFirstBytes.end(), [&head](std::string_view first) { return head.starts_with(first); });
+    const bool known =
+        std::any_of(kFirstBytes.begin(), kFirstBytes.end(), [&head](std::string_view first) { return head.starts_with(first); });
     return known ? std::nullopt : std::optional<std::string>(kInvalidPicture);
 }
 
-std::string PictureNotFound(std::string_view pictureName) { return "Picture file " + std::string(pictureName) + " not found"; }
+std::string PictureNotFound(std::string_view pictureName) {
+    return "Picture file " + std::string(pictureName) + " not found";
+}
 
 }  // namespace tallymar

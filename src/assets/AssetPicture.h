@@ -22,15 +22,15 @@ struct PictureCommand {
 };
 PictureCommand PictureCommandFor(std::string_view pictureName);
 
-// Asks for a picture, copies it into the folder of pictures if it lies elsewhere, and returns its name; nullopt when cancelled or,
-// after a message, when the asset cannot hold the name. A failed copy leaves a picture of that name as it was.
+// Asks for a picture, copies it into the folder of pictures if it lies elsewhere, and returns its name; nullopt when cancelled
+// or, after a message, when the asset cannot hold the name. A failed copy leaves a picture of that name as it was.
 std::optional<std::string> AddPicture(const std::filesystem::path& images, Prompts& prompts);
 
 // Where the picture of that name lies; letter case counts only where two names differ in nothing else.
 std::filesystem::path PicturePath(const std::filesystem::path& images, std::string_view pictureName);
 
-// Why the file is no picture to show, judged by its first bytes whatever its name says; nullopt when it is one. The decoder may still
-// refuse it: kInvalidPicture then.
+// Why the file is no picture to show, judged by its first bytes whatever its name says; nullopt when it is one. The decoder may
+// still refuse it: kInvalidPicture then.
 std::optional<std::string> PictureProblem(const std::filesystem::path& path);
 inline constexpr std::string_view kInvalidPicture = "Invalid Placeable Picture";
 std::string PictureNotFound(std::string_view pictureName);

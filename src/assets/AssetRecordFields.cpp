@@ -17,9 +17,13 @@ namespace {
 
 constexpr std::string_view kBlankTaxGroup = "      ";
 
-std::string DateText(Date date) { return date.IsNone() ? std::string() : FormatShortDate(date); }
+std::string DateText(Date date) {
+    return date.IsNone() ? std::string() : FormatShortDate(date);
+}
 
-std::string_view OrBlankGroup(std::string_view taxGroup) { return RTrim(taxGroup).empty() ? kBlankTaxGroup : taxGroup; }
+std::string_view OrBlankGroup(std::string_view taxGroup) {
+    return RTrim(taxGroup).empty() ? kBlankTaxGroup : taxGroup;
+}
 
 template <typename Codes>
 void StoreIndex(const Codes& codes, std::string_view code, std::int16_t& index) {

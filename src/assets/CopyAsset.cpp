@@ -31,7 +31,9 @@ std::string FreeNumber(jet::Recordset& assets, std::string_view prefix, long lon
 
 }  // namespace
 
-std::string CopyNumber(std::string_view prefix, long long k) { return std::string(prefix) + Format(k, PictureFor(prefix.size())); }
+std::string CopyNumber(std::string_view prefix, long long k) {
+    return std::string(prefix) + Format(k, PictureFor(prefix.size()));
+}
 
 std::string CopySource(CompanySession& session, const std::string& given) {
     const jet::Recordset& assets = session.AssetsRecordset();
@@ -66,7 +68,8 @@ std::vector<std::string> StartCopy(CompanySession& session, const CopyAssetOptio
         if (!prompts.AskYesNo("Add copy of Asset " + source + " as " + number, "Confirm - Copy Asset")) continue;
         // The record would cut it, and a cut number could be another asset's.
         if (number.size() > record.AssetNum.View().size()) {
-            throw PlatformError(Failure::FieldTooSmall, "Asset number " + number + ": " + std::string(FailureText(Failure::FieldTooSmall)));
+            throw PlatformError(Failure::FieldTooSmall,
+                                "Asset number " + number + ": " + std::string(FailureText(Failure::FieldTooSmall)));
         }
         record.AssetNum = number;
         session.AddAssetRecord(record);

@@ -12,7 +12,9 @@ namespace {
 
 constexpr std::string_view kBooks[] = {"Federal", "State", "Book", "AMT"};
 
-bool IsPreviousColumn(int column) { return column % 2 == 1; }
+bool IsPreviousColumn(int column) {
+    return column % 2 == 1;
+}
 
 std::string Heading(int row, int column) {
     if (row == 0) return column == 0 ? std::string() : std::string(kBooks[(column - 1) / 2]);
@@ -46,7 +48,9 @@ std::string DeprBuildGrid::TabSeparated(int firstRow, int firstColumn, int lastR
     return text;
 }
 
-bool CanBuild(Date federalYearEnd) { return federalYearEnd > Date::FromYmd(1900, 1, 1); }
+bool CanBuild(Date federalYearEnd) {
+    return federalYearEnd > Date::FromYmd(1900, 1, 1);
+}
 
 Date FirstYearEnd(Date inService, Date yearEnd) {
     const int month = yearEnd.Month();

@@ -44,13 +44,13 @@ inline constexpr std::string_view kYearEndsMissing = "Company fiscal year end da
 // Is the company's Federal year end one that a build can run to?
 bool CanBuild(Date federalYearEnd);
 
-// The first year end, of the month and day of the given one, on or after the day in service. Failure::InvalidCall when the year has no
-// such day (a February 29).
+// The first year end, of the month and day of the given one, on or after the day in service. Failure::InvalidCall when the year
+// has no such day (a February 29).
 Date FirstYearEnd(Date inService, Date yearEnd);
 
-// Rebuilds an asset's depreciation from nothing: the engine runs once per year and book, up to the Federal year end, whatever the year
-// ends of the other books are. Leaves the last year's state in `record` and every year in `grid`. The caller has set the engine's RoundText.
-// A failure of the engine reaches the caller, and `record` is as it was.
+// Rebuilds an asset's depreciation from nothing: the engine runs once per year and book, up to the Federal year end, whatever the
+// year ends of the other books are. Leaves the last year's state in `record` and every year in `grid`. The caller has set the
+// engine's RoundText. A failure of the engine reaches the caller, and `record` is as it was.
 void BuildDepreciation(AssetRecord& record, Date federalYearEnd, ADepre& engine, DeprBuildGrid& grid);
 
 }  // namespace tallymar

@@ -28,7 +28,7 @@ constexpr TypeStart kTypeStarts[] = {
 
 struct Disposition {
     AssetField Field;
-    bool AssetFieldValues::* Checked;
+    bool AssetFieldValues::*Checked;
     std::string_view Status;
 };
 
@@ -66,7 +66,7 @@ bool FeedsAdjBasis(AssetField field) {
 }
 
 template <typename T>
-void Spread(AssetFieldValues& values, T BookFieldValues::* item, bool feedsAdjBasis) {
+void Spread(AssetFieldValues& values, T BookFieldValues::*item, bool feedsAdjBasis) {
     for (int book = kFirstBook + 1; book <= kLastBook; ++book) {
         T& target = values.Book[book].*item;
         if (target == values.Book[kFirstBook].*item) continue;
@@ -104,9 +104,13 @@ NewAssetDefaults DefaultsOf(const UserProfile& profile) {
             .NumericNumbers = profile.NumericAssetNumbers};
 }
 
-CurrencyAmount ThroughField(double value) { return CurrencyAmount::Parse(Format(value, "0.00")).value_or(CurrencyAmount()); }
+CurrencyAmount ThroughField(double value) {
+    return CurrencyAmount::Parse(Format(value, "0.00")).value_or(CurrencyAmount());
+}
 
-CurrencyAmount ThroughField(CurrencyAmount value) { return CurrencyAmount::Parse(Format(value, "0.00")).value_or(CurrencyAmount()); }
+CurrencyAmount ThroughField(CurrencyAmount value) {
+    return CurrencyAmount::Parse(Format(value, "0.00")).value_or(CurrencyAmount());
+}
 
 void MoveList(AssetFieldValues& values, AssetField list, int book, std::string_view entry) {
     const AssetFieldDef& field = FieldDef(list);
@@ -186,7 +190,8 @@ void ComputeAdjBasis(AssetFieldValues& values, int book) {
     const double credit = fields.TaxCredit.ToDouble();
     if (YearOf(values.InService) <= kLastYearWithoutCreditReduction || fields.TaxCredit <= CurrencyAmount()) return;
     const auto halveCredit = [&fields, credit](double limit) {
-        if (fields.AdjBasis.ToDouble() * limit < credit) fields.AdjBasis = ThroughField(fields.AdjBasis.ToDouble() - credit * 0.5);
+        if (fields.AdjBasis.ToDouble() * limit < credit)
+            fields.AdjBasis = ThroughField(fields.AdjBasis.ToDouble() - credit * 0.5);
     };
     if (values.ClassLife > Units(4)) halveCredit(0.09);
     if (values.ClassLife < Units(5)) halveCredit(0.05);
@@ -200,7 +205,8 @@ void ComputeGainLoss(AssetFieldValues& values, const AssetRecord& record) {
     values.GainLoss = ThroughField(recovered.ToDouble() - values.SoldExpense.ToDouble() - record.Basis[kFirstBook].ToDouble());
 }
 
-void ApplyChange(AssetFieldValues& values, AssetField field, int book, const FieldRuleContext& context, const AssetRecord& record) {
+void ApplyChange(AssetFieldValues& values, AssetField field, int book, const FieldRuleContext& context,
+                 const AssetRecord& record) {
     switch (field) {
         case AssetField::AssetType:
             return ApplyAssetType(values, context.Defaults);

@@ -8,8 +8,8 @@
 #include "store/AssetRecord.h"
 #include "store/UserProfile.h"
 
-// The rules by which one field of the asset form changes others while it is being edited. They help with entry and check nothing: any
-// type may stand with any method, life and convention. The tax rules are the engine's.
+// The rules by which one field of the asset form changes others while it is being edited. They help with entry and check nothing:
+// any type may stand with any method, life and convention. The tax rules are the engine's.
 namespace tallymar {
 
 // The user's choices for new assets that the rules and the new-asset command start from.
@@ -55,7 +55,8 @@ void ComputeAdjBasis(AssetFieldValues& values, int book);
 void ComputeGainLoss(AssetFieldValues& values, const AssetRecord& record);
 
 // All that a change of one field, typed or chosen, leads to.
-void ApplyChange(AssetFieldValues& values, AssetField field, int book, const FieldRuleContext& context, const AssetRecord& record);
+void ApplyChange(AssetFieldValues& values, AssetField field, int book, const FieldRuleContext& context,
+                 const AssetRecord& record);
 
 // The status line of an asset: its disposition as checked now, else how far `record` is depreciated in the Federal book.
 std::string_view AssetStatusText(const AssetFieldValues& values, const AssetRecord& record);

@@ -24,13 +24,15 @@ constexpr std::array<ColumnDef, 6> kColumnDefs = {{{"Asset #", "AssetNum"},
                                                    {"Date", "InService"},
                                                    {"Description", "Description"}}};
 
-const ColumnDef& DefOf(FindColumn column) { return kColumnDefs[static_cast<std::size_t>(column)]; }
+const ColumnDef& DefOf(FindColumn column) {
+    return kColumnDefs[static_cast<std::size_t>(column)];
+}
 
 // The text that sorts in the order of the days.
 constexpr std::string_view kDatePicture = "yyyy/mm/dd";
 
-// How a cell sorts: empty cells, then numbers as numbers, then other texts as texts, letter case apart. The head of the text decides
-// nearly all comparisons without going to the text itself.
+// How a cell sorts: empty cells, then numbers as numbers, then other texts as texts, letter case apart. The head of the text
+// decides nearly all comparisons without going to the text itself.
 struct SortKey {
     enum class Kind : std::uint8_t { Empty, Number, Text };
 
@@ -83,7 +85,9 @@ bool Less(const SortKey& a, const SortKey& b, bool anyCase) {
     return CompareTexts(a.Whole, b.Whole, anyCase) < 0;
 }
 
-bool IsAbove0(const jet::Value& amount) { return !amount.IsNull() && amount.Currency() > CurrencyAmount(); }
+bool IsAbove0(const jet::Value& amount) {
+    return !amount.IsNull() && amount.Currency() > CurrencyAmount();
+}
 
 }  // namespace
 
@@ -99,7 +103,9 @@ FindColumns FindColumns::For(bool byDate, bool byGLNumber) {
     return {{AssetNum, byGLNumber ? AccountNum : Division, InService, Description}};
 }
 
-std::string_view FindColumns::Heading(int column) const { return DefOf(Columns[static_cast<std::size_t>(column)]).Heading; }
+std::string_view FindColumns::Heading(int column) const {
+    return DefOf(Columns[static_cast<std::size_t>(column)]).Heading;
+}
 
 std::optional<int> FindColumns::Find(std::string_view heading) const {
     for (int column = 0; column < kCount; ++column) {
@@ -131,7 +137,9 @@ bool FindAssets::FillMore(std::int64_t rows) {
     return false;
 }
 
-void FindAssets::FillAll() { FillMore(std::numeric_limits<std::int64_t>::max()); }
+void FindAssets::FillAll() {
+    FillMore(std::numeric_limits<std::int64_t>::max());
+}
 
 void FindAssets::Append() {
     Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = CheckDisposed(assets_)};
@@ -165,7 +173,9 @@ std::string FindAssets::Cell(int row, int column) const {
     return text;
 }
 
-std::string FindAssets::AssetNum(int row) const { return std::string(Text(order_.at(static_cast<std::size_t>(row)), 0)); }
+std::string FindAssets::AssetNum(int row) const {
+    return std::string(Text(order_.at(static_cast<std::size_t>(row)), 0));
+}
 
 void FindAssets::Sort(int column) {
     // Dates run against the other columns: the first click shows the newest.
@@ -179,7 +189,8 @@ void FindAssets::Sort(int column, bool ascending) {
     const bool isDate = columns_.Columns[static_cast<std::size_t>(column)] == FindColumn::InService;
     std::vector<SortKey> keys;
     keys.reserve(order_.size());
-    for (const std::uint32_t row : order_) keys.push_back(isDate ? StringKey(Text(row, column), row) : GenericKey(Text(row, column), row));
+    for (const std::uint32_t row : order_)
+        keys.push_back(isDate ? StringKey(Text(row, column), row) : GenericKey(Text(row, column), row));
     std::stable_sort(keys.begin(), keys.end(), [ascending, isDate](const SortKey& a, const SortKey& b) {
         return ascending ? Less(a, b, !isDate) : Less(b, a, !isDate);
     });

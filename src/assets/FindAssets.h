@@ -11,8 +11,8 @@
 
 namespace tallymar {
 
-// Has the asset of the current row been sold or otherwise disposed of? An exchange under Notice 2000-4 carries no mark where there is
-// an amount of sale.
+// Has the asset of the current row been sold or otherwise disposed of? An exchange under Notice 2000-4 carries no mark where
+// there is an amount of sale.
 bool CheckDisposed(const jet::Recordset& assets);
 
 inline constexpr std::string_view kDisposedMark = "(*)";
@@ -31,17 +31,17 @@ struct FindColumns {
 
 // The list of all assets in the find window: a view of the company, sorted on a click, with a jump to what is typed.
 //
-// It reads the company through a recordset of its own, as far as it is asked to: a window shows the first rows at once and lets the
-// rest come while it waits for its user. Of a row it keeps its number and, in one block of text, what its cells show and sort by (about
-// 60 bytes a row). What others change or delete afterwards shows in the next window.
+// It reads the company through a recordset of its own, as far as it is asked to: a window shows the first rows at once and lets
+// the rest come while it waits for its user. Of a row it keeps its number and, in one block of text, what its cells show and sort
+// by (about 60 bytes a row). What others change or delete afterwards shows in the next window.
 class FindAssets {
  public:
     FindAssets(CompanySession& session, bool byDate, bool byGLNumber);
 
     const FindColumns& Columns() const { return columns_; }
 
-    // Reads that many rows more. False when all are in: the company's recordset then stands behind its last row, as after a pass of
-    // its own.
+    // Reads that many rows more. False when all are in: the company's recordset then stands behind its last row, as after a pass
+    // of its own.
     bool FillMore(std::int64_t rows);
     void FillAll();
     bool IsFilled() const { return filled_; }
@@ -51,8 +51,8 @@ class FindAssets {
     // The number without the mark.
     std::string AssetNum(int row) const;
 
-    // A click on a heading; reads what is missing first. The direction turns with every click, whatever the column. Equal rows keep
-    // their order.
+    // A click on a heading; reads what is missing first. The direction turns with every click, whatever the column. Equal rows
+    // keep their order.
     void Sort(int column);
     // The same with a direction that is told, as the command line does.
     void Sort(int column, bool ascending);

@@ -20,7 +20,8 @@ constexpr std::int16_t kDefaultLife = 5;
 constexpr std::int16_t kDefaultDBPercent = 200;
 constexpr std::size_t kFullWidth = 6;
 
-// A new asset's number is counted on from the digits that the last one begins with; what follows them, an "E" too, does not count.
+// A new asset's number is counted on from the digits that the last one begins with; what follows them, an "E" too, does not
+// count.
 long long LeadingDigits(std::string_view text) {
     const auto end = std::find_if(text.begin(), text.end(), [](char c) { return c < '0' || c > '9'; });
     return std::llround(Val(text.substr(0, static_cast<std::size_t>(end - text.begin()))));
@@ -57,7 +58,9 @@ std::string NextNumericNumber(jet::Recordset& assets) {
 }
 
 // The letter of a word; the column holds nothing but these two.
-std::string_view NewUsedLetter(std::string_view word) { return !word.empty() && ToUpper(word.front()) == 'U' ? "U" : "N"; }
+std::string_view NewUsedLetter(std::string_view word) {
+    return !word.empty() && ToUpper(word.front()) == 'U' ? "U" : "N";
+}
 
 // The index that a default writes to a book, or below 0 for a default that is no code: that column then stays empty.
 int TypeIndex(std::string_view code, int book) {
@@ -77,7 +80,8 @@ void SetBooks(jet::Recordset& assets, int book, const NewAssetDefaults& defaults
     const std::string suffix = "(" + std::to_string(book) + ")";
     assets.Set("IRSConvUsed" + suffix, "Y");
     if (defaults.DeprMethod == "DB") assets.Set("DBPercent" + suffix, kDefaultDBPercent);
-    if (const int type = TypeIndex(defaults.DeprType, book); type >= 0) assets.Set("DeprType" + suffix, static_cast<std::int16_t>(type));
+    if (const int type = TypeIndex(defaults.DeprType, book); type >= 0)
+        assets.Set("DeprType" + suffix, static_cast<std::int16_t>(type));
     if (const int method = MethodIndex(defaults.DeprMethod); method >= 0) {
         assets.Set("DeprMethod" + suffix, static_cast<std::int16_t>(method));
     }
