@@ -28,7 +28,7 @@ DatabaseState::DatabaseState(const std::filesystem::path& path, Connection::Mode
     }
     connection_.Execute("PRAGMA synchronous = FULL");
     connection_.Execute("PRAGMA trusted_schema = OFF");
-    connection_.Execute("PRAGMA cache_size = -65536");  // a batch over a large company stays in memory until its commit
+    connection_.Execute("PRAGMA cache_size = -16384");  // bounds the memory of a batch, however large the company
 }
 
 void DatabaseState::CreateHeader() {
