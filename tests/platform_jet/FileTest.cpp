@@ -154,9 +154,10 @@ TEST_F(FileTest, AnUpdateLeavesAloneWhatItHasNotChanged) {
     plain.Update();
     plain.MoveNext();
     set(plain, "A", 12);
+    plain.Set("B", std::int16_t{13});
     plain.Update();
     batch.Commit();
-    EXPECT_EQ(program.Run("SELECT * FROM Plain"), (std::vector<std::string>{"y|11|20", "→|12|2"}));
+    EXPECT_EQ(program.Run("SELECT * FROM Plain"), (std::vector<std::string>{"y|11|20", "→|12|13"}));
 }
 
 TEST_F(FileTest, AChangeByAnotherProgramIsSeen) {
