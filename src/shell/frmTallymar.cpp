@@ -221,6 +221,8 @@ void Tallymar::ShowChild(CSForm* form) {
     QMdiSubWindow* window = area_->addSubWindow(form);
     window->setAttribute(Qt::WA_DeleteOnClose);
     form->show();
+    area_->setActiveSubWindow(window);
+    form->FocusFirst();
 }
 
 void Tallymar::ShowOrMake(const QString& name, const std::function<CSForm*()>& make) {

@@ -116,9 +116,13 @@ void CSForm::Adopt() {
 void CSForm::showEvent(QShowEvent* event) {
     Adopt();
     QWidget::showEvent(event);
-    if (!focusWidget()) {
-        if (QWidget* first = FirstField(this)) first->setFocus(Qt::TabFocusReason);
-    }
+    FocusFirst();
+}
+
+void CSForm::FocusFirst() {
+    QWidget* in = focusWidget();
+    if (!in || in == this) in = FirstField(this);
+    if (in) in->setFocus(Qt::TabFocusReason);
 }
 
 bool CSForm::eventFilter(QObject* watched, QEvent* event) {

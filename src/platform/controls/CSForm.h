@@ -23,6 +23,9 @@ class CSForm : public QWidget {
     // Closes it, whether it stands alone or within the main window.
     void Unload();
 
+    // Puts the keyboard in the first field, unless it is in one.
+    void FocusFirst();
+
     static void SetHint(QWidget* field, const QString& hint);
     static QString HintOf(const QWidget* field);
 
