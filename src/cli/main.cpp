@@ -33,6 +33,10 @@ int main(int argc, char** argv) {
     AddLoadCommand(app, context);
     AddDumpCommand(app, context);
     AddComputeCommand(app, context);
+    AddBuildCommand(app, context);
+    AddFindCommand(app, context);
+    AddCopyCommand(app, context);
+    AddNewAssetCommand(app, context);
 
     try {
         app.parse(argc, argv);
