@@ -149,6 +149,34 @@ TEST_F(MainWindow, CancelledCompanyProfileWritesNothing) {
     EXPECT_TRUE(window_.findChild<QMdiArea*>()->subWindowList().isEmpty());
 }
 
+TEST_F(MainWindow, UserProfileTurnsItsTabsByKeyboardAndSaves) {
+    Open(MakeCompany(false));
+    Action("mnuEditUserInformation")->trigger();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "sitxCompany");
+    EXPECT_EQ(In<QLabel>("frmEditUser", "TextMessage")->text(), "Enter your company name");
+    QTest::keyClicks(QApplication::focusWidget(), "Smith \"& Co\"");
+    for (int i = 0; i < 3; ++i) Press(Qt::Key_Down);
+    EXPECT_EQ(In<QLabel>("frmEditUser", "TextMessage")->text(), "Enter your 2 chararacter state code");
+    QTest::keyClicks(QApplication::focusWidget(), "oh");
+    Press(Qt::Key_Up);
+    EXPECT_EQ(In<QLineEdit>("frmEditUser", "sitxStateCode")->text(), "OH");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "sitxDataAsset");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "chkDateFind");
+    for (int i = 0; i < 3; ++i) Press(Qt::Key_Down);
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), "cboNewUsed");
+    QTest::keyClicks(QApplication::focusWidget(), "u");
+    In<QAbstractButton>("frmEditUser", "cmdSave")->click();
+    UserProfile saved;
+    saved.Load(folder_ / "Assets1.dat");
+    EXPECT_EQ(saved.At(UserProfile::kCompany), "Smith & Co");
+    EXPECT_EQ(saved.At(UserProfile::kStateCode), "OH");
+    EXPECT_EQ(saved.DefaultNewUsed, "Used");
+    EXPECT_EQ(saved.LastDataPath, (folder_ / "client.mdb").string());
+}
+
 TEST_F(MainWindow, ANewCompanysYearEndsFollowTheFederalOneOnTabbing) {
     window_.Session().NewCompany(folder_ / "new.mdb");
     ASSERT_TRUE(window_.Session().NewCompanyPending);
