@@ -1,11 +1,12 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "batch/ComputeCurrent.h"
 #include "cli/Commands.h"
-#include "platform/runtime/SequentialFile.h"
+#include "platform/runtime/FileReplacement.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/Vocabularies.h"
 
@@ -42,15 +43,16 @@ void Run(const Options& options, Context& context) {
     ADepre& engine = context.Engine();
     engine.ComputeMonth = static_cast<std::int16_t>(options.Month);
 
-    std::string list = "AssetNum,Book,CurrDepr,Status,StatusText\r\n";
+    std::optional<FileReplacement> list;
+    if (!options.List.empty()) list.emplace(options.List).Write("AssetNum,Book,CurrDepr,Status,StatusText\r\n");
     const auto addToList = [&list](const ComputedAsset& asset) {
-        list += std::string(asset.AssetNum) + ',' + std::to_string(asset.Book) + ',' + asset.CurrDepr.ToText() + ',' +
-                std::to_string(asset.Status) + ',' + (asset.StatusText.empty() ? "" : ToUtf8(Quoted(asset.StatusText))) + "\r\n";
+        list->Write(std::string(asset.AssetNum) + ',' + std::to_string(asset.Book) + ',' + asset.CurrDepr.ToText() + ',' +
+                    std::to_string(asset.Status) + ',' + (asset.StatusText.empty() ? "" : ToUtf8(Quoted(asset.StatusText))) + "\r\n");
     };
     const PerBook<bool> books = Chosen(options.Books);
     const auto totals = ComputeCurrent(session, engine, {.Compute = books, .UseMidQuarter = Chosen(options.MidQuarter)}, context.Asking(),
-                                       options.List.empty() ? std::function<void(const ComputedAsset&)>() : addToList);
-    if (!options.List.empty()) ReplaceFile(options.List, list);
+                                       list ? std::function<void(const ComputedAsset&)>(addToList) : nullptr);
+    if (list) list->Commit();
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!books[book]) continue;
         std::cout << kBookNames[static_cast<std::size_t>(book)] << ' ' << totals[book].InServiceText() << ' '

@@ -27,7 +27,9 @@ sys_days DayOf(double serial) {
     return kEpoch + days(static_cast<int>(whole));
 }
 
-year_month_day YmdOf(double serial) { return year_month_day(DayOf(serial)); }
+year_month_day YmdOf(double serial) {
+    return year_month_day(DayOf(serial));
+}
 
 std::tm LocalNow() {
     const std::time_t now = std::time(nullptr);
@@ -36,7 +38,9 @@ std::tm LocalNow() {
     return local;
 }
 
-Date DayOf(const std::tm& local) { return Date::FromYmd(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday); }
+Date DayOf(const std::tm& local) {
+    return Date::FromYmd(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
+}
 
 }  // namespace
 
@@ -53,26 +57,46 @@ Date Date::FromYmd(int year, int month, int day) {
     return FromSerial(static_cast<double>((sys_days(std::chrono::year(year) / month / day) - kEpoch).count()));
 }
 
-int Date::Year() const { return static_cast<int>(YmdOf(days_).year()); }
+int Date::Year() const {
+    return static_cast<int>(YmdOf(days_).year());
+}
 
-int Date::Month() const { return static_cast<int>(static_cast<unsigned>(YmdOf(days_).month())); }
+int Date::Month() const {
+    return static_cast<int>(static_cast<unsigned>(YmdOf(days_).month()));
+}
 
-int Date::Day() const { return static_cast<int>(static_cast<unsigned>(YmdOf(days_).day())); }
+int Date::Day() const {
+    return static_cast<int>(static_cast<unsigned>(YmdOf(days_).day()));
+}
 
 int Date::DayOfYear() const {
     const sys_days day = DayOf(days_);
     return static_cast<int>((day - sys_days(year_month_day(day).year() / 1 / 1)).count()) + 1;
 }
 
-int Date::Weekday() const { return static_cast<int>(std::chrono::weekday(DayOf(days_)).c_encoding()) + 1; }
-
-Date Date::AddYears(int years) const {
-    const double timeOfDay = std::fabs(days_ - std::trunc(days_));
-    const Date day = FromYmd(Year() + years, Month(), Day());
-    return FromSerial(day.days_ < 0 ? day.days_ - timeOfDay : day.days_ + timeOfDay);
+int Date::Weekday() const {
+    return static_cast<int>(std::chrono::weekday(DayOf(days_)).c_encoding()) + 1;
 }
 
-Date Today() { return DayOf(LocalNow()); }
+Date Date::OnDay(int year, int month, int day) const {
+    const double timeOfDay = std::fabs(days_ - std::trunc(days_));
+    const Date moved = FromYmd(year, month, day);
+    return FromSerial(moved.days_ < 0 ? moved.days_ - timeOfDay : moved.days_ + timeOfDay);
+}
+
+Date Date::AddYears(int years) const {
+    return OnDay(Year() + years, Month(), Day());
+}
+
+Date Date::AddYearsWithinMonth(int years) const {
+    const int year = Year() + years;
+    const bool leapDayMissing = Month() == 2 && Day() == 29 && !IsCalendarDay(year, 2, 29);
+    return OnDay(year, Month(), leapDayMissing ? 28 : Day());
+}
+
+Date Today() {
+    return DayOf(LocalNow());
+}
 
 Date Now() {
     const std::tm local = LocalNow();

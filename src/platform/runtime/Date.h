@@ -32,11 +32,15 @@ class Date {
     // The same month and day so many years on. A February 29 that the year does not have fails with Failure::InvalidCall and a
     // text that says so.
     Date AddYears(int years) const;
+    // The same, but where the year has no February 29 it is the 28th: how a posting moves its dates on.
+    Date AddYearsWithinMonth(int years) const;
     Date AddDays(double days) const { return FromSerial(days_ + days); }
 
     friend constexpr auto operator<=>(Date, Date) = default;
 
  private:
+    Date OnDay(int year, int month, int day) const;  // that day at this time of day
+
     double days_ = 0.0;
 };
 

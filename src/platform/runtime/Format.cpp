@@ -322,7 +322,7 @@ class DateWriter {
 
  private:
     // "AM/PM" starts here.
-    bool HalfMarkAt(std::size_t i) const { return UCase(picture_.substr(i, 5)) == "AM/PM"; }
+    bool HalfMarkAt(std::size_t i) const { return ToLower(picture_[i]) == 'a' && UCase(picture_.substr(i, 5)) == "AM/PM"; }
 
     // A run of one letter, or a single other character. Returns how much of the picture it took.
     std::size_t WriteRun(std::size_t i) {
@@ -331,7 +331,7 @@ class DateWriter {
         while (i + run < picture_.size() && ToLower(picture_[i + run]) == letter) ++run;
         const auto take = [&run](std::size_t longest) { return static_cast<int>(run = std::min(run, longest)); };
         const bool minutes = letter == 'n' || (letter == 'm' && afterHour_);
-        if (letter == 'h' || (letter >= 'a' && letter <= 'z')) afterHour_ = letter == 'h';
+        if (letter >= 'a' && letter <= 'z') afterHour_ = letter == 'h';
 
         if (minutes) {
             AppendNumber(out_, clock_.Minute, take(2));

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -11,25 +9,37 @@
 namespace tallymar {
 
 // Comma-delimited text files as the program has always read and written them, in Windows-1252.
-// Failures: FileNotFound, PathNotFound, PermissionDenied, PathAccess on opening; InputPastEnd when an item is asked for behind the last one; DiskFull or
-// DeviceError when writing or closing does not reach the disk.
+// Failures: FileNotFound, PathNotFound, PermissionDenied, PathAccess on opening; InputPastEnd when an item is asked for behind
+// the last one; DiskFull or DeviceError when writing or closing does not reach the disk. Their texts name the file.
 
-// Reads one item after the other. Items are apart by commas or line ends; blanks before an item are passed over; an item in double
-// quotes may hold commas and line ends. CR, LF and CR LF all end a line.
+// Reads one item after the other. Items are apart by commas or line ends; blanks before an item are passed over; an item in
+// double quotes may hold commas and line ends, but no quote: it ends at the next one. CR, LF and CR LF all end a line, and the
+// last line needs no end. An empty line is an empty item, as is what stands behind a comma at the end of a line.
 class SequentialReader {
  public:
     explicit SequentialReader(const std::filesystem::path& path);
 
-    bool AtEnd();  // no item is left
+    bool AtEnd() const;  // nothing but blank lines is left
     std::string ReadText();
-    double ReadNumber();  // Val of the item
+    double ReadNumber();  // Val of the item; without quotes, a blank ends a number too
     CurrencyAmount ReadCurrency() { return CurrencyAmount::FromDouble(ReadNumber()); }
     int ReadInteger();  // ties to even, 16 bits
+
+    bool HasLine() const;    // ReadLine has something to read, be it a blank line
     std::string ReadLine();  // the rest of the current line, without its end
 
  private:
+    void BeginItem();
+    void PassBlanks();
+    void PassLineEnd();
+    void PassDelimiter();
+    bool AtQuote() const;
+    std::string_view TakeUntil(std::string_view delimiters);
+    std::string_view TakeQuoted();
+
     std::string contents_;
     std::size_t position_ = 0;
+    bool itemPending_ = false;  // the last item ended in a comma
 };
 
 // Writes lines of quoted texts. Nothing of an earlier file of the name is harmed before Close has succeeded: the new contents are
@@ -43,14 +53,21 @@ class SequentialWriter {
 
     void WriteQuotedLine(std::string_view text);  // "text" and CR LF
     void WriteLine(std::string_view text);        // text and CR LF
+    // Fails as ReplaceFile does; it may then be tried again. Writing after it has succeeded fails with Failure::BadFileName.
     void Close();
 
  private:
+    void CheckOpen() const;
+
     std::filesystem::path path_;
     std::string contents_;
+    bool open_ = true;
 };
 
-// Puts contents in the file of that path, whole or not at all: written beside it, flushed to the disk, renamed over it. A link is followed; owner-set permissions of an earlier file stay.
+// Puts contents in the file of that path, whole or not at all (FileReplacement).
 void ReplaceFile(const std::filesystem::path& path, std::string_view contents);
+
+// The bytes of a file as they are.
+std::string ReadWholeFile(const std::filesystem::path& path);
 
 }  // namespace tallymar

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/runtime/CurrencyAmount.h"
+
+// The three ways in which a computation goes through double, named so that each place of conversion shows.
+namespace tallymar {
+
+inline double Real(CurrencyAmount amount) {
+    return amount.ToDouble();
+}
+inline double Real(int number) {
+    return static_cast<double>(number);
+}
+
+// The one conversion back at the end of an expression in double: four decimals, ties to even.
+inline CurrencyAmount ToAmount(double value) {
+    return CurrencyAmount::FromDouble(value);
+}
+
+// A whole number of cents, as the percentage tables give it.
+inline CurrencyAmount FromCents(std::int64_t cents) {
+    return ToAmount(static_cast<double>(cents) / 100.0);
+}
+
+// amount x percentage (100 meaning all of it) rounded to the cent, every half cent upward: percent and cents cancel each other.
+inline CurrencyAmount PercentageToCent(CurrencyAmount amount, CurrencyAmount percentage) {
+    return FromCents(WholePartOfProduct(amount, percentage));
+}
+
+}  // namespace tallymar

@@ -1,0 +1,186 @@
+#include "platform/controls/CSForm.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QScreen>
+#include <QTabBar>
+
+#include "platform/controls/EntryEdit.h"
+#include "platform/controls/Hourglass.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr const char* kHint = "hint";
+
+bool IsField(const QWidget* widget) {
+    return qobject_cast<const EntryEdit*>(widget) || qobject_cast<const QComboBox*>(widget) ||
+           qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QTabBar*>(widget);
+}
+
+void SendTab(QWidget* field, bool back) {
+    QKeyEvent tab(QEvent::KeyPress, back ? Qt::Key_Backtab : Qt::Key_Tab, back ? Qt::ShiftModifier : Qt::NoModifier);
+    QApplication::sendEvent(field, &tab);
+}
+
+QWidget* FirstField(QWidget* form) {
+    for (QWidget* next = form->nextInFocusChain(); next != form; next = next->nextInFocusChain()) {
+        if (form->isAncestorOf(next) && next->isVisibleTo(form) && next->isEnabled() && (next->focusPolicy() & Qt::TabFocus) &&
+            !qobject_cast<QTabBar*>(next)) {
+            return next;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+CSForm::CSForm(const char* name, const QString& title, QWidget* parent) : QWidget(parent) {
+    setObjectName(QString::fromLatin1(name));
+    setWindowTitle(title);
+    setAccessibleName(title);
+}
+
+void CSForm::ShowModal() {
+    QWidget* over = parentWidget() ? parentWidget()->window() : nullptr;
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint);
+    setWindowModality(Qt::ApplicationModal);
+    adjustSize();
+    QRect frame({}, size());
+    const QScreen* screen = over ? over->screen() : QApplication::primaryScreen();
+    frame.moveCenter(over && over->isVisible() ? over->geometry().center() : screen->availableGeometry().center());
+    move(frame.topLeft());
+    QEventLoop loop;
+    connect(this, &CSForm::Unloaded, &loop, &QEventLoop::quit);
+    unloaded_ = false;
+    show();
+    activateWindow();
+    loop.exec();
+}
+
+void CSForm::Unload() {
+    // Within the main window the frame is what closes, and it takes the form with it.
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+        frame->close();
+    } else {
+        close();
+    }
+}
+
+void CSForm::SetHint(QWidget* field, const QString& hint) {
+    field->setProperty(kHint, hint);
+    field->setAccessibleDescription(hint);
+}
+
+QString CSForm::HintOf(const QWidget* field) {
+    return field->property(kHint).toString();
+}
+
+QLabel* CSForm::MakeHintLine(const char* name) {
+    hintLine_ = new QLabel(this);
+    hintLine_->setObjectName(QString::fromLatin1(name));
+    hintLine_->setAccessibleName(tr("Status"));
+    hintLine_->setTextFormat(Qt::PlainText);
+    // A long hint must not widen the window under the user's hands.
+    hintLine_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    hintLine_->setMinimumHeight(hintLine_->fontMetrics().height());
+    return hintLine_;
+}
+
+void CSForm::ShowMessage(const QString& text) {
+    if (!hintLine_) return;
+    hintLine_->setText(text);
+    hintLine_->setToolTip(text);
+}
+
+void CSForm::Adopt() {
+    if (adopted_) return;
+    adopted_ = true;
+    for (QWidget* field : findChildren<QWidget*>()) {
+        if (!IsField(field)) continue;
+        field->installEventFilter(this);
+        if (auto* entry = qobject_cast<EntryEdit*>(field)) {
+            connect(entry, &EntryEdit::Refused, this, [this](const QString& why) { notice_ = why; });
+        }
+    }
+}
+
+void CSForm::showEvent(QShowEvent* event) {
+    Adopt();
+    QWidget::showEvent(event);
+    if (!focusWidget()) {
+        if (QWidget* first = FirstField(this)) first->setFocus(Qt::TabFocusReason);
+    }
+}
+
+bool CSForm::eventFilter(QObject* watched, QEvent* event) {
+    auto* field = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::KeyPress && field->hasFocus()) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (OnFieldKey(field, key->key(), key->modifiers())) return true;
+    } else if (event->type() == QEvent::FocusIn) {
+        const QString hint = HintOf(field);
+        ShowMessage(notice_.isEmpty() ? hint : hint.isEmpty() ? notice_ : notice_ + QStringLiteral("  ") + hint);
+        notice_.clear();
+        OnFieldFocus(field);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool CSForm::OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers) {
+    if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
+    const bool onPad = modifiers & Qt::KeypadModifier;
+    switch (key) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (qobject_cast<QPushButton*>(field)) return false;  // a command
+            [[fallthrough]];
+        case Qt::Key_Down:
+            SendTab(field, false);
+            return true;
+        case Qt::Key_Up:
+            SendTab(field, true);
+            return true;
+        case Qt::Key_PageDown:
+            return OnPage(Page::Next);
+        case Qt::Key_PageUp:
+            return OnPage(Page::Previous);
+        case Qt::Key_Plus:
+            return onPad && OnPage(Page::Next);
+        case Qt::Key_Minus:
+            return onPad && OnPage(Page::Previous);
+        default:
+            return false;
+    }
+}
+
+void CSForm::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && cancelButton_) {
+        cancelButton_->click();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void CSForm::closeEvent(QCloseEvent* event) {
+    if (class_Hourglass::Stands()) {
+        event->ignore();  // a command is at work in here
+        return;
+    }
+    if (!unloaded_) {
+        OnUnload();
+        unloaded_ = true;
+        emit Unloaded();
+    }
+    QWidget::closeEvent(event);
+}
+
+}  // namespace tallymar

@@ -1,0 +1,201 @@
+#include "platform/runtime/FileReplacement.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+#include <random>
+#include <string>
+#include <utility>
+
+#include "platform/runtime/FileFailure.h"
+#include "platform/runtime/SequentialFile.h"
+
+namespace tallymar {
+
+namespace {
+
+// An open file, closed with its owner.
+class Descriptor {
+ public:
+    explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
+    ~Descriptor() {
+        if (descriptor_ >= 0) close(descriptor_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int Get() const { return descriptor_; }
+    bool IsOpen() const { return descriptor_ >= 0; }
+    // Network file systems report a full disk here at the latest.
+    bool Close() {
+        const int result = close(descriptor_);
+        descriptor_ = -1;
+        return result == 0 || errno == EINTR;
+    }
+
+ private:
+    int descriptor_;
+};
+
+bool WriteAll(int descriptor, std::string_view contents) {
+    while (!contents.empty()) {
+        const ssize_t written = write(descriptor, contents.data(), contents.size());
+        if (written >= 0) {
+            contents.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The path that a chain of links ends in, whether or not a file is there.
+std::filesystem::path LinkTarget(std::filesystem::path path) {
+    constexpr int kLongestChain = 40;
+    for (int i = 0; i < kLongestChain; ++i) {
+        std::error_code noLink;
+        const std::filesystem::path target = std::filesystem::read_symlink(path, noLink);
+        if (noLink) return path;
+        path = path.parent_path() / target;
+    }
+    throw FileFailure(ELOOP, path);
+}
+
+std::filesystem::path FolderOf(const std::filesystem::path& file) {
+    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+}
+
+// A new file in a folder under a name of its own, removed again unless it was put in its place.
+class TemporaryFile {
+ public:
+    explicit TemporaryFile(const std::filesystem::path& folder) : file_(Create(folder, path_)) {}
+    ~TemporaryFile() {
+        if (!path_.empty()) unlink(path_.c_str());
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    Descriptor& File() { return file_; }
+    bool RenameTo(const std::filesystem::path& path) {
+        if (rename(path_.c_str(), path.c_str()) != 0) return false;
+        path_.clear();
+        return true;
+    }
+
+ private:
+    static int Create(const std::filesystem::path& folder, std::filesystem::path& path) {
+        // Not mkstemp: a new file is to get the permissions that the user's mask gives every new file.
+        std::random_device random;
+        for (;;) {
+            path = folder / (".tallymar-" + std::to_string(random()) + ".tmp");
+            const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            if (descriptor >= 0) return descriptor;
+            if (errno != EEXIST && errno != EINTR) {
+                path.clear();
+                return -1;
+            }
+        }
+    }
+
+    std::filesystem::path path_;
+    Descriptor file_;
+};
+
+void KeepPermissions(int descriptor, const struct stat& earlier) {
+    // An owner can be restored by the superuser only; a group often. Neither is a reason to lose the user's data.
+    if (fchown(descriptor, earlier.st_uid, earlier.st_gid) != 0 &&
+        fchown(descriptor, static_cast<uid_t>(-1), earlier.st_gid) != 0) {
+        errno = 0;
+    }
+    fchmod(descriptor, earlier.st_mode & 07777);
+}
+
+}  // namespace
+
+struct FileReplacement::Target {
+    explicit Target(std::filesystem::path path) : Path(std::move(path)) {}
+
+    std::filesystem::path Path;  // behind all links
+    std::optional<TemporaryFile> Temporary;
+    std::optional<Descriptor> InPlace;
+
+    Descriptor& File() { return Temporary ? Temporary->File() : *InPlace; }
+};
+
+FileReplacement::FileReplacement(const std::filesystem::path& path) : target_(std::make_unique<Target>(LinkTarget(path))) {
+    const std::filesystem::path& target = target_->Path;
+    if (!target.has_filename()) throw FileFailure(target.empty() ? EINVAL : EISDIR, path);
+
+    struct stat earlier {};
+    const bool exists = stat(target.c_str(), &earlier) == 0;
+    if (exists && S_ISDIR(earlier.st_mode)) throw FileFailure(EISDIR, path);
+    if (exists && !S_ISREG(earlier.st_mode)) {
+        target_->InPlace.emplace(open(target.c_str(), O_WRONLY | O_CLOEXEC));
+    } else {
+        // A rename asks for no right to the file itself; a file that its owner has protected stays.
+        if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) throw FileFailure(errno, path);
+        target_->Temporary.emplace(FolderOf(target));
+    }
+    if (!target_->File().IsOpen()) throw FileFailure(errno, path);
+    if (exists && target_->Temporary) KeepPermissions(target_->File().Get(), earlier);
+}
+
+FileReplacement::~FileReplacement() = default;
+
+void FileReplacement::Write(std::string_view contents) {
+    constexpr std::size_t kBuffer = 1 << 16;
+    buffer_.append(contents);
+    if (buffer_.size() >= kBuffer) Flush();
+}
+
+void FileReplacement::Flush() {
+    if (!WriteAll(target_->File().Get(), buffer_)) throw FileFailure(errno, target_->Path);
+    buffer_.clear();
+}
+
+void FileReplacement::Commit() {
+    Flush();
+    Descriptor& file = target_->File();
+    if (target_->InPlace) {
+        if (!file.Close()) throw FileFailure(errno, target_->Path);
+        return;
+    }
+    if (fsync(file.Get()) != 0 || !file.Close() || !target_->Temporary->RenameTo(target_->Path)) {
+        throw FileFailure(errno, target_->Path);
+    }
+    // The rename itself must outlast a power cut. Some file systems cannot flush a folder, and keep the order by themselves.
+    Descriptor folder(open(FolderOf(target_->Path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.IsOpen() && fsync(folder.Get()) != 0 && errno == EIO) throw FileFailure(errno, target_->Path);
+}
+
+void ReplaceFile(const std::filesystem::path& path, std::string_view contents) {
+    FileReplacement file(path);
+    file.Write(contents);
+    file.Commit();
+}
+
+std::string ReadWholeFile(const std::filesystem::path& path) {
+    Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat status {};
+    if (!file.IsOpen() || fstat(file.Get(), &status) != 0) throw FileFailure(errno, path);
+    std::string contents;
+    std::size_t length = 0;
+    // One byte more than there should be, so that one read finds the end of an ordinary file.
+    std::size_t room = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + 1;
+    for (;;) {
+        contents.resize(length + room);
+        const ssize_t count = read(file.Get(), contents.data() + length, room);
+        if (count < 0 && errno != EINTR) throw FileFailure(errno, path);
+        if (count == 0) break;
+        if (count > 0) length += static_cast<std::size_t>(count);
+        room = std::max<std::size_t>(contents.size() - length, 65536);
+    }
+    contents.resize(length);
+    return contents;
+}
+
+}  // namespace tallymar

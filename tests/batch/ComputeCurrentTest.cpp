@@ -1,0 +1,169 @@
+#include "batch/ComputeCurrent.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "platform/runtime/PlatformError.h"
+#include "store/Vocabularies.h"
+#include "support/TestCompany.h"
+
+namespace tallymar {
+namespace {
+
+PerBook<bool> Books(std::initializer_list<int> books) {
+    PerBook<bool> chosen;
+    for (const int book : books) chosen[book] = true;
+    return chosen;
+}
+
+class ComputeCurrentTest : public testing::Test {
+ protected:
+    ComputeCurrentTest() : engine_(company_.Folder.Path()) { company_.SetYearEnds(Date::FromYmd(2003, 12, 31)); }
+
+    PerBook<InServiceTotals> Compute(PerBook<bool> books, PerBook<bool> midQuarter = {}) {
+        return ComputeCurrent(company_.Session, engine_, {.Compute = books, .UseMidQuarter = midQuarter}, company_.Prompts);
+    }
+
+    AssetRecord Stored(const char* number) {
+        company_.Session.AssetsRecordset().Seek(number);
+        AssetRecord record;
+        company_.Session.ReadAssetRecord(record);
+        return record;
+    }
+
+    test::TestCompany company_;
+    ADepre engine_;
+};
+
+TEST_F(ComputeCurrentTest, AnEmptyCompanyShowsZeros) {
+    const auto totals = Compute(Books({1, 2, 3, 4}));
+    EXPECT_EQ(totals[1].InServiceText(), "0.00");
+    EXPECT_EQ(totals[4].FourthQuarterText(), "0.00");
+    EXPECT_EQ(totals[4].PercentText(), "0.00");
+}
+
+TEST_F(ComputeCurrentTest, TotalsCountFirstYearModifiedAcrsPersonalProperty) {
+    AssetRecord used = test::Machine("A2", Date::FromYmd(2003, 10, 1), 3000);
+    used.BusinessUse = Units(50);
+    used.Salvage[1] = Units(1000);
+    AssetRecord building = test::Machine("A3", Date::FromYmd(2003, 11, 1), 90000);
+    building.AssetType = "RL";
+    AssetRecord general = test::Machine("A4", Date::FromYmd(2003, 11, 1), 90000);
+    general.DeprType[1] = kGenl;
+    general.DeprMethod[1] = kSl;
+    for (const AssetRecord& record : {test::Machine("A1", Date::FromYmd(2003, 9, 30), 2000), used, building, general,
+                                      test::Machine("A5", Date::FromYmd(2002, 12, 1), 500)}) {
+        company_.Session.AddAssetRecord(record);
+    }
+    const auto totals = Compute(Books({1}));
+    EXPECT_EQ(totals[1].InServiceText(), "3,000.00");
+    EXPECT_EQ(totals[1].FourthQuarterText(), "1,000.00");
+    EXPECT_EQ(totals[1].PercentText(), "33.33");
+    EXPECT_EQ(Stored("A1").CurrDepr[1], Units(400));
+    EXPECT_EQ(Stored("A5").CurrDepr[1], Units(200));
+    EXPECT_EQ(Stored("A1").CurrDepr[2], CurrencyAmount());
+
+    // Read the share, choose the mid-quarter convention, and run again: the second run replaces the first.
+    Compute(Books({1}), Books({1}));
+    EXPECT_EQ(Stored("A1").CurrDepr[1], Units(300));
+    EXPECT_EQ(Stored("A1").IRSConvUsed[1].View(), "Q");
+}
+
+TEST_F(ComputeCurrentTest, TheQuarterIsTheFiscalYears) {
+    company_.SetYearEnds(Date::FromYmd(2003, 6, 30));
+    company_.Session.AddAssetRecord(test::Machine("A1", Date::FromYmd(2002, 7, 15), 1000));
+    company_.Session.AddAssetRecord(test::Machine("A2", Date::FromYmd(2003, 4, 1), 1000));
+    const auto totals = Compute(Books({2}));
+    EXPECT_EQ(totals[2].InServiceText(), "2,000.00");
+    EXPECT_EQ(totals[2].PercentText(), "50.00");
+}
+
+TEST_F(ComputeCurrentTest, AMonthShapesTheBookkeepingBookAlone) {
+    company_.Session.AddAssetRecord(test::Machine("A1", Date::FromYmd(2002, 1, 1), 12000));
+    engine_.ComputeMonth = 6;
+    Compute(Books({1, 3}));
+    const AssetRecord record = Stored("A1");
+    EXPECT_EQ(record.CurrDepr[1], Units(4800));
+    EXPECT_EQ(record.CurrDepr[3], Units(400));
+}
+
+TEST_F(ComputeCurrentTest, AFailureNamesTheAssetAndKeepsTheRowsBeforeIt) {
+    AssetRecord bad = test::Machine("B1", Date::FromYmd(2003, 1, 1), 1000);
+    bad.DeprType[2] = kGenl;
+    bad.DeprMethod[2] = kMi;
+    company_.Session.AddAssetRecord(test::Machine("A1", Date::FromYmd(2003, 1, 1), 1000));
+    company_.Session.AddAssetRecord(bad);
+    company_.Session.AddAssetRecord(test::Machine("C1", Date::FromYmd(2003, 1, 1), 1000));
+    try {
+        Compute(Books({1, 2}));
+        FAIL() << "no failure";
+    } catch (const PlatformError& failure) {
+        EXPECT_EQ(failure.Code(), Failure::TypeMismatch);
+        EXPECT_EQ(std::string(failure.what()), "Asset B1, State: Type mismatch");
+    }
+    company_.Session.OpenCompany(company_.File(), company_.Prompts);
+    EXPECT_EQ(Stored("C1").CurrDepr[1], Units(200));
+    EXPECT_EQ(Stored("A1").CurrDepr[2], Units(200));
+    EXPECT_EQ(Stored("C1").CurrDepr[2], CurrencyAmount());
+    EXPECT_EQ(company_.Prompts.ProgressMaxima.back(), 0);
+}
+
+// A power cut at any moment: afterwards the file opens, and the command is wholly there or not there at all.
+TEST_F(ComputeCurrentTest, KilledAtAnyMomentTheRunIsThereWholeOrNotAtAll) {
+    constexpr int kAssets = 400;
+    {
+        jet::WriteBatch batch(company_.Session.Database());
+        for (int i = 0; i < kAssets; ++i) {
+            std::string number = std::to_string(100000 + i);
+            company_.Session.AddAssetRecord(test::Machine(number, Date::FromYmd(2003, 1, 1), 1000));
+        }
+        batch.Commit();
+    }
+    company_.Session.FileClose();
+    int whole = 0;
+    for (int round = 0; round < 40; ++round) {
+        // Each round writes another amount: 200 with the half year, 350 with the first quarter's 35 %.
+        const bool midQuarter = round % 2 == 1;
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            try {
+                company_.Session.OpenCompany(company_.File(), company_.Prompts);
+                const PerBook<bool> all = Books({1, 2, 3, 4});
+                Compute(all, midQuarter ? all : PerBook<bool>());
+            } catch (...) {
+                _exit(3);
+            }
+            _exit(0);
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(2000 + 1700 * round));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_FALSE(WIFEXITED(status) && WEXITSTATUS(status) != 0);
+
+        company_.Session.OpenCompany(company_.File(), company_.Prompts);
+        jet::Recordset& assets = company_.Session.AssetsRecordset();
+        assets.MoveFirst();
+        AssetRecord first;
+        company_.Session.ReadAssetRecord(first);
+        int count = 0;
+        for (; !assets.Eof(); assets.MoveNext(), ++count) {
+            AssetRecord record;
+            company_.Session.ReadAssetRecord(record);
+            for (int book = kFirstBook; book <= kLastBook; ++book) ASSERT_EQ(record.CurrDepr[book], first.CurrDepr[1]) << round;
+        }
+        ASSERT_EQ(count, kAssets);
+        if (!first.CurrDepr[1].IsZero()) ++whole;
+        company_.Session.FileClose();
+    }
+    EXPECT_GT(whole, 0) << "no run came to its end: the test has shown nothing";
+}
+
+}  // namespace
+}  // namespace tallymar
