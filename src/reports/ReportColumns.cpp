@@ -9,8 +9,6 @@
 
 namespace tallymar {
 
-using pictures::kReportMoney;
-
 std::string ExpandHeading(std::string_view heading, Date yearEnd, int book) {
     std::string text;
     while (true) {
@@ -51,11 +49,6 @@ Cell Method(CellSource& source) {
     return std::string(ExpensedWhole(source) ? kNoNumber : DeprMethodCode(source.Asset.DeprMethod[source.IdBook]));
 }
 
-Cell Percent(CellSource& source) {
-    if (ExpensedWhole(source)) return std::string(kNoNumber);
-    return source.Asset.DBPercent[source.IdBook];
-}
-
 Cell Life(CellSource& source) { return source.Asset.Period[source.IdBook]; }
 
 Cell LifeOrEmpty(CellSource& source) {
@@ -67,6 +60,11 @@ Cell LifeOrEmpty(CellSource& source) {
 Cell DisposalMark(CellSource& source) { return std::string(source.IsDisposed ? "*" : ""); }
 
 }  // namespace
+
+Cell Percent(CellSource& source) {
+    if (ExpensedWhole(source)) return std::string(kNoNumber);
+    return source.Asset.DBPercent[source.IdBook];
+}
 
 Cell AssetNumber(CellSource& source) { return source.Asset.AssetNum.ToString(); }
 Cell Description(CellSource& source) { return source.Asset.Description; }
@@ -171,7 +169,7 @@ constexpr ColumnRow kNarrowIdentification[] = {
 
 }  // namespace
 
-const ColumnTable kIdentificationColumns = kIdentification;
-const ColumnTable kNarrowIdentificationColumns = kNarrowIdentification;
+constinit const ColumnTable kIdentificationColumns = kIdentification;
+constinit const ColumnTable kNarrowIdentificationColumns = kNarrowIdentification;
 
 }  // namespace tallymar

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "platform/runtime/PerBook.h"
 #include "reports/ReportWriter.h"
 #include "store/AssetRecord.h"
 
@@ -68,6 +68,7 @@ Cell InService(CellSource& source);
 Cell DisposalStatus(CellSource& source);  // what became of it, from the disposal
 Cell FlagStatus(CellSource& source);      // whatever is marked first, disposed or not
 Cell BusinessUse(CellSource& source);
+Cell Percent(CellSource& source);         // declining balance, blank for an asset expensed whole
 Cell Convention(CellSource& source);
 Cell MarkedConvention(CellSource& source);  // with " (A)" or " (E)" for first-year amounts
 Cell Basis(CellSource& source);
