@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -101,7 +102,8 @@ TEST(Currency, ParseRoundsTheDigitsTiesToEven) {
         kept.append(4 - kept.size(), '0');
         std::int64_t expected = std::abs(whole) * 10000 + std::stoll(kept);
         const std::string rest = decimals.size() > 4 ? decimals.substr(4) : "";
-        const std::string half = "5" + std::string(rest.empty() ? 0 : rest.size() - 1, '0');
+        std::string half(std::max<std::size_t>(rest.size(), 1), '0');
+        half.front() = '5';
         if (!rest.empty() && (rest > half || (rest == half && expected % 2 == 1))) ++expected;
         if (whole < 0) expected = -expected;
 

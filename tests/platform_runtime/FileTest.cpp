@@ -112,9 +112,9 @@ TEST(Reading, AnEmptyLastItemBelongsToItsRecord) {
     SequentialReader reader(folder / "records");
     std::string got;
     while (!reader.AtEnd()) {
-        for (int i = 0; i < 3; ++i) got += "[" + reader.ReadText() + "]";
+        for (int i = 0; i < 3; ++i) got.append(reader.ReadText()).append("|");
     }
-    EXPECT_EQ(got, "[1][2][][3][4][]");
+    EXPECT_EQ(got, "1|2||3|4||");
 }
 
 TEST(Reading, FailuresSayWhatIsMissing) {

@@ -99,13 +99,16 @@ std::string CentsByHand(std::int64_t count) {
         digits[i] = '0';
         if (i == 0) digits.insert(0, 1, '1');
     }
-    std::string text = "." + digits.substr(digits.size() - 2);
+    std::string text = digits.substr(digits.size() - 2);
+    text.insert(0, 1, '.');
     digits.resize(digits.size() - 2);
     for (std::size_t i = 0; i < digits.size(); ++i) {
         if (i > 0 && i % 3 == 0) text.insert(0, 1, ',');
         text.insert(0, 1, digits[digits.size() - 1 - i]);
     }
-    return negative ? "(" + text + ")" : text + " ";
+    if (!negative) return text + ' ';
+    text.insert(0, 1, '(');
+    return text + ')';
 }
 
 TEST(NumberPictures, MoneyByHandDigitByDigit) {
