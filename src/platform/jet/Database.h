@@ -18,11 +18,12 @@ class DatabaseState;
 inline constexpr int kApplicationId = 0x54414C59;  // "TALY"
 inline constexpr int kFormatVersion = 1;           // user_version
 
-// One open database file. Durable and crash-safe: rollback journal, every commit reaches the disk. Other processes may have it open
-// too; one that writes is waited for, briefly, and then Failure::RecordLocked says so.
+// One open database file. Durable and crash-safe: rollback journal, every commit reaches the disk. Other processes may have it
+// open too; one that writes is waited for, briefly, and then Failure::RecordLocked says so.
 //
-// Failures of opening: CannotOpenFile (no such file, or a folder), PermissionDenied, UnrecognizedFormat (no database, truncated, or damaged), RecordLocked.
-// Failures of any write: DatabaseReadOnly, DiskFull, RecordLocked, DeviceError. Each text names the file.
+// Failures of opening: CannotOpenFile (no such file, or a folder), PermissionDenied, UnrecognizedFormat (no database, truncated,
+// or damaged), RecordLocked. Failures of any write: DatabaseReadOnly, DiskFull, RecordLocked, DeviceError. Each text names the
+// file.
 class Database {
  public:
     // A new empty file; an existing one of that path is deleted first.
@@ -56,9 +57,9 @@ class Database {
     friend class WriteBatch;
 };
 
-// One command that goes over many rows. While it stands, every change is part of one transaction. Rows done before a failure stay:
-// leaving the scope commits what is done, whether by Commit or by a failure's unwinding. After a crash or power cut none of it is
-// there. Batches do not nest: an inner one takes part in the outer.
+// One command that goes over many rows. While it stands, every change is part of one transaction. Rows done before a failure
+// stay: leaving the scope commits what is done, whether by Commit or by a failure's unwinding. After a crash or power cut none of
+// it is there. Batches do not nest: an inner one takes part in the outer.
 class WriteBatch {
  public:
     explicit WriteBatch(Database& database);  // Failure::RecordLocked when another program is writing

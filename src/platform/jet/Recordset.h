@@ -35,8 +35,9 @@ class Recordset {
     void MoveLast();
     void MoveNext();
     void MovePrevious();
-    // The first row whose key's leading fields equal the given values. Without one, NoMatch is true and there is no current row (reads fail
-    // with NoCurrentRecord, Bof and Eof are false, a further move fails likewise until MoveFirst, MoveLast, a bookmark or a Seek that finds).
+    // The first row whose key's leading fields equal the given values. Without one, NoMatch is true and there is no current row
+    // (reads fail with NoCurrentRecord, Bof and Eof are false, a further move fails likewise until MoveFirst, MoveLast, a
+    // bookmark or a Seek that finds).
     void Seek(const Value& key);
     void Seek(std::initializer_list<Value> key);
 
@@ -60,8 +61,8 @@ class Recordset {
     // Failures: UpdateWithoutEdit; TypeMismatch; FieldTooSmall (text longer than its column); ZeroLengthNotAllowed.
     void Set(int ordinal, const Value& value);
     void Set(std::string_view field, const Value& value) { Set(Ordinal(field), value); }
-    // Writes the columns that changed. On failure (DuplicateKey, NullKey, a write failure of the database) the stored row is as it was and the
-    // edit is still pending. After Edit the row stays current; after AddNew the current row is the one before.
+    // Writes the columns that changed. On failure (DuplicateKey, NullKey, a write failure of the database) the stored row is as
+    // it was and the edit is still pending. After Edit the row stays current; after AddNew the current row is the one before.
     void Update();
     void CancelUpdate();
     bool EditPending() const;

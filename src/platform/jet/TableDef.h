@@ -21,13 +21,17 @@ struct Field {
     FieldType Type = FieldType::Text;
     int Size = kDefaultTextSize;   // texts only
     bool AllowZeroLength = false;  // texts only
+
+    friend bool operator==(const Field&, const Field&) = default;
 };
 
 struct Index {
     std::string Name;
     std::vector<std::string> Fields;  // all ascending
     bool Primary = false;             // then also unique
-    bool Required = false;            // no key field may be Null
+    bool Required = false;            // no key field may be Null; of a primary index none may in any case
+
+    friend bool operator==(const Index&, const Index&) = default;
 };
 
 // The definition of a table, built up before it is appended to a database, or read back from one.
@@ -38,6 +42,8 @@ struct TableDef {
 
     const Field* FindField(std::string_view name) const;  // names without regard to letter case; nullptr when there is none
     const Index* FindIndex(std::string_view name) const;
+
+    friend bool operator==(const TableDef&, const TableDef&) = default;
 };
 
 }  // namespace tallymar::jet

@@ -9,8 +9,8 @@
 
 namespace tallymar::jet {
 
-// What a field holds: Null or one value of the field's type. A text is a view: one read from a recordset lasts until the recordset
-// moves, one handed to SetField only for that call.
+// What a field holds: Null or one value of the field's type. A text is a view: one read from a recordset lasts until the
+// recordset moves, one handed to SetField only for that call.
 class Value {
  public:
     enum class Kind : std::uint8_t { Null, Text, Date, Currency, Integer, Boolean };
