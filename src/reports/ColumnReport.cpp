@@ -12,8 +12,8 @@ namespace tallymar {
 
 namespace {
 
-constexpr float kLabelColumn = 9;        // of labels, notes and second descriptions
-constexpr int kGroupLabelColumn = 2;     // the column whose place a group's label takes
+constexpr float kLabelColumn = 9;     // of labels, notes and second descriptions
+constexpr int kGroupLabelColumn = 2;  // the column whose place a group's label takes
 constexpr float kLeftColumn = 1;
 
 std::string_view FilterWords(int reportNumber) {
@@ -227,11 +227,13 @@ class ColumnReport {
     ReportWriter writer_;
     CellSource source_;
     std::array<Cell (*)(CellSource&), ReportWriter::kColumns + 1> values_{};  // by column index
-    CurrencyAmount sum179_;  // expense of the assets in their first year
+    CurrencyAmount sum179_;                                                   // expense of the assets in their first year
 };
 
 }  // namespace
 
-void PrintColumnReport(ReportRun& run, const ReportShape& shape) { ColumnReport(run, shape).Print(); }
+void PrintColumnReport(ReportRun& run, const ReportShape& shape) {
+    ColumnReport(run, shape).Print();
+}
 
 }  // namespace tallymar

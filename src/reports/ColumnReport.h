@@ -18,13 +18,13 @@ struct ReportRun {
     Prompts& Asking;
     PrintPreviewControl& V;
     ReportFilter Filter;
-    Date Now;                         // for the days owned of what is unsold
-    DetailTable* Details = nullptr;   // takes the detail lines as typed cells
-    YearClosing* Closing = nullptr;   // posts each asset printed
+    Date Now;                        // for the days owned of what is unsold
+    DetailTable* Details = nullptr;  // takes the detail lines as typed cells
+    YearClosing* Closing = nullptr;  // posts each asset printed
 };
 
-// The loop of the family: page heads, one detail line an asset, the subtotals of the groups and the closing block, as the shape tells
-// them. A failure names the asset that it came at.
+// The loop of the family: page heads, one detail line an asset, the subtotals of the groups and the closing block, as the shape
+// tells them. A failure names the asset that it came at.
 void PrintColumnReport(ReportRun& run, const ReportShape& shape);
 
 }  // namespace tallymar

@@ -15,10 +15,18 @@ constexpr auto R = Justify::Right;
 
 constexpr int kFederal = 1;
 
-Cell FederalBasis(CellSource& s) { return s.Asset.Basis[kFederal]; }
-Cell FederalPrevious(CellSource& s) { return s.Asset.PrevDepr[kFederal]; }
-Cell FederalCurrent(CellSource& s) { return s.Asset.CurrDepr[kFederal]; }
-Cell Difference(CellSource& s) { return s.Amount(13) - s.Amount(14); }
+Cell FederalBasis(CellSource& s) {
+    return s.Asset.Basis[kFederal];
+}
+Cell FederalPrevious(CellSource& s) {
+    return s.Asset.PrevDepr[kFederal];
+}
+Cell FederalCurrent(CellSource& s) {
+    return s.Asset.CurrDepr[kFederal];
+}
+Cell Difference(CellSource& s) {
+    return s.Amount(13) - s.Amount(14);
+}
 
 constexpr ColumnRow kComparisonColumns[] = {
     {5, 59, 5, R, false, pictures::kUsePercentTenths, "Bus", "Use %", cells::BusinessUse},

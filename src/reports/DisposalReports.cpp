@@ -16,13 +16,25 @@ using pictures::kReportMoney;
 constexpr auto L = Justify::Left;
 constexpr auto R = Justify::Right;
 
-Cell DateSold(CellSource& s) { return s.Asset.DateSold; }
-Cell Proceeds(CellSource& s) { return s.Asset.SoldAmount; }
-Cell Expense(CellSource& s) { return s.Asset.SoldExpense; }
+Cell DateSold(CellSource& s) {
+    return s.Asset.DateSold;
+}
+Cell Proceeds(CellSource& s) {
+    return s.Asset.SoldAmount;
+}
+Cell Expense(CellSource& s) {
+    return s.Asset.SoldExpense;
+}
 
-Cell AllDepreciation(CellSource& s) { return s.Asset.PrevDepr[s.Book] + s.Asset.CurrDepr[s.Book] + s.Asset.Section179[s.Book]; }
-Cell BookValueAtSale(CellSource& s) { return s.Amount(8) - s.Amount(9); }
-Cell GainOrLoss(CellSource& s) { return s.Amount(6) - s.Amount(7) - s.Amount(10); }
+Cell AllDepreciation(CellSource& s) {
+    return s.Asset.PrevDepr[s.Book] + s.Asset.CurrDepr[s.Book] + s.Asset.Section179[s.Book];
+}
+Cell BookValueAtSale(CellSource& s) {
+    return s.Amount(8) - s.Amount(9);
+}
+Cell GainOrLoss(CellSource& s) {
+    return s.Amount(6) - s.Amount(7) - s.Amount(10);
+}
 
 constexpr ColumnRow kAssetSoldColumns[] = {
     {1, 1, 8, L, false, "", "Asset", "Number", cells::AssetNumber},
@@ -48,10 +60,16 @@ Cell DaysOwned(CellSource& s) {
     return CurrencyAmount::FromInteger(ToLong(until.Serial() - s.Asset.InService.Serial()));
 }
 
-Cell MarketValueOfUnsold(CellSource& s) { return s.Asset.Sold ? CurrencyAmount() : s.Asset.FairMktValue; }
-Cell InvestmentGain(CellSource& s) { return s.Asset.Sold ? s.Amount(8) - s.Amount(9) - s.Amount(6) : CurrencyAmount(); }
+Cell MarketValueOfUnsold(CellSource& s) {
+    return s.Asset.Sold ? CurrencyAmount() : s.Asset.FairMktValue;
+}
+Cell InvestmentGain(CellSource& s) {
+    return s.Asset.Sold ? s.Amount(8) - s.Amount(9) - s.Amount(6) : CurrencyAmount();
+}
 // Gains on collectibles are taxed at up to 28 %: IRC section 1(h)(4).
-Cell GainAt28Percent(CellSource& s) { return s.Asset.DeprType[s.Book] == kColl ? s.Amount(10) : CurrencyAmount(); }
+Cell GainAt28Percent(CellSource& s) {
+    return s.Asset.DeprType[s.Book] == kColl ? s.Amount(10) : CurrencyAmount();
+}
 
 constexpr ColumnRow kInvestmentColumns[] = {
     {1, 1, 7, L, false, "", "", "#", cells::AssetNumber},
@@ -81,14 +99,14 @@ void PrintASReport(ReportRun& run) {
 }
 
 void PrintSCReport(ReportRun& run) {
-    PrintColumnReport(run, {.Tables = {kInvestmentColumns},
-                            .FirstAmount = 6,
-                            .LastAmount = 11,
-                            .Block = SubtotalBlock::Short,
-                            .Considers = [](const CellSource& s) {
-                                return s.Asset.DeprType[s.Book] == kStck || s.Asset.DeprType[s.Book] == kColl;
-                            },
-                            .SecondLineByDateSold = true});
+    PrintColumnReport(
+        run,
+        {.Tables = {kInvestmentColumns},
+         .FirstAmount = 6,
+         .LastAmount = 11,
+         .Block = SubtotalBlock::Short,
+         .Considers = [](const CellSource& s) { return s.Asset.DeprType[s.Book] == kStck || s.Asset.DeprType[s.Book] == kColl; },
+         .SecondLineByDateSold = true});
 }
 
 }  // namespace tallymar

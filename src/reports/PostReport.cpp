@@ -14,9 +14,15 @@ using pictures::kReportMoneyOrBlank;
 constexpr auto L = Justify::Left;
 constexpr auto R = Justify::Right;
 
-Cell AdditionInService(CellSource& s) { return s.Years > 0 ? s.Asset.AddlDepr[s.Book] : CurrencyAmount(); }
-Cell ExpenseInService(CellSource& s) { return s.Years > 0 ? s.Asset.Section179[s.Book] : CurrencyAmount(); }
-Cell NewPrevious(CellSource& s) { return s.Asset.PrevDepr[s.Book] + s.Asset.CurrDepr[s.Book]; }
+Cell AdditionInService(CellSource& s) {
+    return s.Years > 0 ? s.Asset.AddlDepr[s.Book] : CurrencyAmount();
+}
+Cell ExpenseInService(CellSource& s) {
+    return s.Years > 0 ? s.Asset.Section179[s.Book] : CurrencyAmount();
+}
+Cell NewPrevious(CellSource& s) {
+    return s.Asset.PrevDepr[s.Book] + s.Asset.CurrDepr[s.Book];
+}
 
 constexpr ColumnRow kPostColumns[] = {
     {1, 1, 7, L, false, pictures::kText, "Asset", "Number", cells::AssetNumber},

@@ -13,9 +13,15 @@ using pictures::kReportMoney;
 constexpr auto L = Justify::Left;
 constexpr auto R = Justify::Right;
 
-Cell NetOfAllColumns(CellSource& s) { return s.Amount(11) - s.Amount(12) - s.Amount(13) - s.Amount(14); }
-Cell NetOfDepreciation(CellSource& s) { return s.Amount(11) - s.Amount(12) - s.Amount(13); }
-Cell FairMarketValue(CellSource& s) { return s.Asset.FairMktValue; }
+Cell NetOfAllColumns(CellSource& s) {
+    return s.Amount(11) - s.Amount(12) - s.Amount(13) - s.Amount(14);
+}
+Cell NetOfDepreciation(CellSource& s) {
+    return s.Amount(11) - s.Amount(12) - s.Amount(13);
+}
+Cell FairMarketValue(CellSource& s) {
+    return s.Asset.FairMktValue;
+}
 
 constexpr ColumnRow kFixedAssetColumns[] = {
     {11, 108, 15, R, true, kReportMoney, "", "Cost", cells::Basis},

@@ -39,7 +39,9 @@ constexpr CurrencyAmount kNothing;
 constexpr std::string_view kNoNumber = "  ";  // in the place of a method or percent
 
 // An asset whose whole cost was expensed is no longer told by its type, method and percent.
-bool ExpensedWhole(const CellSource& source) { return source.Asset.Basis[source.IdBook] == source.Asset.Section179[source.IdBook]; }
+bool ExpensedWhole(const CellSource& source) {
+    return source.Asset.Basis[source.IdBook] == source.Asset.Section179[source.IdBook];
+}
 
 Cell Type(CellSource& source) {
     return ExpensedWhole(source) ? std::string("179E") : std::string(DeprTypeCode(source.Asset.DeprType[source.IdBook]));
@@ -49,7 +51,9 @@ Cell Method(CellSource& source) {
     return std::string(ExpensedWhole(source) ? kNoNumber : DeprMethodCode(source.Asset.DeprMethod[source.IdBook]));
 }
 
-Cell Life(CellSource& source) { return source.Asset.Period[source.IdBook]; }
+Cell Life(CellSource& source) {
+    return source.Asset.Period[source.IdBook];
+}
 
 Cell LifeOrEmpty(CellSource& source) {
     const CurrencyAmount life = source.Asset.Period[source.IdBook];
@@ -57,7 +61,9 @@ Cell LifeOrEmpty(CellSource& source) {
     return life;
 }
 
-Cell DisposalMark(CellSource& source) { return std::string(source.IsDisposed ? "*" : ""); }
+Cell DisposalMark(CellSource& source) {
+    return std::string(source.IsDisposed ? "*" : "");
+}
 
 }  // namespace
 
@@ -66,14 +72,30 @@ Cell Percent(CellSource& source) {
     return source.Asset.DBPercent[source.IdBook];
 }
 
-Cell AssetNumber(CellSource& source) { return source.Asset.AssetNum.ToString(); }
-Cell Description(CellSource& source) { return source.Asset.Description; }
-Cell InService(CellSource& source) { return source.Asset.InService; }
-Cell BusinessUse(CellSource& source) { return source.Asset.BusinessUse; }
-Cell Basis(CellSource& source) { return source.Asset.Basis[source.Book]; }
-Cell Section179(CellSource& source) { return source.Asset.Section179[source.Book]; }
-Cell PrevDepr(CellSource& source) { return source.Asset.PrevDepr[source.Book]; }
-Cell CurrDepr(CellSource& source) { return source.Asset.CurrDepr[source.Book]; }
+Cell AssetNumber(CellSource& source) {
+    return source.Asset.AssetNum.ToString();
+}
+Cell Description(CellSource& source) {
+    return source.Asset.Description;
+}
+Cell InService(CellSource& source) {
+    return source.Asset.InService;
+}
+Cell BusinessUse(CellSource& source) {
+    return source.Asset.BusinessUse;
+}
+Cell Basis(CellSource& source) {
+    return source.Asset.Basis[source.Book];
+}
+Cell Section179(CellSource& source) {
+    return source.Asset.Section179[source.Book];
+}
+Cell PrevDepr(CellSource& source) {
+    return source.Asset.PrevDepr[source.Book];
+}
+Cell CurrDepr(CellSource& source) {
+    return source.Asset.CurrDepr[source.Book];
+}
 
 Cell DisposalStatus(CellSource& source) {
     const AssetRecord& asset = source.Asset;
@@ -95,7 +117,9 @@ Cell FlagStatus(CellSource& source) {
     return std::string(asset.Listed[source.Book] ? "Listed" : "");
 }
 
-Cell Convention(CellSource& source) { return source.Asset.IRSConvUsed[source.IdBook].ToString(); }
+Cell Convention(CellSource& source) {
+    return source.Asset.IRSConvUsed[source.IdBook].ToString();
+}
 
 Cell MarkedConvention(CellSource& source) {
     std::string text = source.Asset.IRSConvUsed[source.IdBook].ToString();

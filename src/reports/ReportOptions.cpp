@@ -28,7 +28,9 @@ constexpr std::array<ReportInfo, kReports> kReportInfos = {{
 
 }  // namespace
 
-const SequenceInfo& InfoOf(ReportSequence sequence) { return kSequences.at(static_cast<std::size_t>(sequence)); }
+const SequenceInfo& InfoOf(ReportSequence sequence) {
+    return kSequences.at(static_cast<std::size_t>(sequence));
+}
 
 std::optional<ReportSequence> SequenceOfItem(std::string_view item) {
     for (const SequenceInfo& info : kSequences) {
@@ -51,7 +53,8 @@ std::optional<int> ReportOfName(std::string_view name) {
 
 std::string ReportCaption(int reportNumber, int book) {
     std::string caption(InfoOfReport(reportNumber).Caption);
-    if (reportNumber == kComparisonReport) caption += "Federal to " + std::string(kReportBooks.at(static_cast<std::size_t>(book))) + " ";
+    if (reportNumber == kComparisonReport)
+        caption += "Federal to " + std::string(kReportBooks.at(static_cast<std::size_t>(book))) + " ";
     return caption;
 }
 

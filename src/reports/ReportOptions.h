@@ -42,8 +42,8 @@ enum class ReportSequence { AssetNumber, InServiceDate, GLAccount, MethodLife, C
 
 struct SequenceInfo {
     ReportSequence Sequence;
-    std::string_view Item;            // as the user chooses it
-    std::string_view Index;           // of the assets; the methods' is completed with the book's number
+    std::string_view Item;   // as the user chooses it
+    std::string_view Index;  // of the assets; the methods' is completed with the book's number
     bool SubtotalsOn;
     std::string_view SubtotalPrefix;  // what a group's label begins with
 };

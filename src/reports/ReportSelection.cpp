@@ -15,7 +15,9 @@ bool DroppedAsPriorYear(const AssetRecord& asset, const ReportOptions& options) 
            (asset.LikeKind && !options.PrintPYLikeKind) || (asset.Casualty && !options.PrintPYCasualty);
 }
 
-bool IsInvestment(const AssetRecord& asset, int book) { return asset.DeprType[book] == kStck || asset.DeprType[book] == kColl; }
+bool IsInvestment(const AssetRecord& asset, int book) {
+    return asset.DeprType[book] == kStck || asset.DeprType[book] == kColl;
+}
 
 }  // namespace
 
@@ -47,8 +49,8 @@ bool CheckDisposed(const AssetRecord& asset) {
 
 std::string FiscalYearKey(Date inService, Date yearEnd) {
     if (yearEnd.Month() == 12 && yearEnd.Day() == 31) return Format(inService, pictures::kYear);
-    const bool upToYearEnd = inService.Month() < yearEnd.Month() ||
-                             (inService.Month() == yearEnd.Month() && inService.Day() <= yearEnd.Day());
+    const bool upToYearEnd =
+        inService.Month() < yearEnd.Month() || (inService.Month() == yearEnd.Month() && inService.Day() <= yearEnd.Day());
     return Format(static_cast<long long>(inService.Year() - (upToYearEnd ? 1 : 0)), pictures::kYearKey);
 }
 

@@ -40,7 +40,7 @@ struct ReportShape {
     bool IdentifiedByFederal = false;  // type, method, life and convention are those of book 1
     bool Projects = false;             // the years to come are computed for each asset
     bool MarkNotes = false;            // the marks of the conventions are explained under the report
-    WarningTable Warnings;             // of too much Section 179 expense, under the report
+    WarningTable Warnings = {};        // of too much Section 179 expense, under the report
 };
 
 }  // namespace tallymar

@@ -60,10 +60,12 @@ ReportColumn& ReportWriter::Columns(int index) {
     return columns_[static_cast<std::size_t>(index - 1)];
 }
 
-const ReportColumn& ReportWriter::Columns(int index) const { return const_cast<ReportWriter*>(this)->Columns(index); }
+const ReportColumn& ReportWriter::Columns(int index) const {
+    return const_cast<ReportWriter*>(this)->Columns(index);
+}
 
-void ReportWriter::ColumnAdd(int index, int start, int width, Justify justify, bool sum, std::string_view fmt, std::string_view head1,
-                             std::string_view head2) {
+void ReportWriter::ColumnAdd(int index, int start, int width, Justify justify, bool sum, std::string_view fmt,
+                             std::string_view head1, std::string_view head2) {
     ReportColumn& column = Columns(index);
     column.Start = start;
     column.Width = width;
@@ -147,7 +149,7 @@ void ReportWriter::PrintColumnHeadings() {
     }
 }
 
-void ReportWriter::PrintHeadingLine(std::string ReportColumn::* head) {
+void ReportWriter::PrintHeadingLine(std::string ReportColumn::*head) {
     bool used = false;
     for (const ReportColumn& column : columns_) used = used || (column.Prints() && !(column.*head).empty());
     if (!used) return;
@@ -207,7 +209,9 @@ void ReportWriter::PrintColumnLines() {
     }
 }
 
-void ReportWriter::PrintAmount(const ReportColumn& column, CurrencyAmount amount) { Send(column, Format(amount, column.Fmt)); }
+void ReportWriter::PrintAmount(const ReportColumn& column, CurrencyAmount amount) {
+    Send(column, Format(amount, column.Fmt));
+}
 
 void ReportWriter::PrintColumnSubtotals(int labelColumn, bool moveKey) {
     if (labelColumn >= 1) {

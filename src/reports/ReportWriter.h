@@ -17,8 +17,8 @@ class DetailTable;
 // What a cell can hold. A text prints as it stands whatever the column's picture, so a blank can take a number's place.
 using Cell = std::variant<std::string, Date, std::int16_t, CurrencyAmount>;
 
-// How a column prints. A Shadow prints nothing, neither heading nor cell nor rule, but still accumulates when it is summed: reports lay
-// shadows over visible columns and exchange the two to print another set of sums in the same places.
+// How a column prints. A Shadow prints nothing, neither heading nor cell nor rule, but still accumulates when it is summed:
+// reports lay shadows over visible columns and exchange the two to print another set of sums in the same places.
 enum class Justify : char { None = ' ', Left = 'L', Right = 'R', Shadow = 'X' };
 
 // One cell position and its accumulators. Places are grid columns.
@@ -63,8 +63,8 @@ class ReportWriter {
     static constexpr std::int16_t kLinesPerPage = 60;
     static constexpr int kColumns = 30;
 
-    // subtotalPrefix: what the label of a group begins with ("Account "). details, when given, takes the detail lines as typed cells
-    // beside the drawing; it must outlive the writer, as the canvas must.
+    // subtotalPrefix: what the label of a group begins with ("Account "). details, when given, takes the detail lines as typed
+    // cells beside the drawing; it must outlive the writer, as the canvas must.
     ReportWriter(PrintPreviewControl& canvas, PageHead head, std::string subtotalPrefix, DetailTable* details = nullptr);
 
     float ReportRow = 0.0F;
@@ -95,7 +95,7 @@ class ReportWriter {
     bool CreateSubTotals(std::string key);
 
  private:
-    void PrintHeadingLine(std::string ReportColumn::* head);
+    void PrintHeadingLine(std::string ReportColumn::*head);
     void PrintRule(const ReportColumn& column);
     void PrintAmount(const ReportColumn& column, CurrencyAmount amount);
     void Send(const ReportColumn& column, std::string_view text);

@@ -14,8 +14,12 @@ using pictures::kReportMoneyOrBlank;
 constexpr auto L = Justify::Left;
 constexpr auto R = Justify::Right;
 
-Cell Earlier179(CellSource& s) { return s.Years > 1 ? s.Asset.Section179[s.Book] : CurrencyAmount(); }
-Cell ThisYears179(CellSource& s) { return s.Years == 1 ? s.Asset.Section179[s.Book] : CurrencyAmount(); }
+Cell Earlier179(CellSource& s) {
+    return s.Years > 1 ? s.Asset.Section179[s.Book] : CurrencyAmount();
+}
+Cell ThisYears179(CellSource& s) {
+    return s.Years == 1 ? s.Asset.Section179[s.Book] : CurrencyAmount();
+}
 
 constexpr ColumnRow kCurrentDepreciationColumns[] = {
     {1, 1, 7, L, false, pictures::kText, "Asset", "Number", cells::AssetNumber},
@@ -29,11 +33,12 @@ constexpr ColumnRow kCurrentDepreciationColumns[] = {
     {16, 171, 12, R, true, kReportMoney, "{mm/dd/yy}", "Depreciation", cells::CurrDeprWith179},
 };
 
-// Limits of the current year's expense, column 15. The second one has always been held against the previous depreciation, column 14.
+// Limits of the current year's expense, column 15. The second one has always been held against the previous depreciation,
+// column 14.
 constexpr WarningRow kCurrentDepreciationWarnings[] = {
-    {kAnyEarlierYear, 1986, 5000, 15},  {1987, 1992, 10000, 14},           {2003, kAnyLaterYear, 25000, 15},
-    {2002, kAnyLaterYear, 24000, 15},   {2001, kAnyLaterYear, 24000, 15},  {2000, kAnyLaterYear, 20000, 15},
-    {1999, kAnyLaterYear, 19000, 15},   {1998, kAnyLaterYear, 18500, 15},  {1997, kAnyLaterYear, 18000, 15},
+    {kAnyEarlierYear, 1986, 5000, 15}, {1987, 1992, 10000, 14},          {2003, kAnyLaterYear, 25000, 15},
+    {2002, kAnyLaterYear, 24000, 15},  {2001, kAnyLaterYear, 24000, 15}, {2000, kAnyLaterYear, 20000, 15},
+    {1999, kAnyLaterYear, 19000, 15},  {1998, kAnyLaterYear, 18500, 15}, {1997, kAnyLaterYear, 18000, 15},
     {1993, kAnyLaterYear, 17500, 15},
 };
 
@@ -41,7 +46,9 @@ Cell AccumulatedWith179(CellSource& s) {
     const CurrencyAmount depreciation = s.Amount(10) + s.Amount(13);
     return s.Include179 ? depreciation : depreciation + s.Amount(11) + s.Amount(12);
 }
-Cell CostLessAccumulated(CellSource& s) { return s.Amount(9) - s.Amount(14); }
+Cell CostLessAccumulated(CellSource& s) {
+    return s.Amount(9) - s.Amount(14);
+}
 
 constexpr ColumnRow kNetBookColumns[] = {
     {9, 79, 12, R, true, kReportMoney, "", "Cost", cells::Basis},
@@ -53,8 +60,12 @@ constexpr ColumnRow kNetBookColumns[] = {
     {15, 157, 12, R, true, kReportMoney, "Net Book", "Value", CostLessAccumulated},
 };
 
-Cell Accumulated(CellSource& s) { return s.Amount(10) + s.Amount(11); }
-Cell AssetValue(CellSource& s) { return s.Amount(9) - s.Amount(12); }
+Cell Accumulated(CellSource& s) {
+    return s.Amount(10) + s.Amount(11);
+}
+Cell AssetValue(CellSource& s) {
+    return s.Amount(9) - s.Amount(12);
+}
 
 constexpr ColumnRow kAssetValueColumns[] = {
     {9, 79, 12, R, true, kReportMoney, "", "Cost", cells::Basis},
