@@ -55,7 +55,8 @@ constexpr Column kBookColumns[] = {
 };
 
 Field FieldOf(const Column& column, std::string name) {
-    return {.Name = std::move(name), .Type = column.Type, .Size = column.Size, .AllowZeroLength = column.Type == kText && name != "AssetNum"};
+    const bool allowZeroLength = column.Type == kText && name != "AssetNum";
+    return {.Name = std::move(name), .Type = column.Type, .Size = column.Size, .AllowZeroLength = allowZeroLength};
 }
 
 std::string BookColumn(std::string_view name, int book) { return std::string(name) + "(" + std::to_string(book) + ")"; }

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QPointer>
 #include <QWidget>
-
-class QAbstractButton;
 
 namespace tallymar {
 

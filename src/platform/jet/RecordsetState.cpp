@@ -374,6 +374,12 @@ void RecordsetState::RequireRow() {
     if (position_ != Position::Row) throw PlatformError(Failure::NoCurrentRecord);
 }
 
+bool RecordsetState::HasCurrentRow() {
+    RequireUsable();
+    Follow();
+    return position_ == Position::Row;
+}
+
 int RecordsetState::Ordinal(std::string_view field) const {
     const int ordinal = table_->FindOrdinal(field);
     if (ordinal < 0) Fail(Failure::ItemNotFound, std::string(field));
@@ -402,6 +408,8 @@ void RecordsetState::Edit() {
         throw PlatformError(Failure::NoCurrentRecord);
     }
     edited_.assign(Cells(), Cells() + blank_.size());
+    before_ = edited_;
+    editChanges_ = table_->Changes;
     changed_.Clear();
     pending_ = Pending::Edit;
 }
@@ -409,7 +417,7 @@ void RecordsetState::Edit() {
 void RecordsetState::AddNew() {
     BeginMove();
     added_.Clear();
-    edited_ = blank_;
+    edited_ = before_ = blank_;
     changed_.Clear();
     pending_ = Pending::AddNew;
 }
@@ -440,8 +448,7 @@ void RecordsetState::SetText(std::size_t column, std::string_view text) {
     const Cell cell = Cell::OfText(text);
     if (SameCell(cell, edited_[column])) return;
     // What the row holds already is never refused, even if another program has put it there against the column's limits.
-    const Cell& before = pending_ == Pending::Edit ? Cells()[column] : blank_[column];
-    if (SameCell(cell, before)) return Put(column, before);
+    if (SameCell(cell, before_[column])) return Put(column, before_[column]);
     const Field& field = Definition().Fields[column];
     if (text.empty() && !field.AllowZeroLength) Fail(Failure::ZeroLengthNotAllowed, field.Name);
     if (text.size() > static_cast<std::size_t>(field.Size)) Fail(Failure::FieldTooSmall, field.Name);
@@ -450,9 +457,8 @@ void RecordsetState::SetText(std::size_t column, std::string_view text) {
 }
 
 void RecordsetState::Put(std::size_t column, const Cell& cell) {
-    const Cell& before = pending_ == Pending::Edit ? Cells()[column] : blank_[column];
     edited_[column] = cell;
-    if (SameCell(cell, before)) {
+    if (SameCell(cell, before_[column])) {
         changed_.Remove(column);
     } else {
         changed_.Add(column);
@@ -485,7 +491,7 @@ void RecordsetState::Update() {
 
 void RecordsetState::WriteChanges() {
     const std::uint64_t before = table_->Changes;
-    const bool sure = rowChanges_ == before && rowBatch_ != 0 && rowBatch_ == database_->Batch() && !block_.HasUnconverted();
+    const bool sure = editChanges_ == before && rowBatch_ != 0 && rowBatch_ == database_->Batch() && !block_.HasUnconverted();
     const auto [statement, columns] = table_->Update(changed_, sure);
     int parameter = 0;
     columns->ForEach([&, update = statement](std::size_t column) { BindCell(*update, ++parameter, edited_[column]); });
@@ -494,7 +500,7 @@ void RecordsetState::WriteChanges() {
     if (sqlite3_changes(database_->Db().Handle()) == 0) throw PlatformError(Failure::NoCurrentRecord);
 
     ++table_->Changes;
-    if (rowChanges_ != before) return;  // the row is read again when it is next looked at
+    if (editChanges_ != before) return;  // the row is read again when it is next looked at
     rowChanges_ = table_->Changes;
     changed_.ForEach([&](std::size_t column) {
         block_.Cells(slot_)[column] = edited_[column];

@@ -36,7 +36,7 @@ class RecordsetState {
     bool Bof() const { return position_ == Position::Bof || position_ == Position::Empty; }
     bool Eof() const { return position_ == Position::Eof || position_ == Position::Empty; }
     bool NoMatch() const { return position_ == Position::NoMatch; }
-    bool HasCurrentRow() const { return position_ == Position::Row; }
+    bool HasCurrentRow();
     std::int64_t RecordCount();
 
     std::string Bookmark();
@@ -101,9 +101,11 @@ class RecordsetState {
 
     Pending pending_ = Pending::None;
     std::vector<Cell> edited_;  // the row as it will be; texts of an edit stand in the block, those of a new row in added_
+    std::vector<Cell> before_;  // the row as Edit found it, or blank_
     std::vector<Cell> blank_;   // a new row
+    std::uint64_t editChanges_ = 0;  // the table's count of changes at Edit
     TextArena added_;
-    ColumnSet changed_;  // where edited_ differs from the current row, or from a new one
+    ColumnSet changed_;  // where edited_ differs from before_
 };
 
 }  // namespace tallymar::jet

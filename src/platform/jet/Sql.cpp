@@ -289,8 +289,8 @@ std::string SelectByRow(const TableDef& table) {
 
 std::string Insert(const TableDef& table) {
     std::string values;
-    for (std::size_t i = 0; i < table.Fields.size(); ++i) values += ", ?" + std::to_string(i + 1);
-    const std::string given = "?" + std::to_string(table.Fields.size() + 1);
+    for (std::size_t i = 0; i < table.Fields.size(); ++i) values.append(", ?").append(std::to_string(i + 1));
+    const std::string given = std::string("?") + std::to_string(table.Fields.size() + 1);
     return "INSERT INTO " + Quote(table.Name) + " (_rowid_, " + FieldList(table) + ") VALUES (max(" + given +
            ", ifnull((SELECT max(_rowid_) FROM " + Quote(table.Name) + "), 0)) + 1" + values + ")";
 }

@@ -1,0 +1,150 @@
+#include "batch/frmComputeOptions.h"
+
+#include <array>
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <QVBoxLayout>
+
+#include "platform/controls/CSCmdBtn.h"
+#include "platform/controls/EventGuard.h"
+#include "platform/controls/FieldRows.h"
+#include "platform/controls/Hourglass.h"
+#include "platform/controls/NumberEdit.h"
+#include "platform/controls/QtPrompts.h"
+#include "platform/controls/ScreenText.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr int kBookingMonthBook = 3;  // the month counts in the Bookkeeping book alone
+constexpr int kLastMonth = 12;
+constexpr std::array<const char*, kLastBook + 1> kCaptions = {"", "Federal", "State", "Book", "AMT"};
+
+QLabel* Heading(const QString& text) {
+    auto* label = new QLabel(text);
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    return label;
+}
+
+QLabel* Figure(const char* name, int book, const QString& column) {
+    auto* label = Named(new QLabel(ToQString(InServiceTotals{}.InServiceText())), name, book);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setMargin(3);
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("000,000,000.00")) + 14);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setAccessibleName(
+        QStringLiteral("%1, %2").arg(column, QString::fromLatin1(kCaptions[static_cast<std::size_t>(book)])));
+    return label;
+}
+
+}  // namespace
+
+frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QWidget* parent)
+    : CSForm("frmComputeOptions", tr("Compute Options"), parent), session_(session), engine_(engine) {
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(16);
+    grid->setVerticalSpacing(8);
+    const QStringList heads = {tr("Compute"), tr("Use MQ"), tr("Current Year\nIn-Service Total"), tr("4th Qtr Total"),
+                               tr("Percent")};
+    for (int column = 0; column < heads.size(); ++column) {
+        auto* head = new QLabel(heads[column]);
+        head->setAlignment(column < 2 ? Qt::AlignLeft | Qt::AlignBottom : Qt::AlignRight | Qt::AlignBottom);
+        grid->addWidget(head, 0, column);
+    }
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        const QString caption = tr(kCaptions[static_cast<std::size_t>(book)]);
+        chkCompute_[book] = Named(new QCheckBox(caption, this), "chkCompute", book);
+        chkCompute_[book]->setChecked(true);
+        chkCompute_[book]->setAccessibleName(tr("Compute %1").arg(caption));
+        chkUseMQ_[book] = Named(new QCheckBox(this), "chkUseMQ", book);
+        chkUseMQ_[book]->setAccessibleName(tr("Use mid-quarter for %1").arg(caption));
+        lblInService_[book] = Figure("lblInService", book, tr("Current Year In-Service Total"));
+        lbl4thQtr_[book] = Figure("lbl4thQtr", book, tr("4th Qtr Total"));
+        lblPercent_[book] = Figure("lblPercent", book, tr("Percent"));
+        grid->addWidget(chkCompute_[book], book, 0);
+        grid->addWidget(chkUseMQ_[book], book, 1, Qt::AlignHCenter);
+        grid->addWidget(lblInService_[book], book, 2);
+        grid->addWidget(lbl4thQtr_[book], book, 3);
+        grid->addWidget(lblPercent_[book], book, 4);
+    }
+
+    silgMonth_ = Named(new silgEdit(0, kLastMonth, this), "silgMonth");
+    auto* month = new QLabel(tr("Which Month"));
+    Join(month, silgMonth_);
+    auto* monthRow = new QHBoxLayout;
+    monthRow->setSpacing(10);
+    monthRow->addWidget(month);
+    monthRow->addWidget(silgMonth_);
+    monthRow->addStretch(1);
+    SetHint(silgMonth_, tr("Applies to Book Column ONLY"));
+
+    progressBar_ = Named(new QProgressBar(this), "ProgressBar1");
+    progressBar_->setAccessibleName(tr("Progress"));
+    progressBar_->setRange(0, 1);
+    progressBar_->setValue(0);
+    progressBar_->setTextVisible(false);
+
+    cmdOK_ = Named(new CSCmdBtn(tr("OK"), this), "cmdOK");
+    auto* cmdCancel = Named(new CSCmdBtn(tr("&Close"), this), "cmdCancel");
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(MakeHintLine(), 1);
+    buttons->addWidget(cmdOK_);
+    buttons->addWidget(cmdCancel);
+
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(16, 14, 16, 12);
+    all->setSpacing(12);
+    all->addWidget(Heading(tr("Determine % of Assets Placed-In-Service in the 4th Quarter")));
+    all->addWidget(Heading(tr("Compute Current Depreciation")));
+    all->addLayout(grid);
+    all->addLayout(monthRow);
+    all->addWidget(progressBar_);
+    all->addStretch(1);
+    all->addLayout(buttons);
+
+    connect(silgMonth_, &EntryEdit::Changed, this, Guarded([this] { TakeMonth(); }));
+    connect(cmdOK_, &QPushButton::clicked, this, Guarded([this] { Compute(); }));
+    connect(cmdCancel, &QPushButton::clicked, this, &CSForm::Unload);
+    SetCancelButton(cmdCancel);
+}
+
+void frmComputeOptions::OnFieldFocus(QWidget* field) {
+    if (field == silgMonth_) TakeMonth();
+}
+
+void frmComputeOptions::TakeMonth() {
+    engine_.ComputeMonth = static_cast<std::int16_t>(silgMonth_->Value());
+    if (engine_.ComputeMonth <= 0) return;
+    for (int book = kFirstBook; book <= kLastBook; ++book) chkCompute_[book]->setChecked(book == kBookingMonthBook);
+}
+
+void frmComputeOptions::Compute() {
+    ComputeCurrentOptions options;
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        options.Compute[book] = chkCompute_[book]->isChecked();
+        options.UseMidQuarter[book] = chkUseMQ_[book]->isChecked();
+    }
+    // A month that an earlier visit left behind must not compute under a field that shows another.
+    engine_.ComputeMonth = static_cast<std::int16_t>(silgMonth_->Value());
+    PerBook<InServiceTotals> totals;
+    {
+        const class_Hourglass wait;
+        QtPrompts prompts(this, progressBar_);
+        totals = ComputeCurrent(session_, engine_, options, prompts);
+    }
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        if (!options.Compute[book]) continue;
+        lblInService_[book]->setText(ToQString(totals[book].InServiceText()));
+        lbl4thQtr_[book]->setText(ToQString(totals[book].FourthQuarterText()));
+        lblPercent_[book]->setText(ToQString(totals[book].PercentText()));
+    }
+}
+
+}  // namespace tallymar

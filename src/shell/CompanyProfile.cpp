@@ -1,0 +1,81 @@
+#include "shell/CompanyProfile.h"
+
+#include <array>
+
+#include "platform/runtime/PlatformError.h"
+#include "store/Helpers.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr std::array<std::string_view, kLastBook + 1> kYearEnds = {"", "FYEFederal", "FYEState", "FYEBook", "FYEAMT"};
+
+Date DateOf(const jet::Value& value) {
+    return value.IsDate() ? value.AsDate() : Date();
+}
+
+void GoToRow(jet::Recordset& company) {
+    if (!company.HasCurrentRow()) company.MoveFirst();
+}
+
+}  // namespace
+
+CompanyProfile CompanyProfile::LoadEdit(jet::Recordset& company) {
+    if (company.RecordCount() < 1) {
+        company.AddNew();
+        company.Update();
+    }
+    GoToRow(company);
+    CompanyProfile profile;
+    profile.Company = company.Get("Company").ToText();
+    profile.LastName = company.Get("LastName").ToText();
+    profile.FirstName = company.Get("FirstName").ToText();
+    profile.Address1 = company.Get("Address1").ToText();
+    profile.Address2 = company.Get("Address2").ToText();
+    profile.City = company.Get("City").ToText();
+    profile.State = company.Get("State").ToText();
+    profile.ZipCode = company.Get("ZipCode").ToText();
+    profile.Id = company.Get("Id").ToText();
+    profile.Telephone = company.Get("Telephone").ToText();
+    profile.BeginDate = DateOf(company.Get("BeginDate"));
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        profile.FiscalYearEnd[book] = DateOf(company.Get(kYearEnds[static_cast<std::size_t>(book)]));
+    }
+    const jet::Value round = company.Get("Round");
+    profile.Round = !round.IsNull() && round.Boolean();
+    SplitCityState(profile.City, profile.State);
+    return profile;
+}
+
+void CompanyProfile::Save(jet::Recordset& company) const {
+    GoToRow(company);
+    company.Edit();
+    try {
+        company.Set("Company", Company);
+        company.Set("LastName", LastName);
+        company.Set("FirstName", FirstName);
+        company.Set("Address1", Address1);
+        company.Set("Address2", Address2);
+        company.Set("ZipCode", ZipCode);
+        company.Set("State", State);
+        company.Set("City", City);
+        company.Set("Id", Id);
+        company.Set("Telephone", Telephone);
+        company.Set("BeginDate", BeginDate);
+        for (int book = kFirstBook; book <= kLastBook; ++book) {
+            company.Set(kYearEnds[static_cast<std::size_t>(book)], FiscalYearEnd[book]);
+        }
+        company.Set("Round", Round);
+        company.Update();
+    } catch (const PlatformError&) {
+        if (company.EditPending()) company.CancelUpdate();
+        throw;
+    }
+}
+
+bool TakesFederalYearEnd(bool newCompanyPending, std::string_view text) {
+    return newCompanyPending && TextToDate(text).IsNone();
+}
+
+}  // namespace tallymar

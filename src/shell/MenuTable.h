@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace tallymar {
+
+// What a menu item or toolbar button asks for. The eleven reports are one command with an index.
+enum class Command {
+    None,  // opens a menu
+    FileNew,
+    FileOpen,
+    FileClose,
+    FileImport,
+    FileExport,
+    FilePrinterSetup,
+    FileExit,
+    EditAsset,
+    EditFind,
+    CopyAsset,
+    EditCompanyInformation,
+    EditUserInformation,
+    ActivitiesComputeCurrent,
+    ActivitiesCloseYear,
+    FindAssets,
+    Resequence,
+    ReportsRun,
+    ReportsLabels,
+    Amortization,
+    CreateSchD,
+    Create4255,
+    Create4562,
+    Create4797,
+    Create8824,
+    SoftFonts,
+    ChangeDept,
+    ChangeRange,
+    SetBooks,
+    Backup,
+    Restore,
+    DeleteDB,
+    Update,
+    Window,
+    HelpContents,
+    HelpIndex,
+    HelpAbout
+};
+
+enum class EnabledWhen {
+    Always,
+    CompanyOpen,
+    HasAssets  // a company is open and had assets when the commands were last switched
+};
+
+// What decides which commands are on. It is looked at when a company opens or closes and when the first asset comes; between, the
+// commands stay as they are.
+struct SessionState {
+    bool CompanyOpen = false;
+    std::int64_t AssetCount = 0;
+};
+
+struct MenuItem {
+    std::string_view Name;     // "mnuFileNew"
+    int Index = -1;            // of a menu that is one control array
+    std::string_view Caption;  // "&New"
+    std::string_view Hint;     // for the status line
+    tallymar::Command Command = Command::None;
+    EnabledWhen When = EnabledWhen::Always;
+    // The caption that the hint is filed under, where that is not the item's own: such an item shows no hint.
+    std::string_view HintCaption = {};
+    bool Separated = false;  // a line stands above it
+};
+
+struct ToolbarButton {
+    std::string_view Key;
+    tallymar::Command Command;
+    std::string_view Tip;
+    std::string_view Icon;
+    EnabledWhen When;
+};
+
+// The whole menu tree, row by row; a row with Command::None begins a menu and the rows behind it are its items. mnuWindow has
+// none of its own: it lists the open windows.
+std::span<const MenuItem> MenuItems();
+std::span<const ToolbarButton> ToolbarButtons();
+
+bool IsEnabled(EnabledWhen when, const SessionState& state);
+
+// The hint of the first entry filed under exactly this caption; empty when there is none.
+std::string_view HintForCaption(std::string_view caption);
+
+}  // namespace tallymar

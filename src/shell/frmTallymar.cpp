@@ -1,0 +1,282 @@
+#include "shell/frmTallymar.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "batch/frmComputeOptions.h"
+#include "platform/controls/CSForm.h"
+#include "platform/controls/EventGuard.h"
+#include "platform/controls/Hourglass.h"
+#include "platform/controls/Icons.h"
+#include "platform/controls/ScreenText.h"
+#include "shell/frmAbout.h"
+#include "shell/frmEditCompany.h"
+#include "shell/frmEditUser.h"
+#include "shell/frmInit.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr std::string_view kProduct = "Tallymar";
+constexpr QSize kFirstSize(1120, 760);
+
+const QString kEditFormName = QStringLiteral("frmEditAsset");
+
+QString ControlName(const MenuItem& item) {
+    const QString name = ToQString(item.Name);
+    return item.Index < 0 ? name : QStringLiteral("%1(%2)").arg(name).arg(item.Index);
+}
+
+}  // namespace
+
+Tallymar::Tallymar(AppPath paths) : session_(std::move(paths), profile_), engine_(session_.Paths().Tables()), prompts_(this) {
+    setObjectName(ToQString(kProduct));
+    setWindowTitle(ToQString(kProduct));
+    profile_.Load(session_.Paths().Profile());
+    session_.SetObserver(this);
+
+    area_ = new QMdiArea(this);
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setBackground(palette().brush(QPalette::Mid));
+    setCentralWidget(area_);
+    resize(kFirstSize);
+
+    MakeRoutes();
+    MakeMenus();
+    MakeToolbar();
+    statusBar();
+    ApplyEnabled({});
+}
+
+Tallymar::~Tallymar() {
+    closing_ = true;
+    session_.SetObserver(nullptr);
+}
+
+// Every command that has a window, and nothing else: a command that is not named here stays disabled, whatever the tables say.
+void Tallymar::MakeRoutes() {
+    routes_ = {
+        {Command::FileNew, [this](int) { FileNew(this); }},
+        {Command::FileOpen, [this](int) { FileOpen(this); }},
+        {Command::FileClose, [this](int) { session_.FileClose(); }},
+        {Command::FileExit, [this](int) { close(); }},
+        {Command::EditCompanyInformation,
+         [this](int) {
+             ShowOrMake(QStringLiteral("frmEditCompany"), [this] {
+                 auto* form = new frmEditCompany(session_);
+                 connect(form, &frmEditCompany::Saved, this, &Tallymar::ShowCaption);
+                 return form;
+             });
+         }},
+        {Command::EditUserInformation,
+         [this](int) {
+             ShowOrMake(QStringLiteral("frmEditUser"), [this] { return new frmEditUser(profile_, session_.Paths().Profile()); });
+         }},
+        {Command::ActivitiesComputeCurrent,
+         [this](int) {
+             ShowOrMake(QStringLiteral("frmComputeOptions"), [this] {
+                 const bool wasOpen = UnloadEditForm();
+                 auto* form = new frmComputeOptions(session_, engine_);
+                 if (wasOpen) connect(form, &CSForm::Unloaded, this, Guarded([this] { ReopenEditForm(); }));
+                 return form;
+             });
+         }},
+        {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
+    };
+}
+
+void Tallymar::Run(Command command, int index) {
+    const auto route = routes_.find(command);
+    if (route != routes_.end()) Guarded([&] { route->second(index); })();
+}
+
+void Tallymar::MakeMenus() {
+    QMenu* menu = nullptr;
+    for (const MenuItem& item : MenuItems()) {
+        if (item.Command == Command::None) {
+            menu = menuBar()->addMenu(ToQString(item.Caption));
+            menu->setObjectName(ControlName(item));
+            if (item.Name == "mnuWindow") windowMenu_ = menu;
+            connect(menu, &QMenu::hovered, this, [this](QAction* action) { ShowHint(action); });
+            connect(menu, &QMenu::aboutToShow, this, [this, menu] { ShowHint(menu->menuAction()); });
+            connect(menu, &QMenu::aboutToHide, this, [this] { statusBar()->clearMessage(); });
+            continue;
+        }
+        if (item.Separated) menu->addSeparator();
+        QAction* action = menu->addAction(ToQString(item.Caption));
+        action->setObjectName(ControlName(item));
+        connect(action, &QAction::triggered, this, [this, command = item.Command, index = item.Index] { Run(command, index); });
+        switched_.push_back({action, item.Command, item.When});
+    }
+    connect(menuBar(), &QMenuBar::hovered, this, [this](QAction* action) { ShowHint(action); });
+    connect(windowMenu_, &QMenu::aboutToShow, this, [this] { FillWindowMenu(); });
+}
+
+void Tallymar::MakeToolbar() {
+    QToolBar* bar = addToolBar(tr("Toolbar"));
+    bar->setObjectName(QStringLiteral("Toolbar1"));
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    for (const ToolbarButton& button : ToolbarButtons()) {
+        QAction* action = bar->addAction(ToQString(button.Key));
+        action->setObjectName(ToQString(button.Key));
+        action->setToolTip(ToQString(button.Tip));
+        action->setData(ToQString(button.Icon));
+        connect(action, &QAction::triggered, this, [this, command = button.Command] { Run(command); });
+        switched_.push_back({action, button.Command, button.When});
+    }
+    SetIcons();
+}
+
+void Tallymar::SetIcons() {
+    for (const auto* bar : findChildren<QToolBar*>()) {
+        for (QAction* action : bar->actions()) action->setIcon(TintedIcon(action->data().toString(), palette()));
+    }
+}
+
+void Tallymar::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && area_) {
+        area_->setBackground(palette().brush(QPalette::Mid));
+        SetIcons();
+    }
+}
+
+void Tallymar::ApplyEnabled(const SessionState& state) {
+    for (const Switched& one : switched_) one.Action->setEnabled(HasWindow(one.Asks) && IsEnabled(one.When, state));
+}
+
+void Tallymar::SetFindEnabled(bool enabled) {
+    for (const Switched& one : switched_) {
+        if (one.Asks == Command::EditFind) one.Action->setEnabled(enabled && HasWindow(one.Asks));
+    }
+}
+
+void Tallymar::ShowHint(const QAction* action) {
+    const std::string_view hint = HintForCaption(ToWindows1252(action->text()));
+    statusBar()->showMessage(ToQString(hint));
+}
+
+void Tallymar::FillWindowMenu() {
+    windowMenu_->clear();
+    int number = 0;
+    for (QMdiSubWindow* window : area_->subWindowList()) {
+        // An ampersand in a company's name is no access key.
+        QAction* action = windowMenu_->addAction(
+            QStringLiteral("&%1 %2").arg(++number).arg(window->windowTitle().replace(u'&', QStringLiteral("&&"))));
+        action->setCheckable(true);
+        action->setChecked(window == area_->activeSubWindow());
+        connect(action, &QAction::triggered, this, [this, window] { area_->setActiveSubWindow(window); });
+    }
+    if (number == 0) windowMenu_->addAction(tr("No windows are open"))->setEnabled(false);
+}
+
+bool Tallymar::AskFirstCompany() {
+    frmInit form([this](QWidget* over) { return FileNew(over); }, [this](QWidget* over) { return FileOpen(over); });
+    form.ShowModal();
+    return !form.Cancelled();
+}
+
+bool Tallymar::OpenFirstCompany(const std::filesystem::path& path) {
+    Guarded([&] {
+        session_.OpenCompany(path, prompts_);
+        Run(Command::EditAsset);
+    })();
+    return session_.IsOpen();
+}
+
+bool Tallymar::FileNew(QWidget* over) {
+    QtPrompts prompts(over);
+    if (!session_.FileNew(prompts)) return false;
+    frmEditCompany(session_, {}, over).ShowModal();
+    ShowCaption();
+    return true;
+}
+
+bool Tallymar::FileOpen(QWidget* over) {
+    QtPrompts prompts(over);
+    if (!session_.FileOpen(prompts)) return false;
+    Run(Command::EditAsset);
+    return true;
+}
+
+CSForm* Tallymar::Child(const QString& name) const {
+    for (const QMdiSubWindow* window : area_->subWindowList()) {
+        auto* form = qobject_cast<CSForm*>(window->widget());
+        if (form && form->objectName() == name) return form;
+    }
+    return nullptr;
+}
+
+void Tallymar::ShowChild(CSForm* form) {
+    QMdiSubWindow* window = area_->addSubWindow(form);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    form->show();
+}
+
+void Tallymar::ShowOrMake(const QString& name, const std::function<CSForm*()>& make) {
+    if (CSForm* form = Child(name)) {
+        area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(form->parentWidget()));
+    } else {
+        ShowChild(make());
+    }
+}
+
+bool Tallymar::EditFormClosed() const {
+    return Child(kEditFormName) == nullptr;
+}
+
+bool Tallymar::UnloadEditForm() {
+    CSForm* form = Child(kEditFormName);
+    if (form) form->Unload();
+    return form != nullptr;
+}
+
+void Tallymar::ReopenEditForm() {
+    if (!closing_ && session_.IsOpen() && EditFormClosed()) Run(Command::EditAsset);
+}
+
+void Tallymar::OpenEnable() {
+    ShowCaption();
+    ApplyEnabled({true, session_.AssetCount()});
+}
+
+void Tallymar::CompanyClosing() {
+    closing_ = true;
+    for (QMdiSubWindow* window : area_->subWindowList()) {
+        window->close();
+        // A frame that closes stays in the list until the next event; nothing may take it for open meanwhile.
+        area_->removeSubWindow(window);
+        window->deleteLater();
+    }
+    closing_ = false;
+}
+
+void Tallymar::CompanyClosed() {
+    ApplyEnabled({});
+    setWindowTitle(ToQString(kProduct));
+}
+
+void Tallymar::ShowCaption() {
+    if (session_.IsOpen()) setWindowTitle(ToQString(std::string(kProduct) + " - " + session_.CompanyName()));
+}
+
+void Tallymar::closeEvent(QCloseEvent* event) {
+    if (class_Hourglass::Stands()) {
+        event->ignore();
+        return;
+    }
+    session_.FileClose();
+    QMainWindow::closeEvent(event);
+}
+
+}  // namespace tallymar

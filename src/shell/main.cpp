@@ -1,0 +1,74 @@
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+#include <QIcon>
+
+#include "platform/controls/EventGuard.h"
+#include "platform/controls/ScreenText.h"
+#include "shell/frmTallymar.h"
+#include "store/AppPath.h"
+
+namespace {
+
+using namespace tallymar;
+
+constexpr const char* kFontFamily = "Arial";
+constexpr double kFontPoints = 10.0;
+
+struct Options {
+    std::string CompanyFile;
+    std::string AppPathFolder;
+};
+
+void SetLooks(QApplication& application) {
+    QFont font(QString::fromLatin1(kFontFamily));
+    font.setPointSizeF(kFontPoints);
+    QApplication::setFont(font);
+    QIcon icon;
+    for (const char* picture : {":/icons/tallymar-48.png", ":/icons/tallymar-256.png"})
+        icon.addFile(QString::fromLatin1(picture));
+    QApplication::setWindowIcon(icon);
+    QGuiApplication::setDesktopFileName(QStringLiteral("tallymar"));
+    application.setApplicationName(QStringLiteral("Tallymar"));
+}
+
+int Start(const Options& options) {
+    // The folder is changed below, so a relative name must be made whole before.
+    std::optional<std::filesystem::path> company;
+    if (!options.CompanyFile.empty()) company = std::filesystem::absolute(options.CompanyFile);
+    const std::filesystem::path program = AppPath::ProgramFolder();
+    AppPath paths = options.AppPathFolder.empty() ? AppPath::Find(program)
+                                                  : AppPath::At(std::filesystem::absolute(options.AppPathFolder), program);
+    std::filesystem::current_path(paths.Folder());
+
+    Tallymar window(std::move(paths));
+    const bool opened = company && window.OpenFirstCompany(*company);
+    if (!opened && !window.AskFirstCompany()) return 0;
+    window.show();
+    // Only from here on is the last window the main one.
+    QApplication::setQuitOnLastWindowClosed(true);
+    return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    CLI::App parser("Tallymar: fixed assets and their depreciation for tax preparers", "tallymar");
+    parser.add_option("company", options.CompanyFile, "Company file to open at once");
+    parser.add_option("--app-path", options.AppPathFolder, "Folder of the program's settings and data");
+    CLI11_PARSE(parser, argc, argv);
+
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    GuardedApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    SetLooks(application);
+    try {
+        return Start(options);
+    } catch (const std::exception& failure) {
+        application.Report(MessageOf(failure));
+        return 1;
+    }
+}
