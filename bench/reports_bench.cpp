@@ -1,6 +1,6 @@
-// The Fixed Asset report with subtotals over a large company: the time of its body (selection, cells, pages) against the floor, the same
-// rows read in the same order by bare SQLite calls in the same run. What the pages take, and the writing of the PDF, apart.
-// Usage: reports_bench [assets] [folder]
+// The Fixed Asset report with subtotals over a large company: the time of its body (selection, cells, pages) against the floor,
+// the same rows read in the same order by bare SQLite calls in the same run. What the pages take, and the writing of the PDF,
+// apart. Usage: reports_bench [assets] [folder]
 
 #include <sqlite3.h>
 #include <sys/resource.h>
@@ -86,10 +86,17 @@ double ReadRowsBare(const std::filesystem::path& path) {
     while (sqlite3_step(scan) == SQLITE_ROW) {
         for (int i = 0; i < columns; ++i) {
             switch (sqlite3_column_type(scan, i)) {
-                case SQLITE_INTEGER: sum += static_cast<double>(sqlite3_column_int64(scan, i)); break;
-                case SQLITE_FLOAT: sum += sqlite3_column_double(scan, i); break;
-                case SQLITE_TEXT: sum += sqlite3_column_text(scan, i)[0] + sqlite3_column_bytes(scan, i); break;
-                default: break;
+                case SQLITE_INTEGER:
+                    sum += static_cast<double>(sqlite3_column_int64(scan, i));
+                    break;
+                case SQLITE_FLOAT:
+                    sum += sqlite3_column_double(scan, i);
+                    break;
+                case SQLITE_TEXT:
+                    sum += sqlite3_column_text(scan, i)[0] + sqlite3_column_bytes(scan, i);
+                    break;
+                default:
+                    break;
             }
         }
     }
@@ -144,6 +151,7 @@ int main(int argc, char** argv) {
     });
     std::printf("%d assets, Fixed Asset report in In Service Date order, %d pages, best of %d\n", assets, pages, kRounds);
     std::printf("  floor (rows read, bare SQLite)  %8.3f s  %6.2f us an asset\n", floor, floor / assets * 1e6);
-    std::printf("  body (selection, cells, pages)  %8.3f s  %6.2f us an asset  %.2f x the floor\n", body, body / assets * 1e6, body / floor);
+    std::printf("  body (selection, cells, pages)  %8.3f s  %6.2f us an asset  %.2f x the floor\n", body, body / assets * 1e6,
+                body / floor);
     std::printf("  memory of the pages             %5ld MB\n", PeakMegabytes() - before);
 }

@@ -211,7 +211,7 @@ class ColumnReport {
             const CurrencyAmount amount = row.Column == 0 ? sum179_ : writer_.Columns(row.Column).Total;
             if (year < row.FirstYear || year > row.LastYear || amount <= Units(row.Limit)) continue;
             writer_.ReportRow += 1;
-            Label(kLeftColumn, WarningText(row));
+            Label(kLeftColumn, WarningText(row) + "\r\n");
             return;
         }
     }

@@ -37,6 +37,22 @@ std::string FormatCell(const Cell& value, std::string_view picture) {
     return std::visit(Formatter{picture}, value);
 }
 
+// What a spreadsheet is to take a column for, and its picture there.
+struct DetailFormat {
+    DetailKind Kind;
+    std::string_view Picture;
+};
+
+DetailFormat DetailFormatOf(const ReportColumn& column) {
+    if (column.Fmt.empty() || column.Fmt == pictures::kText) return {DetailKind::Text, ""};
+    if (column.Fmt == pictures::kReportDate) return {DetailKind::Date, ""};
+    if (column.Fmt == pictures::kDecliningPercent || column.Fmt == pictures::kDecliningPercentNarrow)
+        return {DetailKind::Integer, ""};
+    if (column.Fmt == pictures::kUsePercent) return {DetailKind::Money, "0"};
+    if (column.Fmt == pictures::kReportMoney || column.Fmt == pictures::kReportMoneyOrBlank) return {DetailKind::Money, ""};
+    return {DetailKind::Money, "0.0"};
+}
+
 CurrencyAmount AmountOf(const Cell& value) {
     if (const auto* amount = std::get_if<CurrencyAmount>(&value)) return *amount;
     if (const auto* number = std::get_if<std::int16_t>(&value)) return CurrencyAmount::FromInteger(*number);
@@ -140,6 +156,7 @@ void ReportWriter::PrintReportHeadings() {
 }
 
 void ReportWriter::PrintColumnHeadings() {
+    DeclareDetails();
     PrintReportHeadings();
     ReportRow += 1;
     PrintHeadingLine(&ReportColumn::Head1);
@@ -147,6 +164,37 @@ void ReportWriter::PrintColumnHeadings() {
     for (const ReportColumn& column : columns_) {
         if (column.Prints()) PrintRule(column);
     }
+}
+
+void ReportWriter::DeclareDetails() {
+    if (details_ == nullptr || detailsDeclared_) return;
+    detailsDeclared_ = true;
+    details_->Title = Trim(head_.ReportName);
+    for (const ReportColumn& column : columns_) {
+        if (!column.Prints()) continue;
+        const std::string both = column.Head1 + " " + column.Head2;
+        const std::string_view heading = Trim(both);
+        const DetailFormat format = DetailFormatOf(column);
+        // Only a column of marks has no heading on paper; a spreadsheet cannot filter by one without.
+        details_->AddColumn(heading.empty() ? "Mark" : heading, format.Kind, format.Picture);
+    }
+}
+
+void ReportWriter::AddDetail(const ReportColumn& column) {
+    struct Adder {
+        DetailTable& Details;
+        void operator()(const std::string& text) const {
+            if (Trim(text).empty()) {
+                Details.AddEmpty();
+            } else {
+                Details.Add(RTrim(text));
+            }
+        }
+        void operator()(Date date) const { Details.Add(date); }
+        void operator()(std::int16_t number) const { Details.Add(std::int64_t{number}); }
+        void operator()(CurrencyAmount amount) const { Details.Add(amount); }
+    };
+    std::visit(Adder{*details_}, column.Value);
 }
 
 void ReportWriter::PrintHeadingLine(std::string ReportColumn::*head) {
@@ -180,8 +228,10 @@ void ReportWriter::PrintColumnDetails() {
         v_.NewPage();
         PrintColumnHeadings();
     }
+    if (details_ != nullptr) details_->AddRow();
     for (ReportColumn& column : columns_) {
         if (column.Prints()) {
+            if (details_ != nullptr) AddDetail(column);
             const std::string whole = FormatCell(column.Value, column.Fmt);
             std::string_view text = whole;
             const int width = GridToTwips(static_cast<float>(column.Width), kCharsPerInch);

@@ -6,13 +6,12 @@
 #include <string_view>
 #include <variant>
 
+#include "platform/page/DetailTable.h"
 #include "platform/page/PrintPreviewControl.h"
 #include "platform/runtime/CurrencyAmount.h"
 #include "platform/runtime/Date.h"
 
 namespace tallymar {
-
-class DetailTable;
 
 // What a cell can hold. A text prints as it stands whatever the column's picture, so a blank can take a number's place.
 using Cell = std::variant<std::string, Date, std::int16_t, CurrencyAmount>;
@@ -97,6 +96,8 @@ class ReportWriter {
  private:
     void PrintHeadingLine(std::string ReportColumn::*head);
     void PrintRule(const ReportColumn& column);
+    void DeclareDetails();
+    void AddDetail(const ReportColumn& column);
     void PrintAmount(const ReportColumn& column, CurrencyAmount amount);
     void Send(const ReportColumn& column, std::string_view text);
 
@@ -105,6 +106,7 @@ class ReportWriter {
     std::string subtotalPrefix_;
     DetailTable* details_;
     bool hasKey_ = false;
+    bool detailsDeclared_ = false;
     std::array<ReportColumn, kColumns> columns_;
 };
 
