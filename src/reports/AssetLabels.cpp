@@ -84,6 +84,21 @@ class LabelPrinter {
     int down_ = 0;    // rows on the sheet
 };
 
+void DeclareDetails(DetailTable& details) {
+    details.Title = "Asset Labels";
+    for (const char* heading : {"Asset", "Description", "Serial #"}) details.AddColumn(heading, DetailKind::Text);
+    details.AddColumn("Placed in Service", DetailKind::Date);
+}
+
+void AddDetails(DetailTable& details, const AssetRecord& asset) {
+    details.AddRow();
+    for (const std::string_view text :
+         {asset.AssetNum.View(), std::string_view(asset.Description), std::string_view(asset.SerialNum)}) {
+        details.Add(RTrim(text));
+    }
+    details.Add(asset.InService);
+}
+
 }  // namespace
 
 const LabelSheet* FindLabelSheet(std::string_view code) {
@@ -93,9 +108,11 @@ const LabelSheet* FindLabelSheet(std::string_view code) {
     return nullptr;
 }
 
-int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PrintPreviewControl& v) {
+int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PrintPreviewControl& v,
+                     DetailTable* details) {
     v.Title = "Asset Labels - " + session.CompanyName();
     LabelPrinter printer(*options.Sheet, v);
+    if (details != nullptr) DeclareDetails(*details);
     jet::Recordset& assets = session.AssetsRecordset();
     assets.SetIndex("AssetNum");
     ProgressScope progress(prompts, assets.RecordCount());
@@ -106,6 +123,7 @@ int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Promp
         session.ReadAssetRecord(asset);
         if (!WantsLabel(asset, options)) continue;
         printer.Add(asset);
+        if (details != nullptr) AddDetails(*details, asset);
         ++labels;
     }
     printer.Finish();

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/page/DetailTable.h"
 #include "platform/page/PrintPreviewControl.h"
 #include "platform/prompts/Prompts.h"
 #include "store/CompanySession.h"
@@ -43,7 +44,9 @@ struct LabelOptions {
 };
 
 // Draws a label for every asset chosen that has not been disposed of, in the order of their numbers, on v: a canvas of portrait
-// letter paper. The assets' index is AssetNum afterwards. Returns the number of labels.
-int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PrintPreviewControl& v);
+// letter paper. The assets' index is AssetNum afterwards. details, when given, takes what stands on
+// the labels. Returns the number of labels.
+int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PrintPreviewControl& v,
+                     DetailTable* details = nullptr);
 
 }  // namespace tallymar

@@ -1,5 +1,8 @@
 #include "reports/YearClosing.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <system_error>
 
@@ -31,6 +34,14 @@ fs::path FreeName(const fs::path& folder, const std::string& name) {
     return path;
 }
 
+// A name that the power could take with it is no copy.
+void FlushFolder(const fs::path& folder) {
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
 }  // namespace
 
 YearClosing::YearClosing(CompanySession& session, int book) : session_(session), book_(book) {}
@@ -43,20 +54,28 @@ fs::path YearClosing::CopyCompanyFile() {
     std::error_code error;
     fs::create_directories(folder, error);
     const fs::path path = FreeName(folder, ToUtf8(name));
-    session_.Database().CopyTo(path);
-
+    // It takes its name only when it has been found whole.
+    const fs::path unproven = path.string() + ".part";
+    session_.Database().CopyTo(unproven);
     try {
-        jet::Database copy = jet::Database::Open(path);
-        if (copy.OpenRecordset("Assets").RecordCount() != session_.AssetCount() ||
-            copy.OpenRecordset("Company").RecordCount() != 1) {
-            throw PlatformError(Failure::UnrecognizedFormat,
-                                "The copy " + FromUtf8(path.string()) + " does not hold every asset");
-        }
+        Verify(unproven);
+        fs::rename(unproven, path);
+    } catch (const fs::filesystem_error& failure) {
+        fs::remove(unproven, error);
+        throw PlatformError(Failure::PathAccess, FromUtf8(failure.what()));
     } catch (...) {
-        fs::remove(path, error);
+        fs::remove(unproven, error);
         throw;
     }
+    FlushFolder(folder);
     return path;
+}
+
+void YearClosing::Verify(const fs::path& path) {
+    jet::Database copy = jet::Database::Open(path);
+    if (copy.OpenRecordset("Assets").RecordCount() != session_.AssetCount() || copy.OpenRecordset("Company").RecordCount() != 1) {
+        throw PlatformError(Failure::UnrecognizedFormat, "The copy of the company file does not hold every asset");
+    }
 }
 
 void YearClosing::Post(AssetRecord& asset) {

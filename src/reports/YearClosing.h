@@ -24,6 +24,8 @@ class YearClosing {
     void MoveYearEnd();
 
  private:
+    void Verify(const std::filesystem::path& path);
+
     CompanySession& session_;
     int book_;
 };

@@ -6,7 +6,8 @@ namespace tallymar::jet {
 void Database::CopyTo(const std::filesystem::path& path) const {
     state_->RequireOpen();
     constexpr int kAllPages = -1;
-    Connection& from = state_->Db();
+    // SQLite does not copy from a connection that is writing; one of its own sees the same file as it was before the batch.
+    Connection from(Path(), Connection::Mode::Open, std::chrono::milliseconds(2000));
     Connection to(path, Connection::Mode::Create, std::chrono::milliseconds(0));
     to.Execute("PRAGMA synchronous = FULL");
     sqlite3_backup* copy = sqlite3_backup_init(to.Handle(), "main", from.Handle(), "main");
