@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "platform/page/DetailTable.h"
+
+namespace tallymar {
+
+// The table as RFC 4180: the headings, then the rows, CR LF behind each. Dates as YYYY-MM-DD, date 0 empty; money plain, with a
+// point and at least two decimals, and amounts of a column with a picture of its own without superfluous ones. UTF-8; a byte
+// order mark stands in front only where a text goes beyond ASCII, because spreadsheets then need it and other programs do not.
+std::string DetailCsv(const DetailTable& table);
+
+// The table as a workbook of one sheet, a whole .xlsx file: headings that stay in view, with filters, and repeat on each printed
+// page; text as text, dates as dates, amounts as numbers with the picture "#,##0.00" or their column's.
+// A date before March 1900, which spreadsheets cannot count, is text. Failures: InvalidCall, more rows than a sheet holds;
+// DiskFull or DeviceError, no room for the temporary files of a large table.
+std::string DetailWorkbook(const DetailTable& table);
+
+}  // namespace tallymar

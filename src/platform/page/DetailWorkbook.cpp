@@ -1,0 +1,181 @@
+#include <unistd.h>
+#include <xlsxwriter.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+#include "platform/page/DetailFiles.h"
+#include "platform/runtime/DateText.h"
+#include "platform/runtime/FileFailure.h"
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/SequentialFile.h"
+#include "platform/runtime/Windows1252.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr double kFirstCountedDay = 61;  // 1900-03-01; spreadsheets believe in a February 29 before it
+
+void Check(lxw_error error) {
+    if (error == LXW_NO_ERROR) return;
+    const bool full = error == LXW_ERROR_CREATING_TMPFILE || error == LXW_ERROR_ZIP_FILE_OPERATION;
+    throw PlatformError(full && errno == ENOSPC ? Failure::DiskFull : Failure::DeviceError,
+                        std::string("The workbook could not be written: ") + lxw_strerror(error));
+}
+
+// A name that a sheet may have: at most 31 characters, without those that formulas use.
+std::string SheetName(std::string_view title) {
+    std::string name(Trim(title.substr(0, 31)));
+    for (char& c : name) {
+        if (std::string_view("[]:*?/\\'").find(c) != std::string_view::npos || static_cast<unsigned char>(c) < 0x20) c = ' ';
+    }
+    name = Trim(name);
+    return name.empty() || LCase(name) == "history" ? "Report" : ToUtf8(name);
+}
+
+// The library writes by name only.
+class ScratchFile {
+ public:
+    ScratchFile() : path_((std::filesystem::temp_directory_path() / "tallymar-XXXXXX").string()) {
+        const int descriptor = mkstemp(path_.data());
+        if (descriptor < 0) throw FileFailure(errno, path_);
+        close(descriptor);
+    }
+    ~ScratchFile() { unlink(path_.c_str()); }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    const std::string& Path() const { return path_; }
+
+ private:
+    std::string path_;
+};
+
+class Workbook {
+ public:
+    explicit Workbook(const DetailTable& table) : table_(table) {
+        lxw_workbook_options options{};
+        options.constant_memory = LXW_TRUE;
+        workbook_ = workbook_new_opt(file_.Path().c_str(), &options);
+        if (workbook_ == nullptr) Check(LXW_ERROR_CREATING_TMPFILE);
+    }
+    ~Workbook() {
+        if (workbook_ != nullptr) workbook_close(workbook_);
+    }
+    Workbook(const Workbook&) = delete;
+    Workbook& operator=(const Workbook&) = delete;
+
+    std::string Write() {
+        std::string title = ToUtf8(Trim(table_.Title));
+        lxw_doc_properties properties{};
+        properties.title = title.data();
+        Check(workbook_set_properties(workbook_, &properties));
+        sheet_ = workbook_add_worksheet(workbook_, SheetName(table_.Title).c_str());
+        if (sheet_ == nullptr) Check(LXW_ERROR_CREATING_TMPFILE);
+        SetUpColumns();
+        WriteHeadings();
+        for (std::size_t row = 0; row < table_.RowCount(); ++row) {
+            for (std::size_t i = 0; i < formats_.size(); ++i) WriteCell(row, i);
+        }
+        const lxw_error error = workbook_close(std::exchange(workbook_, nullptr));
+        Check(error);
+        return ReadWholeFile(file_.Path());
+    }
+
+ private:
+    lxw_format* FormatOf(const DetailColumn& column) {
+        lxw_format* format = workbook_add_format(workbook_);
+        switch (column.Kind) {
+            case DetailKind::Text:
+                format_set_num_format(format, "@");
+                break;
+            case DetailKind::Date:
+                format_set_num_format(format, "mm/dd/yyyy");
+                format_set_align(format, LXW_ALIGN_CENTER);
+                break;
+            case DetailKind::Integer:
+                format_set_num_format(format, column.Picture.empty() ? "0" : column.Picture.c_str());
+                break;
+            case DetailKind::Money:
+                format_set_num_format(format, column.Picture.empty() ? "#,##0.00" : column.Picture.c_str());
+                break;
+        }
+        return format;
+    }
+
+    void SetUpColumns() {
+        for (std::size_t i = 0; i < table_.Columns().size(); ++i) {
+            const DetailColumn& column = table_.Columns()[i];
+            std::size_t width = column.Kind == DetailKind::Money ? 14 : column.Kind == DetailKind::Date ? 11 : 6;
+            for (std::size_t row = 0; column.Kind == DetailKind::Text && row < table_.RowCount(); ++row) {
+                if (const auto* text = std::get_if<std::string>(&table_.Cell(row, i)))
+                    width = std::max(width, RTrim(*text).size());
+            }
+            width = std::clamp(width, column.Heading.size() + 3, std::max<std::size_t>(column.Heading.size() + 3, 60));
+            formats_.push_back(FormatOf(column));
+            Check(worksheet_set_column(sheet_, Col(i), Col(i), static_cast<double>(width) + 1, formats_.back()));
+        }
+    }
+
+    void WriteHeadings() {
+        lxw_format* heading = workbook_add_format(workbook_);
+        format_set_bold(heading);
+        format_set_bottom(heading, LXW_BORDER_THIN);
+        format_set_align(heading, LXW_ALIGN_CENTER);
+        for (std::size_t i = 0; i < table_.Columns().size(); ++i) {
+            Check(worksheet_write_string(sheet_, 0, Col(i), ToUtf8(table_.Columns()[i].Heading).c_str(), heading));
+        }
+        worksheet_freeze_panes(sheet_, 1, 0);
+        Check(worksheet_autofilter(sheet_, 0, 0, static_cast<lxw_row_t>(table_.RowCount()), Col(table_.Columns().size() - 1)));
+        Check(worksheet_repeat_rows(sheet_, 0, 0));
+        worksheet_set_landscape(sheet_);
+        worksheet_set_paper(sheet_, 1);  // Letter
+        worksheet_fit_to_pages(sheet_, 1, 0);
+    }
+
+    void WriteCell(std::size_t row, std::size_t column) {
+        const DetailCell& cell = table_.Cell(row, column);
+        const auto r = static_cast<lxw_row_t>(row + 1);
+        lxw_format* format = formats_[column];
+        if (const auto* text = std::get_if<std::string>(&cell)) {
+            const std::string_view shown = RTrim(*text);
+            if (!shown.empty()) Check(worksheet_write_string(sheet_, r, Col(column), ToUtf8(shown).c_str(), format));
+        } else if (const auto* date = std::get_if<Date>(&cell)) {
+            if (date->IsNone()) return;
+            if (date->Serial() >= kFirstCountedDay) {
+                Check(worksheet_write_number(sheet_, r, Col(column), date->Serial(), format));
+            } else {
+                Check(worksheet_write_string(sheet_, r, Col(column), FormatShortDate(*date).c_str(), format));
+            }
+        } else if (const auto* number = std::get_if<std::int64_t>(&cell)) {
+            Check(worksheet_write_number(sheet_, r, Col(column), static_cast<double>(*number), format));
+        } else if (const auto* amount = std::get_if<CurrencyAmount>(&cell)) {
+            Check(worksheet_write_number(sheet_, r, Col(column), amount->ToDouble(), format));
+        }
+    }
+
+    static lxw_col_t Col(std::size_t column) { return static_cast<lxw_col_t>(column); }
+
+    const DetailTable& table_;
+    ScratchFile file_;
+    lxw_workbook* workbook_ = nullptr;
+    lxw_worksheet* sheet_ = nullptr;
+    std::vector<lxw_format*> formats_;
+};
+
+}  // namespace
+
+std::string DetailWorkbook(const DetailTable& table) {
+    if (table.Columns().empty()) throw PlatformError(Failure::InvalidCall, "A workbook without columns cannot be written.");
+    if (table.RowCount() >= LXW_ROW_MAX) {
+        throw PlatformError(Failure::InvalidCall,
+                            "There are more rows than a worksheet holds (1,048,575). Choose a .csv file instead.");
+    }
+    return Workbook(table).Write();
+}
+
+}  // namespace tallymar

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "platform/page/PrintPreviewControl.h"
+
+namespace tallymar {
+
+// A page as fixed-pitch text, in UTF-8: 17 characters to the inch across, 8 lines to the inch down, no blanks at the ends of
+// lines.
+//
+// Which edge of a text is kept is told by what stands under and over it: a column of equal right edges stays flush right, one of
+// equal left edges flush left, all else is centred where it stood. Half rows go to the line below. A rule is a line of dashes,
+// put into the blank line above its row or, where there is none, in between. What would be printed over something else goes on a
+// line of its own beneath, so that no figure is lost; words that run into their right neighbour end there.
+std::string PageText(const PrintPreviewControl& pages, int page);
+
+}  // namespace tallymar

@@ -1,0 +1,101 @@
+#include <array>
+
+#include <QGuiApplication>
+
+#include "platform/page/Delivery.h"
+#include "platform/page/DetailFiles.h"
+#include "platform/page/PageText.h"
+#include "platform/page/QtPdf.h"
+#include "platform/runtime/FileReplacement.h"
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/Windows1252.h"
+
+namespace tallymar {
+
+namespace {
+
+struct Extension {
+    std::string_view Text;
+    FileFormat Format;
+};
+
+constexpr std::array<Extension, 4> kExtensions = {{
+    {".pdf", FileFormat::Pdf},
+    {".txt", FileFormat::Text},
+    {".csv", FileFormat::Csv},
+    {".xlsx", FileFormat::Workbook},
+}};
+
+const Extension* FindExtension(const std::filesystem::path& path) {
+    const std::string extension = LCase(path.extension().string());
+    for (const Extension& known : kExtensions) {
+        if (known.Text == extension) return &known;
+    }
+    return nullptr;
+}
+
+void WriteText(const PrintPreviewControl& pages, FileReplacement& file) {
+    for (int page = 1; page <= pages.PageCount(); ++page) {
+        if (page > 1) file.Write("\f");
+        file.Write(PageText(pages, page));
+    }
+}
+
+}  // namespace
+
+FileFormat FormatOfFile(const std::filesystem::path& path) {
+    const Extension* known = FindExtension(path);
+    return known == nullptr ? FileFormat::Pdf : known->Format;
+}
+
+std::filesystem::path DeliveryPath(const std::filesystem::path& path) {
+    if (!path.has_filename() || FindExtension(path) != nullptr) return path;
+    std::filesystem::path named = path;
+    return named += ".pdf";
+}
+
+std::filesystem::path DeliverToFile(const PrintPreviewControl& pages, const DetailTable& details,
+                                    const std::filesystem::path& path) {
+    const std::filesystem::path target = DeliveryPath(path);
+    const FileFormat format = FormatOfFile(target);
+    if ((format == FileFormat::Csv || format == FileFormat::Workbook) && details.Columns().empty()) {
+        throw PlatformError(Failure::InvalidCall,
+                            "This document has no detail rows for a spreadsheet. Choose a .pdf or .txt file.");
+    }
+    FileReplacement file(target);
+    switch (format) {
+        case FileFormat::Pdf:
+            WritePdf(pages, file);
+            break;
+        case FileFormat::Text:
+            WriteText(pages, file);
+            break;
+        case FileFormat::Csv:
+            file.Write(DetailCsv(details));
+            break;
+        case FileFormat::Workbook:
+            file.Write(DetailWorkbook(details));
+            break;
+    }
+    file.Commit();
+    return target;
+}
+
+// Qt keeps references to both for as long as the application lives.
+struct GuiForFiles::Application {
+    std::string Name = "tallymar";
+    int Count = 1;
+    std::array<char*, 2> Arguments = {Name.data(), nullptr};
+    std::unique_ptr<QGuiApplication> Qt;
+};
+
+GuiForFiles::GuiForFiles() {
+    if (QCoreApplication::instance() != nullptr) return;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    application_ = std::make_unique<Application>();
+    application_->Qt = std::make_unique<QGuiApplication>(application_->Count, application_->Arguments.data());
+}
+
+GuiForFiles::~GuiForFiles() = default;
+
+}  // namespace tallymar

@@ -1,0 +1,149 @@
+#include "platform/page/QtPagePainter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QFont>
+#include <QFontDatabase>
+#include <QGlyphRun>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QVarLengthArray>
+
+#include "platform/page/FontMetrics.h"
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/Windows1252.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr double kTwipsPerPixel = 15;  // of 1/96 inch
+
+struct Family {
+    std::string_view PageName;
+    const char* Candidates[2];
+    QFont::Weight Weight;
+};
+
+// The free fonts come first: they are what the program is delivered with, and the same on every machine.
+constexpr Family kFamilies[] = {
+    {"Arial", {"Liberation Sans", "Arial"}, QFont::Normal},
+    {"Arial Bold", {"Liberation Sans", "Arial"}, QFont::Bold},
+    {"Courier New", {"Liberation Mono", "Courier New"}, QFont::Normal},
+};
+
+[[noreturn]] void FailWithoutFont(std::string_view name) {
+    throw PlatformError(Failure::DeviceError, "The font \"" + std::string(name) +
+                                                  "\" is not installed, so that the pages cannot be drawn. Install the package "
+                                                  "\"fonts-liberation\" and start the command again.");
+}
+
+std::array<quint32, 256> GlyphsOf(const QRawFont& font) {
+    std::array<quint32, 256> glyphs{};
+    for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
+        const char drawn = DrawnAs(static_cast<char>(byte));
+        const QList<quint32> found = font.glyphIndexesForString(QString::fromStdString(ToUtf8(std::string_view(&drawn, 1))));
+        if (found.size() == 1) glyphs[byte] = found.front();
+    }
+    return glyphs;
+}
+
+// Does the font have every character, as wide as the metrics say?
+bool Agrees(const QRawFont& font, const FontMetrics& metrics) {
+    QRawFont atUnits = font;
+    atUnits.setPixelSize(metrics.UnitsPerEm);
+    const std::array<quint32, 256> glyphs = GlyphsOf(atUnits);
+    QPointF advances[256];
+    if (!atUnits.advancesForGlyphIndexes(glyphs.data(), advances, 256)) return false;
+    for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
+        if (glyphs[byte] == 0 || std::abs(advances[byte].x() - metrics.Advances[byte]) > 1) return false;
+    }
+    return true;
+}
+
+QRawFont FindFont(const FontMetrics& metrics, double pixelSize) {
+    const auto* family = std::find_if(std::begin(kFamilies), std::end(kFamilies),
+                                      [&](const Family& candidate) { return candidate.PageName == metrics.Name; });
+    if (family == std::end(kFamilies) || qGuiApp == nullptr) FailWithoutFont(metrics.Name);
+    for (const char* name : family->Candidates) {
+        // Asked for by name first: Qt would put any other font in the place of one that it does not have.
+        if (!QFontDatabase::hasFamily(QString::fromLatin1(name))) continue;
+        QFont wanted(QString::fromLatin1(name));
+        wanted.setWeight(family->Weight);
+        wanted.setPixelSize(std::max(1, static_cast<int>(pixelSize)));
+        wanted.setHintingPreference(QFont::PreferNoHinting);
+        wanted.setStyleStrategy(QFont::NoFontMerging);
+        QRawFont font = QRawFont::fromFont(wanted);
+        if (!font.isValid() || !Agrees(font, metrics)) continue;
+        font.setPixelSize(pixelSize);
+        return font;
+    }
+    FailWithoutFont(metrics.Name);
+}
+
+}  // namespace
+
+PagePainter::PagePainter(const PrintPreviewControl& pages, double scale) : pages_(pages), scale_(scale) {}
+
+const PagePainter::Face& PagePainter::FaceOf(const PageFont& font) const {
+    const std::pair<std::string, float> key(font.Name, font.Size);
+    if (const auto found = faces_.find(key); found != faces_.end()) return found->second;
+    const FontMetrics& metrics = FindFontMetrics(font.Name);
+    Face face;
+    face.Font = FindFont(metrics, static_cast<double>(font.Size) * 20 * scale_);
+    face.Glyphs = GlyphsOf(face.Font);
+    for (std::size_t byte = 0; byte < face.Advances.size(); ++byte) {
+        face.Advances[byte] = ToTwips(metrics, metrics.Advances[byte], font.Size) * scale_;
+    }
+    face.Ascent = ToTwips(metrics, metrics.Ascent, font.Size) * scale_;
+    return faces_.emplace(key, face).first->second;
+}
+
+void PagePainter::Paint(QPainter& painter, int page, QPointF origin) const {
+    painter.setPen(Qt::black);
+    for (const PageItem* item = pages_.PageBegin(page); item != pages_.PageEnd(page); ++item) {
+        if (item->Op == PageItem::Kind::Text) {
+            PaintText(painter, *item, origin);
+        } else {
+            PaintLine(painter, *item, origin);
+        }
+    }
+}
+
+void PagePainter::PaintText(QPainter& painter, const PageItem& item, QPointF origin) const {
+    const Face& face = FaceOf(pages_.Font(item));
+    const std::string_view text = pages_.Text(item);
+    QVarLengthArray<quint32, 64> glyphs(static_cast<qsizetype>(text.size()));
+    QVarLengthArray<QPointF, 64> positions(static_cast<qsizetype>(text.size()));
+    double x = 0;
+    for (qsizetype i = 0; i < glyphs.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[static_cast<std::size_t>(i)]);
+        glyphs[i] = face.Glyphs[byte];
+        positions[i] = QPointF(x, 0);
+        x += face.Advances[byte];
+    }
+    QGlyphRun run;
+    run.setRawFont(face.Font);
+    run.setRawData(glyphs.constData(), positions.constData(), static_cast<int>(glyphs.size()));
+    painter.drawGlyphRun(origin + QPointF(item.X * scale_, item.Y * scale_ + face.Ascent), run);
+}
+
+// A filled bar and no pen: a pen's caps would lengthen the line.
+void PagePainter::PaintLine(QPainter& painter, const PageItem& item, QPointF origin) const {
+    const double thickness = item.LineWidth * kTwipsPerPixel * scale_;
+    const QPointF from = origin + QPointF(item.X, item.Y) * scale_;
+    const QPointF to = origin + QPointF(item.X2, item.Y2) * scale_;
+    if (item.Y == item.Y2) {
+        painter.fillRect(QRectF(from.x(), from.y() - thickness / 2, to.x() - from.x(), thickness).normalized(), Qt::black);
+    } else if (item.X == item.X2) {
+        painter.fillRect(QRectF(from.x() - thickness / 2, from.y(), thickness, to.y() - from.y()).normalized(), Qt::black);
+    } else {
+        painter.save();
+        painter.setPen(QPen(Qt::black, thickness, Qt::SolidLine, Qt::FlatCap));
+        painter.drawLine(from, to);
+        painter.restore();
+    }
+}
+
+}  // namespace tallymar

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <QPointF>
+#include <QRawFont>
+
+#include "platform/page/PrintPreviewControl.h"
+
+class QPainter;
+
+namespace tallymar {
+
+// Draws pages of one document on anything that Qt paints on, at one scale. Every glyph is put where the document's own metrics
+// put it: no kerning, no hinting of advances, so that the preview, the printer and the file show the same page.
+//
+// Needs a QGuiApplication (see GuiForFiles). A font of the document that is not installed, or that has other widths than it
+// should, fails with Failure::DeviceError and a text that names the package to install: a report is never drawn in a wrong font.
+class PagePainter {
+ public:
+    // scale: device units to the twip, 1440 dots per inch being 1.
+    PagePainter(const PrintPreviewControl& pages, double scale);
+
+    // origin: where the upper left corner of the paper lies, in device units.
+    void Paint(QPainter& painter, int page, QPointF origin = {}) const;
+
+    double Scale() const { return scale_; }
+
+ private:
+    struct Face {
+        QRawFont Font;
+        std::array<quint32, 256> Glyphs;
+        std::array<double, 256> Advances;  // device units
+        double Ascent;
+    };
+
+    const Face& FaceOf(const PageFont& font) const;
+    void PaintText(QPainter& painter, const PageItem& item, QPointF origin) const;
+    void PaintLine(QPainter& painter, const PageItem& item, QPointF origin) const;
+
+    const PrintPreviewControl& pages_;
+    double scale_;
+    mutable std::map<std::pair<std::string, float>, Face> faces_;
+};
+
+}  // namespace tallymar
