@@ -1,30 +1,24 @@
-// The Fixed Asset report with subtotals over a large company: the time of its body (selection, cells, pages) against the floor,
-// the same rows read in the same order by bare SQLite calls in the same run. What the pages take, and the writing of the PDF,
-// apart. Usage: reports_bench [assets] [folder]
+// The Fixed Asset report with subtotals over a large company: its body (selection, cells, pages) against the floor of reading the same
+// rows in the same order. What the pages take, and the writing of each kind of file, apart.
+// Usage: reports_bench [assets] [folder]
 
-#include <sqlite3.h>
-#include <sys/resource.h>
-
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <string>
+#include <utility>
 
+#include "Floor.h"
+#include "platform/page/Delivery.h"
 #include "platform/prompts/Prompts.h"
 #include "reports/Reports.h"
 
 namespace {
 
 using namespace tallymar;
-using Clock = std::chrono::steady_clock;
+using namespace tallymar::bench;
 
-constexpr int kRounds = 3;
-constexpr int kFederal = 1;
-
-class NoPrompts : public Prompts {
+class SilentPrompts : public Prompts {
  public:
     void Message(std::string_view, std::string_view, MessageKind) override {}
     bool AskYesNo(std::string_view, std::string_view) override { return false; }
@@ -71,52 +65,13 @@ void Build(CompanySession& session, const std::filesystem::path& path, int asset
     batch.Commit();
 }
 
-double ReadRowsBare(const std::filesystem::path& path) {
-    sqlite3* handle = nullptr;
-    sqlite3_stmt* scan = nullptr;
-    if (sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK ||
-        sqlite3_exec(handle, "PRAGMA cache_size = -65536", nullptr, nullptr, nullptr) != SQLITE_OK ||
-        sqlite3_prepare_v2(handle, "SELECT * FROM Assets ORDER BY InService", -1, &scan, nullptr) != SQLITE_OK) {
-        std::fprintf(stderr, "%s\n", sqlite3_errmsg(handle));
-        std::exit(1);
+// What a document holds, apart from spare room.
+double MegabytesOf(const PrintPreviewControl& canvas) {
+    std::size_t bytes = 0;
+    for (int page = 1; page <= canvas.PageCount(); ++page) {
+        for (const PageItem* item = canvas.PageBegin(page); item != canvas.PageEnd(page); ++item) bytes += sizeof *item + item->TextLength;
     }
-    const auto start = Clock::now();
-    double sum = 0;
-    const int columns = sqlite3_column_count(scan);
-    while (sqlite3_step(scan) == SQLITE_ROW) {
-        for (int i = 0; i < columns; ++i) {
-            switch (sqlite3_column_type(scan, i)) {
-                case SQLITE_INTEGER:
-                    sum += static_cast<double>(sqlite3_column_int64(scan, i));
-                    break;
-                case SQLITE_FLOAT:
-                    sum += sqlite3_column_double(scan, i);
-                    break;
-                case SQLITE_TEXT:
-                    sum += sqlite3_column_text(scan, i)[0] + sqlite3_column_bytes(scan, i);
-                    break;
-                default:
-                    break;
-            }
-        }
-    }
-    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    sqlite3_finalize(scan);
-    sqlite3_close(handle);
-    if (sum == 0) std::exit(1);
-    return seconds;
-}
-
-double Best(const std::function<double()>& run) {
-    double best = run();
-    for (int round = 1; round < kRounds; ++round) best = std::min(best, run());
-    return best;
-}
-
-long PeakMegabytes() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss / 1024;
+    return static_cast<double>(bytes) / (1024 * 1024);
 }
 
 }  // namespace
@@ -125,8 +80,9 @@ int main(int argc, char** argv) {
     const int assets = argc > 1 ? std::atoi(argv[1]) : 100'000;
     const std::filesystem::path folder = argc > 2 ? argv[2] : std::filesystem::temp_directory_path() / "tallymar-reports-bench";
     const std::filesystem::path file = folder / "company.mdb";
+    const GuiForFiles gui;
     UserProfile profile;
-    NoPrompts prompts;
+    SilentPrompts prompts;
     CompanySession session(AppPath::At(folder, folder), profile);
     Build(session, file, assets);
     ADepre engine(folder);
@@ -134,24 +90,33 @@ int main(int argc, char** argv) {
     ReportOptions options = ReportOptions::Defaults(kFixedAssetReport, Date::FromYmd(2004, 1, 15));
     options.Sequence = ReportSequence::InServiceDate;
     const std::optional<ReportFilter> filter = CheckReportOptions(session, options, prompts);
-    int pages = 0;
-    const auto print = [&](PrintPreviewControl& canvas) {
-        ReportRun run{.Session = session, .Engine = engine, .Asking = prompts, .V = canvas, .Filter = *filter, .Now = {}};
-        const auto start = Clock::now();
+    PrintPreviewControl last;
+    DetailTable details;
+    const auto print = [&](DetailTable* table) {
+        PrintPreviewControl canvas;
+        ReportRun run{.Session = session,
+                      .Engine = engine,
+                      .Asking = prompts,
+                      .V = canvas,
+                      .Filter = *filter,
+                      .Now = {},
+                      .Details = table};
         PrintReport(run);
-        pages = canvas.PageCount();
-        return std::chrono::duration<double>(Clock::now() - start).count();
+        last = std::move(canvas);
+        return static_cast<double>(last.PageCount());
     };
 
-    const double floor = Best([&] { return ReadRowsBare(file); });
-    const long before = PeakMegabytes();
-    const double body = Best([&] {
-        PrintPreviewControl canvas(kLetterLandscape);
-        return print(canvas);
+    PrintHead(assets);
+    const Bare bare(file);
+    const auto floor = [&](int) { return bare.Scan("SELECT _rowid_, * FROM Assets ORDER BY InService, _rowid_"); };
+    Pair("Fixed Asset report, subtotals, its body", assets, floor, [&](int) { return print(nullptr); });
+    Pair("the same with its detail rows as data", assets, floor, [&](int) {
+        details = DetailTable();
+        return print(&details);
     });
-    std::printf("%d assets, Fixed Asset report in In Service Date order, %d pages, best of %d\n", assets, pages, kRounds);
-    std::printf("  floor (rows read, bare SQLite)  %8.3f s  %6.2f us an asset\n", floor, floor / assets * 1e6);
-    std::printf("  body (selection, cells, pages)  %8.3f s  %6.2f us an asset  %.2f x the floor\n", body, body / assets * 1e6,
-                body / floor);
-    std::printf("  memory of the pages             %5ld MB\n", PeakMegabytes() - before);
+    std::printf("  pages %d, %.0f MB\n", last.PageCount(), MegabytesOf(last));
+    for (const char* name : {"report.pdf", "report.txt", "report.csv", "report.xlsx"}) {
+        const double nanoseconds = NanosecondsPer(1, [&] { DeliverToFile(last, details, folder / name); });
+        std::printf("  %-12s %6.2f s\n", name, nanoseconds / 1e9);
+    }
 }

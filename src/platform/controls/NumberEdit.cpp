@@ -99,7 +99,7 @@ QString NumberEdit::Grouped(const QString& plain) const {
 }
 
 QValidator::State NumberEdit::Check(QString& text, int& caret) const {
-    const qsizetype lengthBefore = this->text().size();
+    const qsizetype lengthBefore = TextBefore().size();
     const std::optional<QString> read = Plain(text, caret);
     if (!read) return QValidator::Invalid;
     const QString& plain = *read;

@@ -33,7 +33,7 @@ void sidtEdit::SetText(std::string_view text) {
 }
 
 QValidator::State sidtEdit::Check(QString& text, int& /*caret*/) const {
-    return text.size() < this->text().size() || FitsWindows1252(text) ? QValidator::Acceptable : QValidator::Invalid;
+    return text.size() < TextBefore().size() || FitsWindows1252(text) ? QValidator::Acceptable : QValidator::Invalid;
 }
 
 void sidtEdit::Leave() {
