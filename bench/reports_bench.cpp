@@ -1,6 +1,6 @@
-// The Fixed Asset report with subtotals over a large company: its body (selection, cells, pages) against the floor of reading the same
-// rows in the same order. What the pages take, and the writing of each kind of file, apart.
-// Usage: reports_bench [assets] [folder]
+// The Fixed Asset report with subtotals over a large company: its body (selection, cells, pages) against the floor of reading the
+// same rows in the same order. What the pages take, and the writing of each kind of file, apart. Usage: reports_bench [assets]
+// [folder]
 
 #include <cstdio>
 #include <cstdlib>
@@ -69,7 +69,8 @@ void Build(CompanySession& session, const std::filesystem::path& path, int asset
 double MegabytesOf(const PrintPreviewControl& canvas) {
     std::size_t bytes = 0;
     for (int page = 1; page <= canvas.PageCount(); ++page) {
-        for (const PageItem* item = canvas.PageBegin(page); item != canvas.PageEnd(page); ++item) bytes += sizeof *item + item->TextLength;
+        for (const PageItem* item = canvas.PageBegin(page); item != canvas.PageEnd(page); ++item)
+            bytes += sizeof *item + item->TextLength;
     }
     return static_cast<double>(bytes) / (1024 * 1024);
 }
@@ -94,13 +95,8 @@ int main(int argc, char** argv) {
     DetailTable details;
     const auto print = [&](DetailTable* table) {
         PrintPreviewControl canvas;
-        ReportRun run{.Session = session,
-                      .Engine = engine,
-                      .Asking = prompts,
-                      .V = canvas,
-                      .Filter = *filter,
-                      .Now = {},
-                      .Details = table};
+        ReportRun run{
+            .Session = session, .Engine = engine, .Asking = prompts, .V = canvas, .Filter = *filter, .Now = {}, .Details = table};
         PrintReport(run);
         last = std::move(canvas);
         return static_cast<double>(last.PageCount());

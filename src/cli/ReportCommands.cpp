@@ -143,7 +143,8 @@ void AddReportOptions(CLI::App& command, ReportFlags& flags) {
     command.add_option("--from", flags.From, "First date of the date filter");
     command.add_option("--to", flags.To, "Last date of the date filter");
     command.add_option("--report-date", flags.ReportDate, "Date in the page head; today");
-    command.add_option("--prior-year", flags.PriorYear, "Disposals of earlier years to print: sold, casualty, abandoned, like-kind")
+    command
+        .add_option("--prior-year", flags.PriorYear, "Disposals of earlier years to print: sold, casualty, abandoned, like-kind")
         ->delimiter(',')
         ->check(CLI::IsMember({"sold", "casualty", "abandoned", "like-kind"}));
     command.add_flag("--double-space", flags.DoubleSpace, "A blank line behind each asset");
@@ -204,7 +205,9 @@ void AddPostCommand(CLI::App& app, Context& context) {
     flags->Post = true;
     CLI::App* command = app.add_subcommand("post", "Close the year of a book: post current depreciation to previous");
     command->add_option("FILE", flags->File, "Company file")->required();
-    command->add_option("--book", flags->Book, "1 Federal, 2 State, 3 Bookkeeping, 4 A.M.T.")->required()->check(CLI::Range(1, 4));
+    command->add_option("--book", flags->Book, "1 Federal, 2 State, 3 Bookkeeping, 4 A.M.T.")
+        ->required()
+        ->check(CLI::Range(1, 4));
     command->add_flag("--yes", flags->Yes, "Post without asking");
     AddReportOptions(*command, *flags);
     command->callback([flags, &context] { RunReport(*flags, context); });
