@@ -43,6 +43,9 @@ void AddBuildCommand(CLI::App& app, Context& context);
 void AddFindCommand(CLI::App& app, Context& context);
 void AddCopyCommand(CLI::App& app, Context& context);
 void AddNewAssetCommand(CLI::App& app, Context& context);
+void AddReportCommand(CLI::App& app, Context& context);
+void AddPostCommand(CLI::App& app, Context& context);
+void AddLabelsCommand(CLI::App& app, Context& context);
 
 // A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file cannot.
 std::string FromArgument(const std::string& argument);

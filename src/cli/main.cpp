@@ -37,6 +37,9 @@ int main(int argc, char** argv) {
     AddFindCommand(app, context);
     AddCopyCommand(app, context);
     AddNewAssetCommand(app, context);
+    AddReportCommand(app, context);
+    AddPostCommand(app, context);
+    AddLabelsCommand(app, context);
 
     try {
         app.parse(argc, argv);
