@@ -15,12 +15,12 @@ namespace tallymar {
 
 namespace {
 
-// Where each frame stands in the page's two columns.
 struct FramePlace {
     std::string_view Frame;
+    int Row;
     int Column;
 };
-constexpr FramePlace kFrames[] = {{"Method", 0}, {"Depreciation", 1}, {"Switchover", 0}, {"Tax Credit", 1}};
+constexpr FramePlace kFrames[] = {{"Method", 0, 0}, {"Depreciation", 0, 1}, {"Switchover", 1, 0}, {"Tax Credit", 1, 1}};
 
 QGroupBox* MakeFrame(std::string_view frame, int book, AssetControls& controls, QWidget* parent) {
     auto* box = new QGroupBox(ToQString(frame), parent);
@@ -78,18 +78,15 @@ void AssetMirrors::Show(const AssetEditSession::MirrorTexts& texts) {
 
 frmBookPage::frmBookPage(int book, AssetControls& controls, QWidget* parent) : QWidget(parent) {
     mirrors_ = new AssetMirrors(book, this);
-    auto* columns = new QHBoxLayout;
-    columns->setSpacing(14);
-    QVBoxLayout* column[2] = {new QVBoxLayout, new QVBoxLayout};
-    for (const FramePlace& place : kFrames) column[place.Column]->addWidget(MakeFrame(place.Frame, book, controls, this));
-    for (QVBoxLayout* one : column) {
-        one->addStretch(1);
-        columns->addLayout(one);
+    auto* frames = new QGridLayout;
+    frames->setHorizontalSpacing(14);
+    for (const FramePlace& place : kFrames) {
+        frames->addWidget(MakeFrame(place.Frame, book, controls, this), place.Row, place.Column);
     }
-    columns->addStretch(1);
+    frames->setColumnStretch(2, 1);
     auto* all = new QVBoxLayout(this);
     all->addWidget(mirrors_);
-    all->addLayout(columns);
+    all->addLayout(frames);
     all->addStretch(1);
 }
 

@@ -4,6 +4,7 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QTabBar>
 #include <QTabWidget>
@@ -254,6 +255,8 @@ void frmEditAsset::showEvent(QShowEvent* event) {
 void frmEditAsset::LoadEdit() {
     edit_.LoadEdit();
     ShowAll();
+    if (!controls_.Of(focusWidget()))
+        FocusField(shownTab_ == kGeneralTab ? AssetNum : shownTab_ == kSaleTab ? DateSold : DeprType);
 }
 
 void frmEditAsset::ShowAll() {
@@ -302,22 +305,37 @@ void frmEditAsset::OnFieldFocus(QWidget* field) {
     ShowTab(edit_.Tab);
 }
 
-// Enter and Tab go through the fields of all tabs, one after the other, and the commands behind them: a tab that is not shown is
-// brought up when its turn comes.
+bool frmEditAsset::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return CSForm::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    // The Tab that Enter sends comes through here while Enter is still under way.
+    if (key == Qt::Key_Tab || key == Qt::Key_Backtab) return CSForm::eventFilter(watched, event);
+    enterMoves_ = true;
+    const bool taken = CSForm::eventFilter(watched, event);
+    enterMoves_ = false;
+    return taken;
+}
+
+// Enter and Tab go through the fields of all tabs, one after the other: a tab that is not shown is brought up when its turn
+// comes. Tab alone goes to the commands as well. Enter would press them, and nobody who keys in figures wants to meet New or
+// Delete so.
 bool frmEditAsset::focusNextPrevChild(bool next) {
     const auto count = static_cast<int>(focusOrder_.size());
-    QWidget* current = focusWidget();
-    const auto found = std::find(focusOrder_.begin(), focusOrder_.end(), current);
-    int place = found == focusOrder_.end() ? -1 : static_cast<int>(found - focusOrder_.begin());
-    if (place < 0) {
+    const auto isStop = [this](const QWidget* widget) { return !enterMoves_ || controls_.Of(widget); };
+    const auto isOnShownTab = [this](const QWidget* widget) {
+        const AssetControls::Control* control = controls_.Of(widget);
+        return control && control->Tab() == shownTab_;
+    };
+    auto place = std::find(focusOrder_.begin(), focusOrder_.end(), focusWidget()) - focusOrder_.begin();
+    if (place == count) {
         // From the row of tabs or a read-only field: the shown tab's first field.
-        const auto first = std::find_if(focusOrder_.begin(), focusOrder_.end(), [this](const QWidget* widget) {
-            const AssetControls::Control* control = controls_.Of(widget);
-            return control && control->Tab() == shownTab_;
-        });
-        place = static_cast<int>(first - focusOrder_.begin()) - (next ? 1 : 0);
+        place = std::find_if(focusOrder_.begin(), focusOrder_.end(), isOnShownTab) - focusOrder_.begin() - (next ? 1 : 0);
     }
-    QWidget* target = focusOrder_[static_cast<std::size_t>((place + (next ? 1 : count - 1)) % count)];
+    const int step = next ? 1 : count - 1;
+    do {
+        place = (place + step) % count;
+    } while (!isStop(focusOrder_[static_cast<std::size_t>(place)]));
+    QWidget* target = focusOrder_[static_cast<std::size_t>(place)];
     const AssetControls::Control* control = controls_.Of(target);
     const int tab = target == cmdView_ ? kGeneralTab : control ? control->Tab() : shownTab_;
     if (tab != shownTab_) {

@@ -40,6 +40,7 @@ class frmEditAsset : public CSForm {
     bool OnPage(Page page) override;
     void OnFieldFocus(QWidget* field) override;
     void OnUnload() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void showEvent(QShowEvent* event) override;
 
@@ -76,6 +77,7 @@ class frmEditAsset : public CSForm {
     QPushButton* cmdView_ = nullptr;
     int shownTab_ = kGeneralTab;
     bool opened_ = false;
+    bool enterMoves_ = false;  // Enter or an arrow is what moves the focus, not Tab
 };
 
 }  // namespace tallymar
