@@ -115,7 +115,7 @@ frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepr
         if (!company_.IsOpen() || !edit_.HasRow()) return;
         edit_.Left(control.Field->Id);
         ShowAll();
-        ShowTab(edit_.Tab);
+        if (control.Field->Id == AssetNum && edit_.AssetNumRejected) ShowTab(kGeneralTab);
     };
     edit_.OnFindEnable = [this](bool enabled) { emit FindEnabled(enabled); };
     connect(SSTab1_, &QTabWidget::currentChanged, this, Guarded([this](int tab) { OnTabChanged(tab); }));
