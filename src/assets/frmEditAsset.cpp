@@ -302,7 +302,7 @@ void frmEditAsset::OnFieldFocus(QWidget* field) {
     if (!control) return;
     edit_.Focused(control->Field->Id, control->Book);
     ShowAll();
-    ShowTab(edit_.Tab);
+    if (control->Field->Arming != TabArming::None) ShowTab(edit_.Tab);
 }
 
 bool frmEditAsset::eventFilter(QObject* watched, QEvent* event) {
