@@ -75,6 +75,7 @@ class PrintPreviewControl {
     const PageItem* PageEnd(int page) const;
     std::string_view Text(const PageItem& item) const;  // Windows-1252
     const PageFont& Font(const PageItem& item) const;
+    const std::vector<PageFont>& Fonts() const { return fonts_; }  // in order of first use
 
  private:
     std::uint8_t FontIndex();
