@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
+#include "platform/runtime/Windows1252.h"
 #include "store/Helpers.h"
 #include "store/Vocabularies.h"
 
@@ -53,7 +54,7 @@ PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine,
                 engine.ComputeDepreciation(record, asOfDate, options.UseMidQuarter[book], book);
                 session.WriteAssetRecord(record);
             } catch (const PlatformError& failure) {
-                throw failure.WithPrefix("Asset " + assets.Get("AssetNum").ToText() + ", " +
+                throw failure.WithPrefix("Asset " + std::string(RTrim(assets.Get("AssetNum").ToText())) + ", " +
                                          std::string(kBookNames[static_cast<std::size_t>(book)]) + ": ");
             }
             if (onComputed) {

@@ -39,8 +39,17 @@ void AddCompanyCommand(CLI::App& app, Context& context);
 void AddLoadCommand(CLI::App& app, Context& context);
 void AddDumpCommand(CLI::App& app, Context& context);
 void AddComputeCommand(CLI::App& app, Context& context);
+void AddBuildCommand(CLI::App& app, Context& context);
+void AddFindCommand(CLI::App& app, Context& context);
+void AddCopyCommand(CLI::App& app, Context& context);
+void AddNewAssetCommand(CLI::App& app, Context& context);
+void AddReportCommand(CLI::App& app, Context& context);
+void AddPostCommand(CLI::App& app, Context& context);
+void AddLabelsCommand(CLI::App& app, Context& context);
 
 // A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file cannot.
 std::string FromArgument(const std::string& argument);
+// Makes the asset of that number, as typed on the command line, the current row. Failure::InvalidCall when there is none.
+void SeekAsset(CompanySession& session, const std::string& argument);
 
 }  // namespace tallymar::cli

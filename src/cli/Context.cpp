@@ -31,4 +31,10 @@ std::string FromArgument(const std::string& argument) {
     return text;
 }
 
+void SeekAsset(CompanySession& session, const std::string& argument) {
+    jet::Recordset& assets = session.AssetsRecordset();
+    assets.Seek(FromArgument(argument));
+    if (assets.NoMatch()) throw PlatformError(Failure::InvalidCall, "There is no asset \"" + FromArgument(argument) + "\"");
+}
+
 }  // namespace tallymar::cli

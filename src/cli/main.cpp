@@ -33,6 +33,13 @@ int main(int argc, char** argv) {
     AddLoadCommand(app, context);
     AddDumpCommand(app, context);
     AddComputeCommand(app, context);
+    AddBuildCommand(app, context);
+    AddFindCommand(app, context);
+    AddCopyCommand(app, context);
+    AddNewAssetCommand(app, context);
+    AddReportCommand(app, context);
+    AddPostCommand(app, context);
+    AddLabelsCommand(app, context);
 
     try {
         app.parse(argc, argv);

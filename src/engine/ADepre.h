@@ -15,7 +15,8 @@ namespace tallymar {
 // The depreciation engine: computes the current year of one book of one asset as of one date. A pure calculation over an
 // AssetRecord, but that the table computations read DepreciationTableFiles. Bad input yields a status, never a failure, with two
 // exceptions that reach the caller as PlatformError and leave its record as it was: a method that the formula types do not know
-// (TypeMismatch) and a table file that ends early or holds no numbers where they belong (InputPastEnd, TypeMismatch).
+// (TypeMismatch), and a table file that ends early, holds no numbers where they belong, or is asked for a year behind the 50th
+// (InputPastEnd, TypeMismatch, SubscriptOutOfRange). A book outside 0 to 4 and an amount outside 64 bits fail as everywhere.
 //
 // One object serves any number of calls, one after the other; the working items and the status are its members. It allocates
 // nothing per call except while a table file is read.

@@ -15,7 +15,7 @@ struct StatusText {
     std::int16_t Number;
     std::string_view Before;
     Shown Date = Shown::Nothing;
-    std::string_view Behind = "";
+    std::string_view Behind{};
 };
 
 constexpr auto kStatusTexts = std::to_array<StatusText>({

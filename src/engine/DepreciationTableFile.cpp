@@ -41,11 +41,10 @@ std::string DepreciationTableFile::NameFor(std::string_view typeCode, std::strin
 
 fs::path DepreciationTableFile::Find(const fs::path& folder, const std::string& name) {
     std::error_code ignored;
-    if (fs::exists(folder / name, ignored)) return folder / name;
     // A set of tables copied from another machine may be spelled in small letters.
-    const std::string upperName = UCase(name);
-    for (fs::directory_iterator entry(folder, ignored), end; !ignored && entry != end; entry.increment(ignored)) {
-        if (UCase(entry->path().filename().string()) == upperName) return entry->path();
+    for (const std::string& spelling : {name, LCase(name)}) {
+        fs::path path = folder / spelling;
+        if (fs::exists(path, ignored)) return path;
     }
     return {};
 }

@@ -22,7 +22,7 @@ class DepreciationTableFile {
     static std::string NameFor(std::string_view typeCode, std::string_view methodCode, CurrencyAmount period,
                                std::string_view assetType);
 
-    // The path of the file of that name in folder, in whatever letter case it is spelled there; empty when there is none.
+    // The path of the file of that name in folder, in capitals or in small letters; empty when there is none.
     static std::filesystem::path Find(const std::filesystem::path& folder, const std::string& name);
 
     // Failures: InputPastEnd when the file ends early, TypeMismatch when an item is no number, SubscriptOutOfRange when it tells

@@ -11,7 +11,7 @@ namespace tallymar {
 namespace {
 
 constexpr CurrencyAmount Eighths(int eighths) {
-    return CurrencyAmount::FromTenThousandths(1250 * eighths);
+    return CurrencyAmount::FromTenThousandths(CurrencyAmount::kScale / 8 * eighths);
 }
 constexpr CurrencyAmount kHalfYear = Eighths(4);
 constexpr CurrencyAmount kWholeYear = Eighths(8);

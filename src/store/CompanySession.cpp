@@ -126,9 +126,13 @@ std::string CompanySession::CompanyName() { return CompanyRecordset().Get("Compa
 
 std::string CompanySession::RoundText() { return CompanyRecordset().Get("Round").ToText(); }
 
-Date CompanySession::FiscalYearEnd(int book) {
+std::string_view CompanySession::YearEndColumn(int book) {
     if (book < kFirstBook || book > kLastBook) throw PlatformError(Failure::SubscriptOutOfRange);
-    const jet::Value value = CompanyRecordset().Get(kYearEndColumns[static_cast<std::size_t>(book)]);
+    return kYearEndColumns[static_cast<std::size_t>(book)];
+}
+
+Date CompanySession::FiscalYearEnd(int book) {
+    const jet::Value value = CompanyRecordset().Get(YearEndColumn(book));
     return value.IsDate() ? value.AsDate() : Date();
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/jet/Database.h"
 #include "platform/jet/Recordset.h"
@@ -63,6 +64,7 @@ class CompanySession {
     std::string CompanyName();
     std::string RoundText();      // "True" or "False", as the rounding of amounts is told it
     Date FiscalYearEnd(int book);  // date 0 when the profile holds none
+    static std::string_view YearEndColumn(int book);
     std::int64_t AssetCount();
 
     // From the creation of a company until its first profile has been closed.

@@ -102,7 +102,9 @@ TEST_F(AssetCsvTest, DumpAndLoadIntoANewFileReproduceEveryValue) {
     const std::vector<jet::Field>& fields = company_.Assets.Definition().Fields;
     for (int row = 0; row < kRows; ++row) {
         company_.Assets.AddNew();
-        for (const jet::Field& field : fields) company_.Assets.Set(field.Name, odd.For(field));
+        for (const jet::Field& field : fields) {
+            if (field.Name != "AssetNum") company_.Assets.Set(field.Name, odd.For(field));
+        }
         company_.Assets.Set("AssetNum", "A" + std::to_string(row) + (row % 3 == 0 ? " " : ""));
         company_.Assets.Update();
     }

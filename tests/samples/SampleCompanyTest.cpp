@@ -39,16 +39,18 @@ class SampleCompanyTest : public testing::Test {
     // What the run tells of every asset and book, and the totals below, as the checked-in text has them.
     std::string Compute(PerBook<bool> books, PerBook<bool> midQuarter) {
         std::ostringstream text;
-        text << "AssetNum,Book,CurrDepr,StatusText\n";
-        const auto totals = ComputeCurrent(company_.Session, engine_, {.Compute = books, .UseMidQuarter = midQuarter},
-                                           company_.Prompts, [&](const ComputedAsset& asset) {
-                                               text << asset.AssetNum << ',' << BookName(asset.Book) << ','
-                                                    << asset.CurrDepr.ToText() << ',' << asset.StatusText << '\n';
-                                           });
+        text << "AssetNum,Description,Book,CurrDepr,StatusText\n";
+        const auto tell = [&](const ComputedAsset& asset) {
+            const std::string_view description = company_.Session.AssetsRecordset().Get("Description").Text();
+            text << asset.AssetNum << ",\"" << description << "\"," << BookName(asset.Book) << ',' << asset.CurrDepr.ToText()
+                 << ',' << asset.StatusText << '\n';
+        };
+        const auto totals =
+            ComputeCurrent(company_.Session, engine_, {.Compute = books, .UseMidQuarter = midQuarter}, company_.Prompts, tell);
         for (int book = kFirstBook; book <= kLastBook; ++book) {
             if (!books[book]) continue;
-            text << "In service," << BookName(book) << ",\"" << totals[book].InServiceText() << "\",\n";
-            text << "4th quarter," << BookName(book) << ",\"" << totals[book].FourthQuarterText() << "\","
+            text << "In service,," << BookName(book) << ",\"" << totals[book].InServiceText() << "\",\n";
+            text << "4th quarter,," << BookName(book) << ",\"" << totals[book].FourthQuarterText() << "\","
                  << totals[book].PercentText() << "%\n";
         }
         return text.str();

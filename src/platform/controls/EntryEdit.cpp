@@ -17,6 +17,7 @@ class EntryEdit::Checker : public QValidator {
 
 EntryEdit::EntryEdit(QWidget* parent) : QLineEdit(parent) {
     setValidator(new Checker(this));
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& text) { textBefore_ = text; });
 }
 
 void EntryEdit::ShowText(const QString& text) {
@@ -46,7 +47,9 @@ QSize EntryEdit::minimumSizeHint() const {
 void EntryEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     const Qt::FocusReason reason = event->reason();
-    if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason || reason == Qt::MenuBarFocusReason) return;
+    if (reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason) return;
+    // Coming back to the window must not disturb an entry half typed; a window's first field comes this way too.
+    if (reason == Qt::ActiveWindowFocusReason && windowLeft_) return;
     justEntered_ = reason == Qt::MouseFocusReason;
     if (!justEntered_) selectAll();
     Enter();
@@ -56,6 +59,8 @@ void EntryEdit::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     const Qt::FocusReason reason = event->reason();
     if (reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason) return;
+    windowLeft_ = reason == Qt::ActiveWindowFocusReason;
+    if (windowLeft_) return;
     Leave();
     emit Left();
 }

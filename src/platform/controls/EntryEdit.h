@@ -34,6 +34,8 @@ class EntryEdit : public QLineEdit {
 
     // Shows a text of the program's without checking it.
     void ShowText(const QString& text);
+    // The text that stood before the change that Check is asked about.
+    const QString& TextBefore() const { return textBefore_; }
     void SelectAllOnClick(bool on) { selectAllOnClick_ = on; }
 
     void focusInEvent(QFocusEvent* event) override;
@@ -43,9 +45,11 @@ class EntryEdit : public QLineEdit {
  private:
     class Checker;
 
+    QString textBefore_;
     bool showing_ = false;
     bool selectAllOnClick_ = false;
     bool justEntered_ = false;
+    bool windowLeft_ = false;  // the focus went with the whole window and will come back with it
 };
 
 }  // namespace tallymar

@@ -55,6 +55,7 @@ CurrencyAmount Parsed(QString plain) {
 NumberEdit::NumberEdit(const Limits& limits, QWidget* parent) : EntryEdit(parent), limits_(limits) {
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     SelectAllOnClick(true);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     ShowText(Shown(CurrencyAmount()));
     connect(this, &QLineEdit::textChanged, this, &NumberEdit::NoteChange);
@@ -68,6 +69,7 @@ CurrencyAmount NumberEdit::Amount() const {
 
 void NumberEdit::SetAmount(CurrencyAmount amount) {
     ShowText(Shown(amount));
+    entered_ = Amount();  // another row may come under a focused field
 }
 
 void NumberEdit::NoteChange() {
@@ -99,7 +101,7 @@ QString NumberEdit::Grouped(const QString& plain) const {
 }
 
 QValidator::State NumberEdit::Check(QString& text, int& caret) const {
-    const qsizetype lengthBefore = this->text().size();
+    const qsizetype lengthBefore = TextBefore().size();
     const std::optional<QString> read = Plain(text, caret);
     if (!read) return QValidator::Invalid;
     const QString& plain = *read;

@@ -36,7 +36,7 @@ std::filesystem::path QStringToPath(const QString& path) {
 }
 
 QString FailureToQString(std::string_view text) {
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString asUtf8 = decoder(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
     return decoder.hasError() ? ToQString(text) : asUtf8;
 }

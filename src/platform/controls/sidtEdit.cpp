@@ -11,6 +11,7 @@ constexpr int kLongestEntry = 32;  // "September 30, 2003 12:30:00 PM"
 
 sidtEdit::sidtEdit(QWidget* parent) : EntryEdit(parent) {
     setMaxLength(kLongestEntry);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     SelectAllOnClick(true);
     connect(this, &QLineEdit::textChanged, this, &EntryEdit::Changed);
     connect(this, &QLineEdit::textChanged, this, &sidtEdit::Mark);
@@ -33,7 +34,7 @@ void sidtEdit::SetText(std::string_view text) {
 }
 
 QValidator::State sidtEdit::Check(QString& text, int& /*caret*/) const {
-    return text.size() < this->text().size() || FitsWindows1252(text) ? QValidator::Acceptable : QValidator::Invalid;
+    return text.size() < TextBefore().size() || FitsWindows1252(text) ? QValidator::Acceptable : QValidator::Invalid;
 }
 
 void sidtEdit::Leave() {

@@ -9,6 +9,8 @@ namespace tallymar {
 
 namespace {
 
+constexpr int kShortText = 16;  // a code, shown at its own width; longer texts take the room that there is
+
 constexpr QChar kDigitPlace = u'9';
 
 // One character stays one character: a sharp s has no capital here.
@@ -28,6 +30,7 @@ bool IsAsciiDigit(QChar c) {
 
 sitxEdit::sitxEdit(int maxLength, QWidget* parent) : EntryEdit(parent) {
     setMaxLength(maxLength);
+    if (maxLength <= kShortText) setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(this, &QLineEdit::textChanged, this, &EntryEdit::Changed);
 }
 
@@ -51,7 +54,7 @@ QValidator::State sitxEdit::Check(QString& text, int& caret) const {
     if (upperCase_) text = Capitals(text);
     if (!pattern_.isEmpty()) return FitPattern(text, caret);
     // Taking away from an entry that holds what the field would refuse today must stay possible.
-    const bool shortened = text.size() < this->text().size();
+    const bool shortened = text.size() < TextBefore().size();
     return shortened || std::all_of(text.begin(), text.end(), [this](QChar c) { return Takes(c); }) ? QValidator::Acceptable
                                                                                                     : QValidator::Invalid;
 }
@@ -64,7 +67,7 @@ QValidator::State sitxEdit::FitPattern(QString& text, int& caret) const {
             digits += text[i];
             if (i < caret) ++before;
         } else if (!pattern_.contains(text[i]) && !text[i].isSpace()) {
-            return text.size() < this->text().size() ? QValidator::Acceptable : QValidator::Invalid;
+            return text.size() < TextBefore().size() ? QValidator::Acceptable : QValidator::Invalid;
         }
     }
     if (digits.size() > pattern_.count(kDigitPlace)) return QValidator::Invalid;

@@ -28,7 +28,7 @@ DatabaseState::DatabaseState(const std::filesystem::path& path, Connection::Mode
     }
     connection_.Execute("PRAGMA synchronous = FULL");
     connection_.Execute("PRAGMA trusted_schema = OFF");
-    connection_.Execute("PRAGMA cache_size = -65536");  // a batch over a large company stays in memory until its commit
+    connection_.Execute("PRAGMA cache_size = -16384");  // bounds the memory of a batch, however large the company
 }
 
 void DatabaseState::CreateHeader() {
@@ -228,8 +228,8 @@ void DatabaseState::RollbackBatch() {
     const bool inner = batchDepth_ > 1;
     const bool gone = lost_.has_value() || !connection_.IsOpen() || !connection_.InTransaction();
     EndBatch();
-    if (gone) return;
     ForgetRows();
+    if (gone) return;
     connection_.Execute(inner ? "ROLLBACK TO batch; RELEASE batch" : "ROLLBACK");
 }
 

@@ -394,8 +394,13 @@ std::size_t RecordsetState::Checked(int ordinal) const {
 
 Value RecordsetState::Get(int ordinal) {
     const std::size_t column = Checked(ordinal);
-    if (pending_ == Pending::None) RequireRow();
-    return ValueOf(Definition().Fields[column].Type, pending_ == Pending::None ? Cells()[column] : edited_[column]);
+    const FieldType type = Definition().Fields[column].Type;
+    if (pending_ == Pending::None) {
+        RequireRow();
+        return ValueOf(type, Cells()[column]);
+    }
+    if (table_->Stale) RequireUsable();
+    return ValueOf(type, edited_[column]);
 }
 
 void RecordsetState::Edit() {

@@ -267,8 +267,9 @@ std::string Step(const TableDef& table, const Index* index, const StepShape& sha
         if (shape.Depth == keyCount) {
             condition(std::string("_rowid_") + comparison);
         } else {
-            // Null is first; nothing comes before it.
-            condition(keys[static_cast<std::size_t>(shape.Depth)] + (isNull(shape.Depth) ? " IS NOT NULL" : comparison));
+            // Null is first. What is not Null is at least the least number, which SQLite can search an index of texts for too; of
+            // IS NOT NULL it makes a walk past all that is Null.
+            condition(keys[static_cast<std::size_t>(shape.Depth)] + (isNull(shape.Depth) ? " >= -9e999" : comparison));
         }
     }
     const std::string direction = shape.Descending ? " DESC" : "";

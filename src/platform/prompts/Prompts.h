@@ -13,6 +13,8 @@ namespace tallymar {
 
 enum class MessageKind { Information, Warning, Error };
 
+enum class Answer { Yes, No, Cancel };
+
 struct FileFilter {
     std::string Name;     // "Tallymar Data Files (*.mdb)"
     std::string Pattern;  // "*.mdb"
@@ -34,6 +36,10 @@ class Prompts {
     virtual void Message(std::string_view text, std::string_view title, MessageKind kind = MessageKind::Information) = 0;
     // Yes or No; No is the default button.
     virtual bool AskYesNo(std::string_view text, std::string_view title) = 0;
+    // The same with a way back. Who has no Cancel to offer asks for Yes or No.
+    virtual Answer AskYesNoCancel(std::string_view text, std::string_view title) {
+        return AskYesNo(text, title) ? Answer::Yes : Answer::No;
+    }
 
     // nullopt when cancelled.
     virtual std::optional<std::filesystem::path> AskOpenFile(const FileDialog& dialog) = 0;  // the file exists

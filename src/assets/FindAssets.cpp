@@ -1,0 +1,220 @@
+#include "assets/FindAssets.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+#include "platform/runtime/Format.h"
+#include "platform/runtime/Windows1252.h"
+
+namespace tallymar {
+
+namespace {
+
+struct ColumnDef {
+    std::string_view Heading;
+    std::string_view Column;
+};
+
+// By FindColumn.
+constexpr std::array<ColumnDef, 6> kColumnDefs = {{{"Asset #", "AssetNum"},
+                                                   {"Division", "Division"},
+                                                   {"Department", "Department"},
+                                                   {"G/L Number", "AccountNum"},
+                                                   {"Date", "InService"},
+                                                   {"Description", "Description"}}};
+
+const ColumnDef& DefOf(FindColumn column) {
+    return kColumnDefs[static_cast<std::size_t>(column)];
+}
+
+// The text that sorts in the order of the days.
+constexpr std::string_view kDatePicture = "yyyy/mm/dd";
+
+// How a cell sorts: empty cells, then numbers as numbers, then other texts as texts, letter case apart. The head of the text
+// decides nearly all comparisons without going to the text itself.
+struct SortKey {
+    enum class Kind : std::uint8_t { Empty, Number, Text };
+
+    Kind Type;
+    double Number;
+    std::uint64_t Head;
+    std::string_view Whole;
+    std::uint32_t Row;
+};
+
+std::optional<double> NumberOf(std::string_view text) {
+    if (text.empty() || text.find_first_not_of("0123456789.-") != std::string_view::npos) return std::nullopt;
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+std::uint64_t HeadOf(std::string_view text, bool anyCase) {
+    std::uint64_t head = 0;
+    for (std::size_t i = 0; i < sizeof head; ++i) {
+        const char c = i < text.size() ? text[i] : '\0';
+        head = head << 8 | static_cast<unsigned char>(anyCase ? ToUpper(c) : c);
+    }
+    return head;
+}
+
+int CompareTexts(std::string_view a, std::string_view b, bool anyCase) {
+    const auto less = [anyCase](char x, char y) {
+        return static_cast<unsigned char>(anyCase ? ToUpper(x) : x) < static_cast<unsigned char>(anyCase ? ToUpper(y) : y);
+    };
+    if (std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), less)) return -1;
+    return std::lexicographical_compare(b.begin(), b.end(), a.begin(), a.end(), less) ? 1 : 0;
+}
+
+SortKey GenericKey(std::string_view text, std::uint32_t row) {
+    if (text.empty()) return {SortKey::Kind::Empty, 0.0, 0, text, row};
+    if (const auto number = NumberOf(text)) return {SortKey::Kind::Number, *number, 0, text, row};
+    return {SortKey::Kind::Text, 0.0, HeadOf(text, true), text, row};
+}
+
+SortKey StringKey(std::string_view text, std::uint32_t row) {
+    return {SortKey::Kind::Text, 0.0, HeadOf(text, false), text, row};
+}
+
+bool Less(const SortKey& a, const SortKey& b, bool anyCase) {
+    if (a.Type != b.Type) return a.Type < b.Type;
+    if (a.Type == SortKey::Kind::Number) return a.Number < b.Number;
+    if (a.Head != b.Head) return a.Head < b.Head;
+    return CompareTexts(a.Whole, b.Whole, anyCase) < 0;
+}
+
+bool IsAbove0(const jet::Value& amount) {
+    return !amount.IsNull() && amount.Currency() > CurrencyAmount();
+}
+
+}  // namespace
+
+bool CheckDisposed(const jet::Recordset& assets) {
+    if (IsAbove0(assets.Get("SoldAmount")) || IsAbove0(assets.Get("SoldExpense"))) return !assets.Get("Notice4").Boolean();
+    return assets.Get("Abandoned").Boolean() || assets.Get("Casualty").Boolean() || assets.Get("Sold").Boolean() ||
+           assets.Get("LikeKind").Boolean();
+}
+
+FindColumns FindColumns::For(bool byDate, bool byGLNumber) {
+    using enum FindColumn;
+    if (!byDate) return {{AssetNum, Division, byGLNumber ? AccountNum : Department, Description}};
+    return {{AssetNum, byGLNumber ? AccountNum : Division, InService, Description}};
+}
+
+std::string_view FindColumns::Heading(int column) const {
+    return DefOf(Columns[static_cast<std::size_t>(column)]).Heading;
+}
+
+std::optional<int> FindColumns::Find(std::string_view heading) const {
+    for (int column = 0; column < kCount; ++column) {
+        if (UCase(Heading(column)) == UCase(heading)) return column;
+    }
+    return std::nullopt;
+}
+
+FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
+    : session_(session), columns_(FindColumns::For(byDate, byGLNumber)), assets_(session.Database().OpenRecordset("Assets")) {
+    for (std::size_t column = 0; column < ordinals_.size(); ++column) {
+        ordinals_[column] = assets_.Ordinal(DefOf(columns_.Columns[column]).Column);
+    }
+    assets_.SetIndex("AssetNum");
+    assets_.MoveFirst();
+    const auto count = static_cast<std::size_t>(assets_.RecordCount());
+    rows_.reserve(count);
+    order_.reserve(count);
+}
+
+bool FindAssets::FillMore(std::int64_t rows) {
+    if (filled_) return false;
+    for (; rows > 0 && !assets_.Eof(); --rows, assets_.MoveNext()) Append();
+    if (!assets_.Eof()) return true;
+    filled_ = true;
+    jet::Recordset& shared = session_.AssetsRecordset();
+    shared.MoveLast();
+    if (!shared.Eof()) shared.MoveNext();
+    return false;
+}
+
+void FindAssets::FillAll() {
+    FillMore(std::numeric_limits<std::int64_t>::max());
+}
+
+void FindAssets::Append() {
+    Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = CheckDisposed(assets_)};
+    for (std::size_t column = 0; column < ordinals_.size(); ++column) {
+        const jet::Value value = assets_.Get(ordinals_[column]);
+        const std::size_t start = texts_.size();
+        if (value.IsDate()) {
+            texts_ += Format(value.AsDate(), kDatePicture);
+        } else if (value.Type() == jet::Value::Kind::Text) {
+            texts_ += RTrim(value.Text());
+        }
+        // Columns of the find grid are at most 32 characters wide; a foreign file's longer ones are cut.
+        texts_.resize(std::min(texts_.size(), start + std::numeric_limits<std::uint8_t>::max()));
+        row.Lengths[column] = static_cast<std::uint8_t>(texts_.size() - start);
+    }
+    order_.push_back(static_cast<std::uint32_t>(rows_.size()));
+    rows_.push_back(row);
+}
+
+std::string_view FindAssets::Text(std::uint32_t row, int column) const {
+    const Row& entry = rows_[row];
+    std::size_t start = entry.Start;
+    for (int before = 0; before < column; ++before) start += entry.Lengths[static_cast<std::size_t>(before)];
+    return std::string_view(texts_).substr(start, entry.Lengths[static_cast<std::size_t>(column)]);
+}
+
+std::string FindAssets::Cell(int row, int column) const {
+    const std::uint32_t entry = order_.at(static_cast<std::size_t>(row));
+    std::string text(Text(entry, column));
+    if (column == 0 && rows_[entry].Disposed) text += kDisposedMark;
+    return text;
+}
+
+std::string FindAssets::AssetNum(int row) const {
+    return std::string(Text(order_.at(static_cast<std::size_t>(row)), 0));
+}
+
+void FindAssets::Sort(int column) {
+    // Dates run against the other columns: the first click shows the newest.
+    const bool isDate = columns_.Columns[static_cast<std::size_t>(column)] == FindColumn::InService;
+    Sort(column, sortAscending_ != isDate);
+    sortAscending_ = !sortAscending_;
+}
+
+void FindAssets::Sort(int column, bool ascending) {
+    FillAll();
+    const bool isDate = columns_.Columns[static_cast<std::size_t>(column)] == FindColumn::InService;
+    std::vector<SortKey> keys;
+    keys.reserve(order_.size());
+    for (const std::uint32_t row : order_)
+        keys.push_back(isDate ? StringKey(Text(row, column), row) : GenericKey(Text(row, column), row));
+    std::stable_sort(keys.begin(), keys.end(), [ascending, isDate](const SortKey& a, const SortKey& b) {
+        return ascending ? Less(a, b, !isDate) : Less(b, a, !isDate);
+    });
+    std::transform(keys.begin(), keys.end(), order_.begin(), [](const SortKey& key) { return key.Row; });
+    sortedColumn_ = column;
+}
+
+std::optional<int> FindAssets::Jump(std::string_view text, int from) const {
+    const int count = RowCount();
+    for (int i = 0; i < count; ++i) {
+        const int row = (from + i) % count;
+        const std::string_view cell = Text(order_[static_cast<std::size_t>(row)], sortedColumn_);
+        if (cell.size() >= text.size() && CompareTexts(cell.substr(0, text.size()), text, true) == 0) return row;
+    }
+    return std::nullopt;
+}
+
+bool SelectAsset(CompanySession& session, const std::string& shownNumber, Prompts& prompts) {
+    const std::string number = shownNumber.substr(0, shownNumber.find('('));
+    jet::Recordset& assets = session.AssetsRecordset();
+    assets.Seek(number);
+    if (!assets.NoMatch()) return true;
+    prompts.Message("Asset " + number + " no longer exists", "Tallymar", MessageKind::Warning);
+    return false;
+}
+
+}  // namespace tallymar

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/CompanySession.h"
+
+namespace tallymar {
+
+// Has the asset of the current row been sold or otherwise disposed of? An exchange under Notice 2000-4 carries no mark where
+// there is an amount of sale.
+bool CheckDisposed(const jet::Recordset& assets);
+
+inline constexpr std::string_view kDisposedMark = "(*)";
+
+enum class FindColumn : std::uint8_t { AssetNum, Division, Department, AccountNum, InService, Description };
+
+struct FindColumns {
+    static constexpr int kCount = 4;
+    std::array<FindColumn, kCount> Columns;
+
+    static FindColumns For(bool byDate, bool byGLNumber);
+    std::string_view Heading(int column) const;
+    // The column of that heading, letter case apart; nullopt when there is none.
+    std::optional<int> Find(std::string_view heading) const;
+};
+
+// The list of all assets in the find window: a view of the company, sorted on a click, with a jump to what is typed.
+//
+// It reads the company through a recordset of its own, as far as it is asked to: a window shows the first rows at once and lets
+// the rest come while it waits for its user. Of a row it keeps its number and, in one block of text, what its cells show and sort
+// by (about 60 bytes a row). What others change or delete afterwards shows in the next window.
+class FindAssets {
+ public:
+    FindAssets(CompanySession& session, bool byDate, bool byGLNumber);
+
+    const FindColumns& Columns() const { return columns_; }
+
+    // Reads that many rows more. False when all are in: the company's recordset then stands behind its last row, as after a pass
+    // of its own.
+    bool FillMore(std::int64_t rows);
+    void FillAll();
+    bool IsFilled() const { return filled_; }
+
+    int RowCount() const { return static_cast<int>(order_.size()); }
+    std::string Cell(int row, int column) const;
+    // The number without the mark.
+    std::string AssetNum(int row) const;
+
+    // A click on a heading; reads what is missing first. The direction turns with every click, whatever the column. Equal rows
+    // keep their order.
+    void Sort(int column);
+    // The same with a direction that is told, as the command line does.
+    void Sort(int column, bool ascending);
+    bool SortAscending() const { return sortAscending_; }
+    int SortedColumn() const { return sortedColumn_; }  // the first until a sort
+
+    // The next row, from `from` on and around the end, whose cell of the sorted column begins with the text, letter case apart.
+    std::optional<int> Jump(std::string_view text, int from) const;
+
+ private:
+    struct Row {
+        std::uint32_t Start;  // of its texts in texts_
+        std::array<std::uint8_t, FindColumns::kCount> Lengths;
+        bool Disposed;
+    };
+
+    void Append();
+    std::string_view Text(std::uint32_t row, int column) const;
+
+    CompanySession& session_;
+    FindColumns columns_;
+    jet::Recordset assets_;
+    std::array<int, FindColumns::kCount> ordinals_;
+    std::vector<Row> rows_;
+    std::string texts_;
+    std::vector<std::uint32_t> order_;  // of rows_, as shown
+    bool filled_ = false;
+    bool sortAscending_ = true;
+    int sortedColumn_ = 0;
+};
+
+// Moves the company's recordset to the asset of that number; false, after a message, when it is no longer there.
+bool SelectAsset(CompanySession& session, const std::string& shownNumber, Prompts& prompts);
+
+}  // namespace tallymar

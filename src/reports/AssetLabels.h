@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/page/DetailTable.h"
+#include "platform/page/PrintPreviewControl.h"
+#include "platform/prompts/Prompts.h"
+#include "store/CompanySession.h"
+
+namespace tallymar {
+
+// A sheet of laser labels: a grid of CharsPerInch across and 6 lines to the inch down, on portrait letter paper.
+struct LabelSheet {
+    std::string_view Code;  // "5160-12"
+    std::string_view Item;  // as the user chooses it
+    float CharsPerInch;
+    float FontSize;  // points
+    int LabelsAcross;
+    std::array<int, 3> LeftColumns;
+    int LinesPerLabel;
+    int LabelsDown;
+    int FirstLine;  // inside a label
+    int TopMarginLines;
+};
+
+inline constexpr std::array<LabelSheet, 4> kLabelSheets = {{
+    {"5160-12", "5160 - 12 pitch", 12, 10.0F, 3, {1, 34, 67}, 6, 10, 1, 3},
+    {"5160-16", "5160 - 16 pitch", 17, 7.5F, 3, {2, 48, 94}, 6, 10, 1, 3},
+    {"5161", "5161 - 10 pitch", 10, 11.0F, 2, {4, 44}, 6, 10, 1, 3},
+    {"5662", "5662 - 10 pitch", 10, 11.0F, 2, {4, 46}, 9, 7, 2, 4},
+}};
+
+const LabelSheet* FindLabelSheet(std::string_view code);  // nullptr when there is none
+
+struct LabelOptions {
+    const LabelSheet* Sheet = &kLabelSheets.front();
+    std::string Start;  // asset numbers, inclusive; empty: from the first, to the last
+    std::string End;
+    std::string Division;  // empty or "*": every one
+    std::string Department;
+};
+
+// Draws a label for every asset chosen that has not been disposed of, in the order of their numbers, on v: a canvas of portrait
+// letter paper. The assets' index is AssetNum afterwards. details, when given, takes what stands on
+// the labels. Returns the number of labels.
+int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PrintPreviewControl& v,
+                     DetailTable* details = nullptr);
+
+}  // namespace tallymar

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/ADepre.h"
+#include "platform/page/PrintPreviewControl.h"
+#include "platform/prompts/Prompts.h"
+#include "reports/ReportSelection.h"
+#include "reports/ReportShape.h"
+#include "store/CompanySession.h"
+
+namespace tallymar {
+
+class YearClosing;
+
+// What a report procedure works with. The assets are read in the order of the index that is set.
+struct ReportRun {
+    CompanySession& Session;
+    ADepre& Engine;  // asked by the projection only
+    Prompts& Asking;
+    PrintPreviewControl& V;
+    ReportFilter Filter;
+    Date Now;                        // for the days owned of what is unsold
+    DetailTable* Details = nullptr;  // takes the detail lines as typed cells
+    YearClosing* Closing = nullptr;  // posts each asset printed
+};
+
+// The loop of the family: page heads, one detail line an asset, the subtotals of the groups and the closing block, as the shape
+// tells them. A failure names the asset that it came at.
+void PrintColumnReport(ReportRun& run, const ReportShape& shape);
+
+}  // namespace tallymar

@@ -1,0 +1,129 @@
+#include "reports/Reports.h"
+
+#include <array>
+#include <string>
+
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/Windows1252.h"
+#include "reports/ReportProcedures.h"
+#include "reports/YearClosing.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr std::string_view kTitle = "Tallymar";
+
+constexpr std::array<void (*)(ReportRun&), kReports> kProcedures = {
+    PrintFAReport, PrintCDReport,   PrintAVReport,   PrintFMVReport,  PrintNBVReport,   PrintASReport,
+    PrintSCReport, PrintPostReport, PrintPTaxReport, PrintCompReport, Print4YearReport,
+};
+
+bool IsCalendarDate(Date date) {
+    constexpr double kLastDay = 2958465;  // 12/31/9999
+    return !date.IsNone() && date.Serial() > 0 && date.Serial() < kLastDay + 1;
+}
+
+// The assets in the report's order for as long as it stands, however the report ends.
+class IndexScope {
+ public:
+    IndexScope(jet::Recordset& assets, const std::string& index) : assets_(assets) { assets_.SetIndex(index); }
+    ~IndexScope() {
+        try {
+            assets_.SetIndex("AssetNum");
+        } catch (const PlatformError&) {
+            // The failure that the report itself met is the one to tell.
+        }
+    }
+    IndexScope(const IndexScope&) = delete;
+    IndexScope& operator=(const IndexScope&) = delete;
+
+ private:
+    jet::Recordset& assets_;
+};
+
+std::string IndexOf(const ReportOptions& options) {
+    std::string index(InfoOf(options.Sequence).Index);
+    return options.Sequence == ReportSequence::MethodLife ? index + std::to_string(options.Book) : index;
+}
+
+bool WantsNoCopy(const PlatformError& failure, Prompts& prompts) {
+    return prompts.AskYesNo("The company file could not be copied to the Backup folder before posting:\n" +
+                                std::string(failure.what()) + "\n\nDo you wish to post without a copy ?",
+                            "No Backup Copy");
+}
+
+// After a failure in the middle: the rows before it stay, if the database could keep them.
+PlatformError PostedInPart(const PlatformError& failure, const std::filesystem::path& copy, jet::WriteBatch& batch) {
+    try {
+        batch.Commit();
+    } catch (const PlatformError&) {
+        return failure;
+    }
+    std::string text =
+        std::string(failure.what()) + "\nThe assets before it have been posted, the others and the year end have not.";
+    if (!copy.empty()) text += "\nThe company file as it was before is " + FromUtf8(copy.string());
+    return PlatformError(failure.Code(), text);
+}
+
+ReportResult PostYear(ReportRun& run) {
+    ReportResult result;
+    YearClosing closing(run.Session, run.Filter.Options.Book);
+    jet::WriteBatch batch(run.Session.Database());
+    try {
+        result.Copy = closing.CopyCompanyFile();
+    } catch (const PlatformError& failure) {
+        if (!WantsNoCopy(failure, run.Asking)) {
+            batch.Rollback();
+            return result;
+        }
+    }
+    run.Closing = &closing;
+    try {
+        PrintPostReport(run);
+        closing.MoveYearEnd();
+    } catch (const PlatformError& failure) {
+        throw PostedInPart(failure, result.Copy, batch);
+    }
+    batch.Commit();
+    result.Printed = true;
+    return result;
+}
+
+}  // namespace
+
+std::optional<ReportFilter> CheckReportOptions(CompanySession& session, const ReportOptions& options, Prompts& prompts) {
+    ReportFilter filter{.Options = options, .YearEnd = session.FiscalYearEnd(options.Book), .FilterFrom = {}, .FilterTo = {}};
+    if (!IsCalendarDate(filter.YearEnd)) {
+        prompts.Message("Invalid fiscal year-end date for selected book\nPlease use company setup options", kTitle);
+        return std::nullopt;
+    }
+    if (options.YStart.has_value() != options.YEnd.has_value()) {
+        prompts.Message("You must enter Both dates or leave both dates blank", kTitle);
+        return std::nullopt;
+    }
+    filter.FilterFrom = options.YStart.value_or(Date());
+    filter.FilterTo = options.YEnd.value_or(Date());
+    if (options.Sequence == ReportSequence::PropertyGroup && !options.GroupAndYear) {
+        const Answer answer = prompts.AskYesNoCancel("Print subtotals by Group and Year ", "Subtotals by Group or Group & Year");
+        if (answer == Answer::Cancel) return std::nullopt;
+        filter.Options.GroupAndYear = answer == Answer::Yes;
+    }
+    return filter;
+}
+
+bool ConfirmPosting(Prompts& prompts) {
+    return prompts.AskYesNo("WARNING: Database will be Updated. Do you wish to Continue ?", " Confirm (See Message Below)");
+}
+
+ReportResult PrintReport(ReportRun& run) {
+    const ReportOptions& options = run.Filter.Options;
+    const IndexScope index(run.Session.AssetsRecordset(), IndexOf(options));
+    run.V.Title = std::string(Trim(ReportCaption(options.ReportNumber, options.Book))) + " - " + run.Session.CompanyName();
+    run.Engine.RoundText = run.Session.RoundText();
+    if (options.ReportNumber == kPostReport && options.UpdateDatabase) return PostYear(run);
+    kProcedures.at(static_cast<std::size_t>(options.ReportNumber))(run);
+    return {.Printed = true, .Copy = {}};
+}
+
+}  // namespace tallymar

@@ -1,0 +1,96 @@
+#include "reports/YearClosing.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <system_error>
+
+#include "platform/runtime/DateText.h"
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/Windows1252.h"
+#include "store/Vocabularies.h"
+
+namespace tallymar {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// What no file system, this one's or that of a stick it is carried on, takes in a name becomes a "-".
+std::string AsFileName(std::string_view text) {
+    static constexpr std::string_view kRefused = "/\\:*?\"<>|";
+    std::string name(Trim(text));
+    std::replace_if(
+        name.begin(), name.end(),
+        [](char c) { return static_cast<unsigned char>(c) < ' ' || kRefused.find(c) != std::string_view::npos; }, '-');
+    while (!name.empty() && name.front() == '.') name.erase(0, 1);
+    return name.empty() ? "Company" : name;
+}
+
+fs::path FreeName(const fs::path& folder, const std::string& name) {
+    fs::path path = folder / (name + ".mdb");
+    for (int number = 2; fs::exists(path); ++number) path = folder / (name + " (" + std::to_string(number) + ").mdb");
+    return path;
+}
+
+// A name that the power could take with it is no copy.
+void FlushFolder(const fs::path& folder) {
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
+}  // namespace
+
+YearClosing::YearClosing(CompanySession& session, int book) : session_(session), book_(book) {}
+
+fs::path YearClosing::CopyCompanyFile() {
+    const std::string book(kBookNames.at(static_cast<std::size_t>(book_)));
+    const std::string name = AsFileName(session_.CompanyName()) + " " + AsFileName(book) + " " +
+                             FormatIsoDate(session_.FiscalYearEnd(book_)) + " before closing";
+    const fs::path folder = session_.Paths().Backup();
+    std::error_code error;
+    fs::create_directories(folder, error);
+    const fs::path path = FreeName(folder, ToUtf8(name));
+    // It takes its name only when it has been found whole.
+    const fs::path unproven = path.string() + ".part";
+    session_.Database().CopyTo(unproven);
+    try {
+        Verify(unproven);
+        fs::rename(unproven, path);
+    } catch (const fs::filesystem_error& failure) {
+        fs::remove(unproven, error);
+        throw PlatformError(Failure::PathAccess, FromUtf8(failure.what()));
+    } catch (...) {
+        fs::remove(unproven, error);
+        throw;
+    }
+    FlushFolder(folder);
+    return path;
+}
+
+void YearClosing::Verify(const fs::path& path) {
+    jet::Database copy = jet::Database::Open(path);
+    if (copy.OpenRecordset("Assets").RecordCount() != session_.AssetCount() || copy.OpenRecordset("Company").RecordCount() != 1) {
+        throw PlatformError(Failure::UnrecognizedFormat, "The copy of the company file does not hold every asset");
+    }
+}
+
+void YearClosing::Post(AssetRecord& asset) {
+    asset.DateDeprToo[book_] = asset.DateDeprToo[book_].AddYearsWithinMonth(1);
+    asset.PrevDepr[book_] += asset.CurrDepr[book_];
+    asset.CurrDepr[book_] = CurrencyAmount();
+    session_.WriteAssetRecord(asset);
+}
+
+void YearClosing::MoveYearEnd() {
+    const Date next = session_.FiscalYearEnd(book_).AddYearsWithinMonth(1);
+    jet::Recordset& company = session_.CompanyRecordset();
+    company.Edit();
+    company.Set(CompanySession::YearEndColumn(book_), next);
+    company.Update();
+}
+
+}  // namespace tallymar

@@ -1,0 +1,264 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "assets/AssetEditSession.h"
+#include "platform/runtime/Windows1252.h"
+#include "support/TestCompany.h"
+
+namespace tallymar {
+namespace {
+
+using test::Machine;
+using testing::ElementsAre;
+
+class AssetEditSessionTest : public testing::Test {
+ protected:
+    // Numbers in order of their AssetNum.
+    void Add(std::initializer_list<const char*> numbers) {
+        for (const char* number : numbers) company_.Session.AddAssetRecord(Machine(number, Date::FromYmd(2003, 3, 1), 1000));
+        company_.Session.AssetsRecordset().MoveFirst();
+    }
+
+    AssetRecord Stored(const std::string& number) {
+        jet::Recordset assets = company_.Session.Database().OpenRecordset("Assets");
+        assets.SetIndex("AssetNum");
+        assets.Seek(number);
+        if (assets.NoMatch()) throw std::runtime_error("no asset " + number);
+        AssetRecord record;
+        AssetRecordAccess(assets).ReadAssetRecord(record);
+        return record;
+    }
+
+    std::vector<std::string> Numbers() {
+        std::vector<std::string> numbers;
+        jet::Recordset assets = company_.Session.Database().OpenRecordset("Assets");
+        assets.SetIndex("AssetNum");
+        for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) numbers.emplace_back(RTrim(assets.Get("AssetNum").Text()));
+        return numbers;
+    }
+
+    test::TestCompany company_;
+    AssetEditState state_;
+    AssetEditSession edit_{company_.Session, state_, company_.Prompts};
+};
+
+TEST_F(AssetEditSessionTest, WhatIsTypedIsStoredWhenTheAssetIsLeft) {
+    Add({"A1", "A2", "A3"});
+    std::vector<bool> find;
+    edit_.OnFindEnable = [&find](bool on) { find.push_back(on); };
+    edit_.Open();
+    EXPECT_EQ(edit_.Caption(), "Edit Asset Information for New Company with 3 Assets in the database");
+    EXPECT_FALSE(state_.EditFormClosed);
+    EXPECT_EQ(edit_.Values.InService, "3/1/2003");
+    EXPECT_EQ(edit_.Values.Book[2].AdjBasis, Units(1000)) << "computed on the load";
+
+    AssetRecord expected = Stored("A1");
+    edit_.Values.Description = expected.Description = "Lathe";
+    edit_.Values.Division = "East";
+    expected.Division = "East";
+    edit_.Values.Book[3].DeprMethod = "SL";
+    expected.DeprMethod[3] = 1;
+    edit_.Values.Book[3].DBPercent = "";
+    expected.DBPercent[3] = 0;
+    edit_.Values.DateSold = "not a date";
+    edit_.Values.Book[4].Basis = expected.Basis[4] = Units(1234);
+    expected.TaxGroup = "      ";
+    edit_.Next();
+    EXPECT_EQ(Stored("A1"), expected);
+    EXPECT_EQ(edit_.Values.AssetNum, "A2");
+    EXPECT_EQ(edit_.Values.Description, "");
+    EXPECT_THAT(find, ElementsAre(true));
+
+    edit_.Next();
+    edit_.Values.Description = "kept at the end too";
+    edit_.Next();
+    EXPECT_EQ(edit_.Values.AssetNum, "A3");
+    EXPECT_EQ(Stored("A3").Description, "kept at the end too");
+    edit_.First();
+    edit_.Previous();
+    EXPECT_EQ(edit_.Values.AssetNum, "A1");
+    edit_.Last();
+    EXPECT_EQ(edit_.Values.AssetNum, "A3");
+}
+
+TEST_F(AssetEditSessionTest, ListsWithoutTheStoredLetterCarryOver) {
+    Add({"A1", "A2"});
+    AssetRecord odd = Stored("A2");
+    odd.IRSConvUsed[2] = " ";
+    odd.DeprType[2] = 27;
+    odd.DBPercent[2] = 130;
+    odd.AssetType = "??";
+    company_.Session.AssetsRecordset().Seek("A2");
+    company_.Session.WriteAssetRecord(odd);
+    company_.Session.AssetsRecordset().MoveFirst();
+
+    edit_.Open();
+    edit_.Values.Book[2].IRSConvUsed = "Q";
+    edit_.Values.AssetType = "RL";
+    edit_.Next();
+    EXPECT_EQ(edit_.Values.Book[2].IRSConvUsed, "Q");
+    edit_.SaveEdit();
+    EXPECT_EQ(Stored("A2").IRSConvUsed[2], "Q");
+    EXPECT_EQ(Stored("A2").AssetType, "RL");
+    EXPECT_EQ(Stored("A2").DeprType[2], 27) << "an index that the list lacks is not lost";
+    EXPECT_EQ(Stored("A2").DBPercent[2], 130);
+}
+
+TEST_F(AssetEditSessionTest, DeletingLeavesNoTraceOfTheEntry) {
+    Add({"A1", "A2"});
+    edit_.Open();
+    edit_.Last();
+    edit_.Values.Description = "gone with it";
+    company_.Prompts.YesNo = {false, true, true};
+    EXPECT_FALSE(edit_.Delete());
+    EXPECT_EQ(company_.Prompts.Questions.back().Text, "Delete Asset A2?");
+    EXPECT_EQ(company_.Prompts.Questions.back().Title, "Confirm");
+    EXPECT_THAT(Numbers(), ElementsAre("A1", "A2"));
+    EXPECT_FALSE(edit_.Delete());
+    EXPECT_EQ(edit_.Values.AssetNum, "A1") << "the one before the last";
+
+    bool find = true;
+    edit_.OnFindEnable = [&find](bool on) { find = on; };
+    EXPECT_TRUE(edit_.Delete()) << "the form closes";
+    edit_.Unload();
+    EXPECT_FALSE(find);
+    EXPECT_THAT(Numbers(), ElementsAre());
+}
+
+TEST_F(AssetEditSessionTest, ClosingByTheFrameComesBackToTheAsset) {
+    Add({"A1", "A2"});
+    edit_.Open();
+    edit_.Next();
+    edit_.Values.Description = "stored on closing";
+    edit_.Unload();
+    EXPECT_TRUE(state_.EditFormClosed);
+    EXPECT_EQ(Stored("A2").Description, "stored on closing");
+    company_.Session.AssetsRecordset().MoveFirst();
+    AssetEditSession again(company_.Session, state_, company_.Prompts);
+    again.Open();
+    EXPECT_EQ(again.Values.AssetNum, "A2");
+    again.Close();
+    again.Unload();
+    company_.Session.AssetsRecordset().MoveFirst();
+    AssetEditSession third(company_.Session, state_, company_.Prompts);
+    third.Open();
+    EXPECT_EQ(third.Values.AssetNum, "A1");
+
+    // An asset that has gone meanwhile, and a recordset left behind the last row.
+    state_.CurrentAssetNum = "GONE";
+    AssetEditSession fourth(company_.Session, state_, company_.Prompts);
+    fourth.Open();
+    EXPECT_EQ(fourth.Values.AssetNum, "A1");
+    company_.Session.AssetsRecordset().MoveLast();
+    company_.Session.AssetsRecordset().MoveNext();
+    fourth.LoadEdit();
+    EXPECT_EQ(fourth.Values.AssetNum, "A2");
+}
+
+TEST_F(AssetEditSessionTest, ARowThatCannotBeWrittenStaysAsItWas) {
+    Add({"A1", "A2"});
+    edit_.Open();
+    const AssetRecord before = Stored("A1");
+    edit_.Values.Description = "typed";
+    edit_.Values.AccountNum = "1234567890123";
+    try {
+        edit_.Next();
+        FAIL() << "thirteen characters in a column of twelve";
+    } catch (const PlatformError& failure) {
+        EXPECT_EQ(failure.Number(), 3163);
+    }
+    EXPECT_EQ(Stored("A1"), before);
+    EXPECT_EQ(edit_.Values.Description, "typed");
+    EXPECT_EQ(edit_.Values.AssetNum, "A1");
+    edit_.Unload();
+    EXPECT_THAT(company_.Prompts.Messages, ElementsAre()) << "its message has been shown";
+    EXPECT_EQ(Stored("A1"), before);
+
+    // A duplicate number of a new asset is for the database to refuse; once.
+    AssetEditSession again(company_.Session, state_, company_.Prompts);
+    again.Open();
+    again.New();
+    again.Values.AssetNum = "A2";
+    again.Left(AssetField::AssetNum);
+    EXPECT_FALSE(again.AssetNumRejected);
+    again.Unload();
+    ASSERT_EQ(company_.Prompts.Messages.size(), 1u);
+    EXPECT_THAT(Numbers(), ElementsAre("A1", "A2", "NEW001"));
+}
+
+TEST_F(AssetEditSessionTest, ADuplicateNumberIsRefusedInTheField) {
+    Add({"A1", "A2"});
+    edit_.Open();
+    edit_.Values.AssetNum = "B7";
+    edit_.Left(AssetField::AssetNum);
+    EXPECT_FALSE(edit_.AssetNumRejected);
+    edit_.Values.AssetNum = "A2";
+    edit_.Tab = 3;
+    edit_.Left(AssetField::AssetNum);
+    EXPECT_TRUE(edit_.AssetNumRejected);
+    EXPECT_EQ(edit_.Values.AssetNum, "A1");
+    EXPECT_EQ(edit_.Tab, kGeneralTab);
+    EXPECT_EQ(company_.Prompts.Messages.back().Text, "Asset Number already exists. Use a different number");
+
+    // The check has moved the recordset to A2; what is deleted or saved is still the asset on the screen.
+    company_.Prompts.YesNo = {false};
+    edit_.Delete();
+    EXPECT_EQ(company_.Prompts.Questions.back().Text, "Delete Asset A1?");
+    edit_.Values.AssetNum = "B7";
+    edit_.SaveEdit();
+    EXPECT_THAT(Numbers(), ElementsAre("A2", "B7"));
+}
+
+TEST_F(AssetEditSessionTest, AnEmptyCompanyStartsWithANewAsset) {
+    edit_.Open();
+    EXPECT_EQ(edit_.Values.AssetNum, "NEW001");
+    EXPECT_TRUE(state_.NewAssetPending);
+    edit_.Values.Book[1].Basis = Units(500);
+    edit_.Changed(AssetField::Basis, 1);
+    EXPECT_EQ(edit_.Values.Book[4].AdjBasis, Units(500));
+    edit_.Left(AssetField::ClassLife);
+    EXPECT_EQ(edit_.Values.Book[4].Period, Units(5));
+    edit_.SaveEdit();
+    EXPECT_FALSE(state_.NewAssetPending);
+    EXPECT_EQ(Stored("NEW001").Basis[3], Units(500));
+
+    // Entries since the last save vanish with a new asset.
+    edit_.Values.Description = "dropped";
+    edit_.New();
+    EXPECT_EQ(Stored("NEW001").Description, "");
+    EXPECT_THAT(Numbers(), ElementsAre("NEW001", "NEW002"));
+}
+
+TEST_F(AssetEditSessionTest, TabsAndFocus) {
+    Add({"A1"});
+    edit_.Open();
+    edit_.Focused(AssetField::AssetNum);
+    EXPECT_EQ(edit_.FieldHint, "Enter the Asset Number (You may use characters A-Z or 0-9)");
+    edit_.Values.Description = "now";
+    EXPECT_EQ(edit_.TabChanged(2), AssetField::DeprType);
+    EXPECT_EQ(edit_.FieldHint, "");
+    EXPECT_EQ(edit_.Mirrors.Description, "now");
+    edit_.Focused(AssetField::SwitchPeriod, 2);
+    EXPECT_EQ(edit_.TabChanged(kSaleTab), std::nullopt) << "the last field of a tab takes the jump away";
+    edit_.Focused(AssetField::DeprType, 4);
+    EXPECT_EQ(edit_.Tab, 4) << "the keyboard brings its tab along";
+    edit_.Focused(AssetField::Casualty);
+    EXPECT_EQ(edit_.Tab, kSaleTab);
+    EXPECT_EQ(edit_.TabChanged(kGeneralTab), AssetField::AssetNum);
+
+    edit_.Values.Purchased = "2/2/2002";
+    EXPECT_FALSE(edit_.Focused(AssetField::InService));
+    edit_.Values.InService = "2/30/2002";
+    EXPECT_TRUE(edit_.Focused(AssetField::InService));
+    EXPECT_EQ(edit_.Values.InService, "2/2/2002");
+
+    edit_.Values.Sold = true;
+    edit_.MsgLabel = "unchanged";
+    edit_.TabChanged(3);
+    EXPECT_EQ(edit_.MsgLabel, "unchanged");
+    edit_.TabChanged(kSaleTab);
+    EXPECT_EQ(edit_.MsgLabel, "Asset has been Sold");
+}
+
+}  // namespace
+}  // namespace tallymar

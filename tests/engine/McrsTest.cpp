@@ -1,0 +1,295 @@
+// Modified ACRS by formula, against the percentage tables that IRS Publication 946 prints in its Appendix A and against cases
+// where the rules bite.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "Assets.h"
+
+namespace tallymar {
+namespace {
+
+using test::Day;
+using test::Money;
+using test::TestAsset;
+using test::YearEnd;
+
+class Mcrs : public testing::Test {
+ protected:
+    ADepre engine{"no tables"};
+};
+
+struct PrintedColumn {
+    const char* Table;
+    const char* Period;
+    int Declining;
+    int Month;  // any month of the quarter, for the mid-quarter tables
+    bool MidQuarter;
+    std::vector<double> Percent;
+};
+
+const std::vector<PrintedColumn>& PersonalPropertyColumns() {
+    static const std::vector<PrintedColumn> columns = {
+        {"A-1", "3", 200, 5, false, {33.33, 44.45, 14.81, 7.41}},
+        {"A-1", "5", 200, 1, false, {20.00, 32.00, 19.20, 11.52, 11.52, 5.76}},
+        {"A-1", "7", 200, 12, false, {14.29, 24.49, 17.49, 12.49, 8.93, 8.92, 8.93, 4.46}},
+        {"A-1", "10", 200, 8, false, {10.00, 18.00, 14.40, 11.52, 9.22, 7.37, 6.55, 6.55, 6.56, 6.55, 3.28}},
+        {"A-1",
+         "15",
+         150,
+         8,
+         false,
+         {5.00, 9.50, 8.55, 7.70, 6.93, 6.23, 5.90, 5.90, 5.91, 5.90, 5.91, 5.90, 5.91, 5.90, 5.91, 2.95}},
+        {"A-1", "20", 150, 3, false, {3.750, 7.219, 6.677, 6.177, 5.713, 5.285, 4.888, 4.522, 4.462, 4.461, 4.462,
+                                      4.461, 4.462, 4.461, 4.462, 4.461, 4.462, 4.461, 4.462, 4.461, 2.231}},
+        {"A-2", "3", 200, 1, true, {58.33, 27.78, 12.35, 1.54}},
+        {"A-2", "5", 200, 2, true, {35.00, 26.00, 15.60, 11.01, 11.01, 1.38}},
+        {"A-2", "7", 200, 3, true, {25.00, 21.43, 15.31, 10.93, 8.75, 8.74, 8.75, 1.09}},
+        {"A-3", "3", 200, 4, true, {41.67, 38.89, 14.14, 5.30}},
+        {"A-3", "5", 200, 5, true, {25.00, 30.00, 18.00, 11.37, 11.37, 4.26}},
+        {"A-3", "7", 200, 6, true, {17.85, 23.47, 16.76, 11.97, 8.87, 8.87, 8.87, 3.34}},
+        {"A-4", "3", 200, 7, true, {25.00, 50.00, 16.67, 8.33}},
+        {"A-4", "5", 200, 8, true, {15.00, 34.00, 20.40, 12.24, 11.30, 7.06}},
+        {"A-4", "7", 200, 9, true, {10.71, 25.51, 18.22, 13.02, 9.30, 8.85, 8.86, 5.53}},
+        {"A-5", "3", 200, 10, true, {8.33, 61.11, 20.37, 10.19}},
+        {"A-5", "5", 200, 11, true, {5.00, 38.00, 22.80, 13.68, 10.94, 9.58}},
+        {"A-5", "7", 200, 12, true, {3.57, 27.55, 19.68, 14.06, 10.04, 8.73, 8.73, 7.64}},
+        {"A-14", "5", 150, 12, false, {15.00, 25.50, 17.85, 16.66, 16.66, 8.33}},
+        {"A-14", "7", 150, 12, false, {10.71, 19.13, 15.03, 12.25, 12.25, 12.25, 12.25, 6.13}},
+    };
+    return columns;
+}
+
+TEST_F(Mcrs, AgreesWithThePrintedTablesOfPersonalProperty) {
+    for (const PrintedColumn& column : PersonalPropertyColumns()) {
+        SCOPED_TRACE(std::string(column.Table) + ", " + column.Period + " years, month " + std::to_string(column.Month));
+        TestAsset asset("PP", kMcrs, kDb, column.Period, "1000000", Day(1995, column.Month, 20));
+        asset.Declining(column.Declining).Convention(column.MidQuarter ? "Q" : "Y");
+        const int years = static_cast<int>(column.Percent.size());
+        const auto amounts = asset.ComputeYears(engine, YearEnd(1995), years, column.MidQuarter);
+        for (std::size_t year = 0; year < amounts.size(); ++year) {
+            // The printed figures are themselves rounded, each from the balance that rounded ones have left; the last one takes
+            // what their roundings come to.
+            const double tolerance = year + 1 < amounts.size() ? 0.0101 : 0.0151;
+            EXPECT_NEAR(amounts[year].ToDouble() / 10000.0, column.Percent[year], tolerance) << "year " << year + 1;
+        }
+        EXPECT_EQ(asset.Record.PrevDepr[1], Money("1000000")) << "nothing is left at the end";
+    }
+}
+
+TEST_F(Mcrs, AgreesWithThePrintedTablesOfRealProperty) {
+    struct Column {
+        const char* Period;
+        std::vector<double> FirstYear;  // by month
+        double LaterYears;
+        double FirstYearTolerance = 0.0007;
+    };
+    // The first years of 39 years were printed as odd multiples of the half month's 0.107, itself rounded.
+    const Column columns[] = {
+        {"27.5", {3.485, 3.182, 2.879, 2.576, 2.273, 1.970, 1.667, 1.364, 1.061, 0.758, 0.455, 0.152}, 3.636},
+        {"31.5", {3.042, 2.778, 2.513, 2.249, 1.984, 1.720, 1.455, 1.190, 0.926, 0.661, 0.397, 0.132}, 3.175},
+        {"39", {2.461, 2.247, 2.033, 1.819, 1.605, 1.391, 1.177, 0.963, 0.749, 0.535, 0.321, 0.107}, 2.564, 0.0038},
+        {"40", {2.396, 2.188, 1.979, 1.771, 1.563, 1.354, 1.146, 0.938, 0.729, 0.521, 0.313, 0.104}, 2.500},
+    };
+    for (const Column& column : columns) {
+        for (int month = 1; month <= 12; ++month) {
+            SCOPED_TRACE(std::string(column.Period) + " years, month " + std::to_string(month));
+            TestAsset asset("RL", kMcrs, kSl, column.Period, "1000000", Day(1995, month, 3));
+            const auto amounts = asset.ComputeYears(engine, YearEnd(1995), 42);
+            EXPECT_EQ(asset.Record.IRSConvUsed[1], "M");
+            EXPECT_NEAR(amounts[0].ToDouble() / 10000.0, column.FirstYear[static_cast<std::size_t>(month - 1)],
+                        column.FirstYearTolerance);
+            for (std::size_t year = 1; year < 26; ++year) {
+                EXPECT_NEAR(amounts[year].ToDouble() / 10000.0, column.LaterYears, 0.0011);
+            }
+            EXPECT_EQ(asset.Record.PrevDepr[1], Money("1000000"));
+        }
+    }
+}
+
+TEST_F(Mcrs, PublishedYearsOfAFiveYearAsset) {
+    TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2000, 9, 9));
+    asset.Declining(200);
+    const std::vector<CurrencyAmount> expected = {Money("2000"), Money("3200"), Money("1920"),
+                                                  Money("1152"), Money("1152"), Money("576")};
+    EXPECT_EQ(asset.ComputeYears(engine, YearEnd(2000), 6), expected);
+    EXPECT_EQ(asset.Record.YearThru[1], 5);
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2006)), Money("0"));
+    EXPECT_EQ(engine.DeprStatusText(), "< ASSET Depreciation Period Completed");
+}
+
+TEST_F(Mcrs, TheLastYearIsTheWholePartOfThePeriodAndAHalf) {
+    const auto status = [this](std::string_view period, int yearOfLife) {
+        TestAsset asset("PP", kMcrs, kDb, period, "1000", Day(1990, 1, 1));
+        asset.Declining(200).Convention("Y").Compute(engine, YearEnd(1989 + yearOfLife));
+        return engine.DeprStatusCode();
+    };
+    EXPECT_EQ(status("5", 6), 0);
+    EXPECT_EQ(status("5", 7), 19);
+    EXPECT_EQ(status("5.5", 7), 0);
+    EXPECT_EQ(status("5.4999", 7), 19);
+}
+
+TEST_F(Mcrs, FractionsOfTheFirstYear) {
+    const auto firstYear = [this](std::string_view kind, int method, std::string_view convention, int month, Date asOf) {
+        TestAsset asset(kind, kMcrs, method, "10", "12000", Day(2000, month, 1));
+        return asset.Declining(150).Convention(convention).Compute(engine, asOf);
+    };
+    EXPECT_EQ(firstYear("PP", kSl, "Y", 7, YearEnd(2000)), Money("600"));
+    EXPECT_EQ(firstYear("PP", kSl, "N", 7, YearEnd(2000)), Money("600"));
+    EXPECT_EQ(firstYear("PP", kSl, "N", 1, YearEnd(2000)), Money("1200"));
+    EXPECT_EQ(firstYear("PP", kSl, "N", 12, YearEnd(2000)), Money("99.96")) << "1 - 0.9167: the quotient keeps four decimals";
+    EXPECT_EQ(firstYear("PP", kSl, "M", 7, YearEnd(2000)), Money("1200")) << "personal property knows no mid-month";
+    EXPECT_EQ(firstYear("RL", kSl, "M", 1, YearEnd(2000)), Money("1150")) << "11.5 of 12 months";
+    EXPECT_EQ(firstYear("RL", kDb, "M", 7, YearEnd(2000)), Money("900"));
+    EXPECT_EQ(firstYear("PP", kDb, "Y", 7, YearEnd(2000)), Money("900"));
+    // A fiscal year to June 30: July is month 1.
+    EXPECT_EQ(firstYear("RL", kSl, "M", 7, Day(2001, 6, 30)), Money("1150"));
+    EXPECT_EQ(firstYear("IN", kSl, "M", 7, YearEnd(2000)), Money("0")) << "the third class has no straight line";
+    EXPECT_EQ(engine.DeprStatusCode(), 0);
+    EXPECT_EQ(firstYear("IN", kDb, "M", 7, YearEnd(2000)), Money("1800")) << "but runs the declining balance";
+}
+
+TEST_F(Mcrs, MidQuarterStraightLineAndConventionsStamp) {
+    TestAsset asset("PP", kMcrs, kSl, "10", "10000", Day(2000, 11, 1));
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2000), true), Money("125"));
+    EXPECT_EQ(asset.Record.IRSConvUsed[1], "Q");
+    asset.Record.PrevDepr[1] = Money("125");
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2001), true), Money("1000")) << "only the first year is cut";
+    // The quarter is of the fiscal year: November is month 5 of a year to June 30.
+    EXPECT_EQ(asset.Compute(engine, Day(2001, 6, 30), true), Money("625"));
+}
+
+TEST_F(Mcrs, MethodsWithoutAComputation) {
+    TestAsset asset("PP", kMcrs, kMi, "5", "1000", Day(2000, 1, 1));
+    for (const int method : {int{kMi}, int{kXx}}) {
+        asset.Record.DeprMethod[1] = static_cast<std::int16_t>(method);
+        asset.Convention("Y").Compute(engine, YearEnd(2001));
+        EXPECT_EQ(engine.DeprStatusCode(), 17);
+        EXPECT_EQ(asset.Record.IRSConvUsed[1], "X");
+    }
+    for (const int method : {int{kAc}, int{kLh}, int{kUt}, int{kSy}, 8, -1}) {
+        asset.Record.DeprMethod[1] = static_cast<std::int16_t>(method);
+        EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("0"));
+        EXPECT_EQ(engine.DeprStatusText(), "< ERROR - Incorrect Deprec. Method");
+    }
+}
+
+// A machine of 10,000 in its third year: 3,200 of 4,800 left would be 1,920 for the whole year at 40%.
+TEST_F(Mcrs, PersonalPropertyDisposal) {
+    const auto third = [this](std::string_view convention, int soldMonth, int serviceMonth = 2) {
+        TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2000, serviceMonth, 1));
+        asset.Declining(200).Convention(convention).SoldOn(Day(2002, soldMonth, 10)).Record.PrevDepr[1] = Money("5200");
+        const CurrencyAmount amount = asset.Compute(engine, YearEnd(2002));
+        EXPECT_EQ(engine.DeprStatusCode(), 51);
+        return amount;
+    };
+    EXPECT_EQ(third("Y", 1), Money("960"));
+    EXPECT_EQ(third("N", 1), Money("0"));
+    EXPECT_EQ(third("N", 7), Money("960"));
+    EXPECT_EQ(third("M", 7), Money("1920"));
+    EXPECT_EQ(third("Q", 3), Money("240"));
+    EXPECT_EQ(third("Q", 4), Money("720"));
+    EXPECT_EQ(third("Q", 9), Money("1200"));
+    EXPECT_EQ(third("Q", 10), Money("1680"));
+}
+
+TEST_F(Mcrs, DisposalSwitchesToStraightLineByTheServiceQuarter) {
+    const auto fifth = [this](std::string_view convention, int serviceMonth) {
+        TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2000, serviceMonth, 1));
+        asset.Declining(200).Convention(convention).SoldOn(Day(2004, 11, 10)).Record.PrevDepr[1] = Money("8500");
+        return asset.Compute(engine, YearEnd(2004));
+    };
+    // 1,500 left; 40% is 600. Straight line: over 1.5 years 1,000, over 1.125, 1.375, 1.625, 1.875 years under "Q".
+    EXPECT_EQ(fifth("Y", 2), Money("500"));
+    EXPECT_EQ(fifth("Q", 1), Money("1166.67"));
+    EXPECT_EQ(fifth("Q", 4), Money("954.55"));
+    EXPECT_EQ(fifth("Q", 9), Money("807.69"));
+    EXPECT_EQ(fifth("Q", 12), Money("700"));
+    EXPECT_EQ(fifth("N", 12), Money("1249.95")) << "1,500 over 1 year, ten months as 0.8333";
+}
+
+TEST_F(Mcrs, DisposalInTheFirstYearAndInEarlierYears) {
+    TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2000, 2, 1));
+    asset.Declining(200).SoldOn(Day(2000, 11, 1));
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2000)), Money("2000"));
+    EXPECT_EQ(engine.DeprStatusCode(), 51);
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("0"));
+    EXPECT_EQ(engine.DeprStatusCode(), 51) << "the method's status comes behind the disposal's";
+    asset.Record.AssetType = "IN";
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("0"));
+    EXPECT_EQ(engine.DeprStatusCode(), 5);
+
+    TestAsset straight("PP", kMcrs, kSl, "5", "10000", Day(2000, 2, 1));
+    straight.Convention("Y").SoldOn(Day(2002, 3, 1));
+    EXPECT_EQ(straight.Compute(engine, YearEnd(2002)), Money("1000"));
+}
+
+TEST_F(Mcrs, RealPropertyDisposal) {
+    const auto sale = [this](int method, std::string_view convention, int month) {
+        TestAsset asset("RL", kMcrs, method, "40", "480000", Day(2000, 2, 1));
+        return asset.Declining(150).Convention(convention).SoldOn(Day(2003, month, 10)).Compute(engine, YearEnd(2003));
+    };
+    EXPECT_EQ(sale(kSl, "M", 1), Money("0"));
+    EXPECT_EQ(engine.DeprStatusCode(), 51);
+    EXPECT_EQ(sale(kSl, "M", 7), Money("6000"));
+    EXPECT_EQ(sale(kSl, "Y", 7), Money("6500.40")) << "6.5 months as 0.5417 of a year";
+    EXPECT_EQ(sale(kDb, "M", 7), Money("9000"));
+}
+
+TEST_F(Mcrs, ASaleWithoutADateTakesTheHalfMonthOffRealProperty) {
+    TestAsset asset("RL", kMcrs, kSl, "40", "480000", Day(2000, 2, 1));
+    asset.Convention("M").SoldOn(Date());
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2003)), Money("11500"));
+    EXPECT_EQ(engine.DeprStatusText(), "< ERROR - Invalid Sold Date");
+}
+
+TEST_F(Mcrs, AdditionalFirstYearDepreciation) {
+    const auto firstYear = [this](auto bend) {
+        TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2001, 9, 11));
+        asset.Declining(200).Record.ADPct[1] = Money("30");
+        bend(asset.Record);
+        const CurrencyAmount amount = asset.Compute(engine, YearEnd(asset.Record.InService.Year()));
+        return std::pair(asset.Record.AddlDepr[1], amount);
+    };
+    using Pair = std::pair<CurrencyAmount, CurrencyAmount>;
+    EXPECT_EQ(firstYear([](AssetRecord&) {}), Pair(Money("3000"), Money("1400")));
+    EXPECT_EQ(firstYear([](AssetRecord& r) { r.Section179[1] = Money("1000"); }), Pair(Money("2700"), Money("1260")));
+    // Dropped, and the basis stays reduced by what was dropped.
+    EXPECT_EQ(firstYear([](AssetRecord& r) { r.InService = Day(2001, 9, 10); }), Pair(Money("0"), Money("1400")));
+    EXPECT_EQ(firstYear([](AssetRecord& r) { r.NewUsed = "U"; }), Pair(Money("0"), Money("1400")));
+    // Below one percent it is dropped, and then taken again in the first year.
+    EXPECT_EQ(firstYear([](AssetRecord& r) { r.ADPct[1] = Money("0.5"); }), Pair(Money("50"), Money("1990")));
+    // The credit's reduction is gone in the first year.
+    const auto withCredit = [](AssetRecord& r) {
+        r.TaxCredit[1] = Money("1000");
+        r.ClassLife = Units(10);
+    };
+    EXPECT_EQ(firstYear(withCredit), Pair(Money("3000"), Money("1400")));
+    EXPECT_EQ(firstYear([&](AssetRecord& r) {
+                  withCredit(r);
+                  r.NewUsed = "U";
+              }),
+              Pair(Money("0"), Money("1300")));
+
+    TestAsset secondYear("PP", kMcrs, kDb, "5", "10000", Day(2001, 9, 11));
+    secondYear.Declining(200).Convention("Y").Record.ADPct[1] = Money("30");
+    secondYear.Record.PrevDepr[1] = Money("1400");
+    EXPECT_EQ(secondYear.Compute(engine, YearEnd(2002)), Money("2240"));
+    EXPECT_EQ(secondYear.Record.AddlDepr[1], Money("3000"));
+}
+
+TEST_F(Mcrs, MidQuarterComesBeforeTheAdditionalStepInDecliningBalanceOnly) {
+    TestAsset used("PP", kMcrs, kDb, "5", "10000", Day(2002, 1, 1));
+    used.Declining(200).Record.NewUsed = "U";
+    used.Record.ADPct[1] = Money("30");
+    EXPECT_EQ(used.Compute(engine, YearEnd(2002), true), Money("2450"));
+    EXPECT_EQ(used.Record.AddlDepr[1], Money("3000")) << "not reached";
+    used.Record.DeprMethod[1] = kSl;
+    EXPECT_EQ(used.Compute(engine, YearEnd(2002), true), Money("1225"));
+    EXPECT_EQ(used.Record.AddlDepr[1], Money("0"));
+}
+
+}  // namespace
+}  // namespace tallymar

@@ -1,0 +1,142 @@
+#include <QCheckBox>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include "platform/controls/CSCmdBtn.h"
+#include "platform/controls/CSCombo.h"
+#include "platform/controls/FieldRows.h"
+#include "platform/controls/Hourglass.h"
+#include "platform/controls/NumberEdit.h"
+#include "platform/controls/sidtEdit.h"
+#include "platform/controls/sitxEdit.h"
+#include "platform_controls/ShownForm.h"
+
+namespace tallymar::test {
+namespace {
+
+class FormKeys : public testing::Test {
+ protected:
+    void SetUp() override {
+        form_.Put(new sitxEdit(8), "text", "Enter a text");
+        list_ = form_.Put(new CSCombo, "list", "Select a list entry");
+        list_->Fill(std::array{"DB", "SL", "MI"});
+        form_.Put(new QCheckBox("Sold"), "check", "Check box if Asset was Sold");
+        form_.Put(new sidbEdit(sidbEdit::Money()), "number");
+        form_.Put(new sidtEdit, "date");
+        button_ = form_.Put(new CSCmdBtn("&Save"), "button");
+        form_.Show();
+    }
+
+    ShownForm form_;
+    CSCombo* list_ = nullptr;
+    CSCmdBtn* button_ = nullptr;
+};
+
+TEST_F(FormKeys, EnterAndDownGoOnAndUpGoesBackThroughEveryKindOfField) {
+    ASSERT_EQ(form_.Focused(), "text");
+    for (const char* next : {"list", "check", "number", "date", "button"}) {
+        form_.Press(form_.Focused() == "check" ? Qt::Key_Enter : Qt::Key_Return);
+        EXPECT_EQ(form_.Focused(), next);
+    }
+    for (const char* previous : {"date", "number", "check", "list", "text"}) {
+        form_.Press(Qt::Key_Up);
+        EXPECT_EQ(form_.Focused(), previous);
+    }
+    for (const char* next : {"list", "check", "number", "date"}) {
+        form_.Press(Qt::Key_Down, Qt::KeypadModifier);
+        EXPECT_EQ(form_.Focused(), next);
+    }
+}
+
+TEST_F(FormKeys, ListsKeepTheirChoiceUnderTheMovingKeysAndChangeItByTheirOwn) {
+    form_.Press(Qt::Key_Down);
+    form_.Press(Qt::Key_Down);
+    form_.Press(Qt::Key_Up);
+    ASSERT_EQ(form_.Focused(), "list");
+    EXPECT_EQ(list_->Text(), "DB");
+    form_.Press(Qt::Key_Right);
+    EXPECT_EQ(list_->Text(), "SL");
+    form_.Press(Qt::Key_Left);
+    form_.Press(Qt::Key_Left);
+    EXPECT_EQ(list_->Text(), "DB");
+    form_.Type("m");
+    EXPECT_EQ(list_->Text(), "MI");
+    EXPECT_FALSE(list_->Choose("ZZ"));
+    EXPECT_EQ(list_->Text(), "MI");
+}
+
+TEST_F(FormKeys, EnterPressesAButton) {
+    int pressed = 0;
+    QObject::connect(button_, &QPushButton::clicked, button_, [&] { ++pressed; });
+    button_->setFocus();
+    form_.Press(Qt::Key_Return);
+    form_.Press(Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(pressed, 2);
+}
+
+TEST_F(FormKeys, TheFocusedFieldsHintStandsInTheStatusLine) {
+    EXPECT_EQ(form_.Hint(), "Enter a text");
+    form_.Press(Qt::Key_Return);
+    EXPECT_EQ(form_.Hint(), "Select a list entry");
+    form_.Press(Qt::Key_Return);
+    EXPECT_EQ(form_.Hint(), "Check box if Asset was Sold");
+    form_.Press(Qt::Key_Return);
+    EXPECT_EQ(form_.Hint(), "");
+}
+
+TEST_F(FormKeys, PageKeysAndTheNumericPadsSignsGoToTheForm) {
+    auto* number = form_.findChild<sidbEdit*>("number");
+    number->setFocus(Qt::TabFocusReason);
+    form_.Press(Qt::Key_PageDown);
+    form_.Press(Qt::Key_PageUp);
+    form_.Press(Qt::Key_Plus, Qt::KeypadModifier);
+    form_.Press(Qt::Key_Minus, Qt::KeypadModifier);
+    EXPECT_EQ(form_.Pages, (std::vector<QString>{"next", "previous", "next", "previous"}));
+    EXPECT_EQ(number->text(), "0.00");
+    form_.Type("-5");  // the sign of the main keys is an entry
+    EXPECT_EQ(number->text(), "-5");
+    EXPECT_EQ(form_.Pages.size(), 4u);
+}
+
+TEST(Form, ModalRunEndsWithTheFormAndEscapePressesCancel) {
+    class Modal : public ShownForm {
+     public:
+        Modal() { SetCancelButton(Put(new CSCmdBtn("Exit"), "cancel")); }
+    } form;
+    int unloaded = 0;
+    QObject::connect(&form, &CSForm::Unloaded, &form, [&] { ++unloaded; });
+    QObject::connect(form.findChild<CSCmdBtn*>("cancel"), &QPushButton::clicked, &form, &CSForm::Unload);
+    QTimer::singleShot(0, &form, [&] {
+        EXPECT_TRUE(form.isModal() && form.isVisible());
+        QTest::keyClick(&form, Qt::Key_Escape);
+    });
+    form.ShowModal();
+    EXPECT_EQ(unloaded, 1);
+    EXPECT_FALSE(form.isVisible());
+}
+
+TEST(Form, StaysWhileACommandIsAtWork) {
+    ShownForm form;
+    form.Show();
+    {
+        const class_Hourglass wait;
+        form.Unload();
+        EXPECT_TRUE(form.isVisible());
+    }
+    form.Unload();
+    EXPECT_FALSE(form.isVisible());
+}
+
+TEST(Rows, LabelsNameTheirFields) {
+    QWidget page;
+    FieldRows rows(new QGridLayout(&page));
+    auto* basis = Named(new sidbEdit(sidbEdit::Money(), &page), "sidbBasis", 1);
+    const QLabel* label = rows.Add("Asset Cost", basis);
+    EXPECT_EQ(basis->objectName(), "sidbBasis(1)");
+    EXPECT_EQ(label->buddy(), basis);
+    EXPECT_EQ(basis->accessibleName(), "Asset Cost");
+}
+
+}  // namespace
+}  // namespace tallymar::test

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "platform/jet/Database.h"
+#include "platform/jet/Recordset.h"
+#include "platform/runtime/PlatformError.h"
+
+namespace tallymar::jet {
+
+// A small table with every type of field.
+inline TableDef ThingsTable() {
+    return {
+        .Name = "Things",
+        .Fields = {{"Name", FieldType::Text, 6, false},
+                   {"Note(1)", FieldType::Text, 8, true},
+                   {"When", FieldType::Date, 0, false},
+                   {"Amount", FieldType::Currency, 0, false},
+                   {"Count", FieldType::Integer, 0, false},
+                   {"Flag", FieldType::Boolean, 0, false}},
+        .Indexes = {
+            {"Name", {"Name"}, true, true}, {"Note", {"Note(1)", "When"}, false, false}, {"Amount", {"Amount"}, false, false}}};
+}
+
+inline void AddThing(Recordset& things, std::string_view name, int amount = 0) {
+    things.AddNew();
+    things.Set("Name", name);
+    things.Set("Amount", CurrencyAmount::FromInteger(amount));
+    things.Update();
+}
+
+inline Database CreateThings(const std::filesystem::path& path, int rows = 0) {
+    Database database = Database::Create(path);
+    database.CreateTable(ThingsTable());
+    Recordset things = database.OpenRecordset("Things");
+    WriteBatch batch(database);
+    for (int i = 1; i <= rows; ++i) AddThing(things, std::to_string(100 + i), i);
+    batch.Commit();
+    return database;
+}
+
+// The number of the failure, 0 without one.
+inline int NumberOf(const std::function<void()>& action) {
+    try {
+        action();
+        return 0;
+    } catch (const PlatformError& error) {
+        return error.Number();
+    }
+}
+
+inline std::string TextOf(const std::function<void()>& action) {
+    try {
+        action();
+        return {};
+    } catch (const PlatformError& error) {
+        return error.what();
+    }
+}
+
+}  // namespace tallymar::jet

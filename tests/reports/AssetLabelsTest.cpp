@@ -1,0 +1,109 @@
+#include "reports/AssetLabels.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "PageGrid.h"
+#include "ReportCompany.h"
+
+namespace tallymar::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+
+AssetRecord Labelled(int number) {
+    AssetRecord asset = Machine("A" + std::to_string(100 + number), Date::FromYmd(2003, 3, 7), 100);
+    asset.Description = "Desk " + std::to_string(number);
+    return asset;
+}
+
+struct Position {
+    int X;
+    int Y;
+};
+
+std::vector<Position> LabelCorners(const PrintPreviewControl& canvas, int page) {
+    std::vector<Position> corners;
+    for (const PageItem* item = canvas.PageBegin(page); item != canvas.PageEnd(page); ++item) {
+        if (canvas.Text(*item).starts_with("Asset : ")) corners.push_back({item->X, item->Y});
+    }
+    return corners;
+}
+
+TEST(AssetLabels, StandWhereTheSheetHasThem) {
+    ReportCompany company;
+    for (int number = 0; number < 32; ++number) company.Add(Labelled(number));
+    for (const LabelSheet& sheet : kLabelSheets) {
+        PrintPreviewControl canvas(kLetterPortrait);
+        EXPECT_EQ(PrintAssetLabels(company.Session, {.Sheet = &sheet, .Start = "", .End = "", .Division = "", .Department = ""},
+                                   company.Prompts, canvas),
+                  32);
+        const int perSheet = sheet.LabelsAcross * sheet.LabelsDown;
+        EXPECT_EQ(canvas.PageCount(), (32 + perSheet - 1) / perSheet) << sheet.Code;
+        const std::vector<Position> corners = LabelCorners(canvas, 1);
+        ASSERT_EQ(corners.size(), static_cast<std::size_t>(std::min(perSheet, 32))) << sheet.Code;
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            const std::size_t across = i % static_cast<std::size_t>(sheet.LabelsAcross);
+            const int down = static_cast<int>(i) / sheet.LabelsAcross;
+            const int line = sheet.TopMarginLines + down * sheet.LinesPerLabel + sheet.FirstLine;
+            EXPECT_EQ(corners[i].Y, line * 240);  // six lines to the inch
+            EXPECT_EQ(corners[i].X, GridToTwips(static_cast<float>(sheet.LeftColumns[across]), sheet.CharsPerInch));
+        }
+        EXPECT_EQ(canvas.Font(*canvas.PageBegin(1)).Size, sheet.FontSize);
+    }
+}
+
+TEST(AssetLabels, FullSheetsFeedNoEmptyOne) {
+    ReportCompany company;
+    for (int number = 0; number < 30; ++number) company.Add(Labelled(number));
+    PrintPreviewControl canvas(kLetterPortrait);
+    PrintAssetLabels(company.Session, {}, company.Prompts, canvas);
+    EXPECT_EQ(canvas.PageCount(), 1);
+}
+
+TEST(AssetLabels, SayFourLinesAndLeaveOutTheDisposed) {
+    ReportCompany company;
+    company.Add(Labelled(1));
+    bool AssetRecord::*const flags[] = {&AssetRecord::Sold, &AssetRecord::Abandoned, &AssetRecord::Casualty,
+                                        &AssetRecord::LikeKind};
+    for (int i = 0; i < 4; ++i) {
+        AssetRecord asset = Labelled(2 + i);
+        asset.*flags[i] = true;
+        company.Add(asset);
+    }
+    PrintPreviewControl canvas(kLetterPortrait);
+    PrintAssetLabels(company.Session, {}, company.Prompts, canvas);
+    EXPECT_THAT(TextsOf(canvas), ElementsAre("Asset : A101  ", "Desk 1", "Serial #: ", "Placed in Service on 03/07/2003"));
+}
+
+TEST(AssetLabels, AreFilteredByNumberDivisionAndDepartment) {
+    ReportCompany company;
+    for (int number = 1; number <= 4; ++number) {
+        AssetRecord asset = Labelled(number);
+        asset.Division = number <= 2 ? "NORTH" : "SOUTH";
+        asset.Department = number % 2 == 0 ? "SHOP" : "OFFICE";
+        company.Add(asset);
+    }
+    const auto labels = [&](LabelOptions options) {
+        PrintPreviewControl canvas(kLetterPortrait);
+        return PrintAssetLabels(company.Session, options, company.Prompts, canvas);
+    };
+    LabelOptions options;
+    options.Start = "A102";
+    EXPECT_EQ(labels(options), 3);
+    options.End = "A103";
+    EXPECT_EQ(labels(options), 2);
+    options.Start = "A104";
+    EXPECT_EQ(labels(options), 0);
+    options = {};
+    options.Division = "NORTH";
+    EXPECT_EQ(labels(options), 2);
+    options.Department = "SHOP";
+    EXPECT_EQ(labels(options), 1);
+    options.Division = options.Department = "*";
+    EXPECT_EQ(labels(options), 4);
+}
+
+}  // namespace
+}  // namespace tallymar::test

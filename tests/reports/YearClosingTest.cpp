@@ -1,0 +1,265 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <thread>
+
+#include "PageGrid.h"
+#include "ReportCompany.h"
+#include "platform/runtime/PlatformError.h"
+
+namespace tallymar::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::Contains;
+using testing::HasSubstr;
+
+ReportOptions Posting(int book = 1) {
+    ReportOptions options = ReportCompany::Options(kPostReport);
+    options.Book = book;
+    options.UpdateDatabase = true;
+    options.PrintInvestments = true;
+    options.CheckPrintPY(kPYSold + kPYCasualty + kPYAbandoned + kPYLikeKind);
+    return options;
+}
+
+std::vector<fs::path> Backups(const ReportCompany& company) {
+    const fs::directory_iterator folder(company.Session.Paths().Backup());
+    std::vector<fs::path> files(begin(folder), end(folder));
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+std::vector<AssetRecord> AllOf(CompanySession& session) {
+    std::vector<AssetRecord> assets;
+    session.AssetsRecordset().SetIndex("AssetNum");
+    for (session.AssetsRecordset().MoveFirst(); !session.AssetsRecordset().Eof(); session.AssetsRecordset().MoveNext()) {
+        session.ReadAssetRecord(assets.emplace_back());
+    }
+    return assets;
+}
+
+// What a posting may do to an asset, and nothing else.
+AssetRecord Posted(AssetRecord asset, int book) {
+    asset.PrevDepr[book] += asset.CurrDepr[book];
+    asset.CurrDepr[book] = {};
+    asset.DateDeprToo[book] = asset.DateDeprToo[book].AddYearsWithinMonth(1);
+    return asset;
+}
+
+TEST(Posting, MovesOneBookOnByAYearAndLeavesEverythingElse) {
+    ReportCompany company;
+    FillWithEveryKind(company);
+    const std::vector<AssetRecord> before = AllOf(company.Session);
+    PrintPreviewControl canvas;
+    ASSERT_TRUE(company.Print(Posting(2), canvas).Printed);
+    const std::vector<AssetRecord> after = AllOf(company.Session);
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        AssetRecord expected = Posted(before[i], 2);
+        expected.TaxGroup = "      ";  // how an empty group is stored when a row is rewritten
+        EXPECT_EQ(after[i], expected) << before[i].AssetNum.View();
+    }
+    EXPECT_EQ(company.Session.FiscalYearEnd(2), Date::FromYmd(2004, 12, 31));
+    for (const int book : {1, 3, 4}) EXPECT_EQ(company.Session.FiscalYearEnd(book), Date::FromYmd(2003, 12, 31));
+}
+
+// The printed page is what happened: this year's new previous depreciation is next year's previous.
+TEST(Posting, PreviousAndCurrentOfOneYearArePreviousOfTheNext) {
+    for (const ReportSequence sequence :
+         {ReportSequence::AssetNumber, ReportSequence::MethodLife, ReportSequence::InServiceDate}) {
+        ReportCompany company;
+        FillWithEveryKind(company);
+        for (int book = kFirstBook; book <= kLastBook; ++book) {
+            ReportOptions options = Posting(book);
+            options.Sequence = sequence;
+            PrintPreviewControl first;
+            DetailTable posted;
+            ASSERT_TRUE(company.Print(options, first, &posted).Printed);
+            options.UpdateDatabase = false;
+            PrintPreviewControl second;
+            DetailTable next;
+            ASSERT_TRUE(company.Print(options, second, &next).Printed);
+            ASSERT_EQ(posted.RowCount(), 16U);
+            ASSERT_EQ(next.RowCount(), posted.RowCount());
+            for (std::size_t row = 0; row < posted.RowCount(); ++row) {
+                EXPECT_EQ(next.Cell(row, 0), posted.Cell(row, 0));
+                EXPECT_EQ(next.Cell(row, 13), posted.Cell(row, 15));          // previous is the new previous
+                EXPECT_EQ(next.Cell(row, 14), DetailCell(CurrencyAmount()));  // nothing is current yet
+            }
+        }
+    }
+}
+
+TEST(Posting, WithoutUpdateDatabaseChangesNothing) {
+    ReportCompany company;
+    FillWithEveryKind(company);
+    const std::vector<AssetRecord> before = AllOf(company.Session);
+    PrintPreviewControl canvas;
+    ReportOptions options = Posting();
+    options.UpdateDatabase = false;
+    ASSERT_TRUE(company.Print(options, canvas).Printed);
+    EXPECT_EQ(AllOf(company.Session), before);
+    EXPECT_EQ(company.Session.FiscalYearEnd(1), Date::FromYmd(2003, 12, 31));
+    EXPECT_TRUE(Backups(company).empty());
+}
+
+TEST(Posting, AFilterLimitsItButTheYearEndStillMoves) {
+    ReportCompany company;
+    FillWithEveryKind(company);
+    ReportOptions options = Posting();
+    options.PrintPYSold = false;
+    options.YStart = Date::FromYmd(2000, 1, 1);
+    options.YEnd = Date::FromYmd(2001, 12, 31);
+    PrintPreviewControl canvas;
+    ASSERT_TRUE(company.Print(options, canvas).Printed);
+    EXPECT_EQ(company.Read("A1").CurrDepr[1], CurrencyAmount());
+    EXPECT_EQ(company.Read("B6").CurrDepr[1], Units(6400));  // outside the dates
+    EXPECT_EQ(company.Read("B3").DateDeprToo[1], Date());    // sold the year before
+    EXPECT_EQ(company.Read("B7").DateDeprToo[1], Date());
+    EXPECT_EQ(company.Session.FiscalYearEnd(1), Date::FromYmd(2004, 12, 31));
+}
+
+TEST(Posting, DatesKeepWithinTheirMonthAndDateZeroMovesLikeAnother) {
+    ReportCompany company;
+    company.SetYearEnds(Date::FromYmd(2004, 2, 29));
+    AssetRecord asset = Machine("A1", Date::FromYmd(2001, 1, 1), 100);
+    asset.DateDeprToo[1] = Date::FromYmd(2004, 2, 29);
+    company.Add(asset);
+    company.Add(Machine("A2", Date::FromYmd(2001, 1, 1), 100));
+    PrintPreviewControl canvas;
+    ASSERT_TRUE(company.Print(Posting(), canvas).Printed);
+    EXPECT_EQ(company.Read("A1").DateDeprToo[1], Date::FromYmd(2005, 2, 28));
+    EXPECT_EQ(company.Read("A2").DateDeprToo[1], Date::FromYmd(1900, 12, 30));
+    EXPECT_EQ(company.Session.FiscalYearEnd(1), Date::FromYmd(2005, 2, 28));
+}
+
+TEST(Posting, KeepsAWholeCopyFromBeforeUnderATellingName) {
+    ReportCompany company;
+    FillWithEveryKind(company);
+    jet::Recordset& row = company.Session.CompanyRecordset();
+    row.Edit();
+    row.Set("Company", "Smith / Sons: \"Best\"\xE9");
+    row.Update();
+    const std::vector<AssetRecord> before = AllOf(company.Session);
+    PrintPreviewControl canvas;
+    const ReportResult first = company.Print(Posting(), canvas);
+    EXPECT_EQ(first.Copy.filename().string(), "Smith - Sons- -Best-\xC3\xA9 Federal 2003-12-31 before closing.mdb");
+    company.Print(Posting(), canvas);
+    row.Edit();
+    row.Set("FYEFederal", Date::FromYmd(2003, 12, 31));
+    row.Update();
+    const ReportResult again = company.Print(Posting(), canvas);
+    EXPECT_NE(again.Copy, first.Copy);
+    EXPECT_EQ(Backups(company).size(), 3U);
+
+    UserProfile profile;
+    ScriptedPrompts prompts;
+    CompanySession copy(AppPath::At(company.Folder.Path(), company.Folder / "no-program"), profile);
+    copy.OpenCompany(first.Copy, prompts);
+    EXPECT_EQ(AllOf(copy), before);
+    EXPECT_EQ(copy.FiscalYearEnd(1), Date::FromYmd(2003, 12, 31));
+}
+
+TEST(Posting, WithoutACopyAsksAndNoLeavesEverythingAsItWas) {
+    ReportCompany company;
+    FillWithEveryKind(company);
+    fs::remove_all(company.Session.Paths().Backup());
+    std::ofstream(company.Session.Paths().Backup()) << "in the way";
+    const std::vector<AssetRecord> before = AllOf(company.Session);
+    PrintPreviewControl canvas;
+    company.Prompts.YesNo = {false, true};
+    EXPECT_FALSE(company.Print(Posting(), canvas).Printed);
+    EXPECT_TRUE(TextsOf(canvas).empty());
+    EXPECT_EQ(AllOf(company.Session), before);
+    EXPECT_THAT(company.Prompts.Questions.back().Text, HasSubstr("could not be copied"));
+    EXPECT_TRUE(company.Print(Posting(), canvas).Printed);
+    EXPECT_EQ(company.Read("A1").PrevDepr[1], Units(7120));
+}
+
+// A row that cannot be read ends the posting there. What was posted before it stays, and the failure says so and where the copy
+// is.
+TEST(Posting, AFailureHalfwaySaysWhatWasPosted) {
+    ReportCompany company;
+    for (const char* number : {"A1", "A2", "A3"})
+        company.Add(Ledger(number, "1500", "Lathe", Date::FromYmd(2001, 1, 1), "100", "0", "20"));
+    AssetRecord broken = company.Read("A2");
+    broken.PrevDepr[1] = CurrencyAmount::FromTenThousandths(INT64_MAX);
+    company.Session.WriteAssetRecord(broken);
+    PrintPreviewControl canvas;
+    try {
+        company.Print(Posting(), canvas);
+        FAIL() << "the sum overflows";
+    } catch (const PlatformError& failure) {
+        EXPECT_THAT(failure.what(), testing::StartsWith("Asset A2"));
+        EXPECT_THAT(failure.what(), HasSubstr("have been posted"));
+        EXPECT_THAT(failure.what(), HasSubstr(Backups(company).at(0).string()));
+    }
+    EXPECT_EQ(company.Read("A1").PrevDepr[1], Units(20));
+    EXPECT_EQ(company.Read("A3").PrevDepr[1], Units(0));
+    EXPECT_EQ(company.Session.FiscalYearEnd(1), Date::FromYmd(2003, 12, 31));
+}
+
+// Killed at any moment, the file holds whole postings only: every asset and the year end have moved equally often.
+TEST(Posting, KilledAtAnyMomentIsThereWholeOrNotAtAll) {
+    constexpr int kAssets = 1500;
+    ReportCompany company;
+    {
+        jet::WriteBatch batch(company.Session.Database());
+        for (int i = 0; i < kAssets; ++i) {
+            AssetRecord asset = Machine("N" + std::to_string(10000 + i), Date::FromYmd(2001, 1, 1), 100);
+            asset.DateDeprToo[1] = Date::FromYmd(2003, 12, 31);
+            company.Add(asset);
+        }
+        batch.Commit();
+    }
+    company.Session.FileClose();
+    int whole = 0;
+    int none = 0;
+    for (int round = 0; round < 30; ++round) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            try {
+                company.Session.OpenCompany(company.File(), company.Prompts);
+                PrintPreviewControl canvas;
+                company.Print(Posting(), canvas);
+            } catch (...) {
+                _exit(3);
+            }
+            _exit(0);
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(3000 + 3500 * round));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_FALSE(WIFEXITED(status) && WEXITSTATUS(status) != 0);
+
+        company.Session.OpenCompany(company.File(), company.Prompts);
+        const Date yearEnd = company.Session.FiscalYearEnd(1);
+        const std::vector<AssetRecord> assets = AllOf(company.Session);
+        ASSERT_EQ(assets.size(), static_cast<std::size_t>(kAssets));
+        for (const AssetRecord& asset : assets) ASSERT_EQ(asset.DateDeprToo[1], yearEnd) << round;
+        const int years = yearEnd.Year() - 2003;
+        (years > whole ? whole : none) += 1;
+        ASSERT_EQ(years, whole);
+        company.Session.FileClose();
+    }
+    EXPECT_GT(whole, 0) << "no posting came to its end";
+    EXPECT_GT(none, 0) << "no posting was cut off";
+    for (const fs::path& copy : Backups(company)) {
+        if (copy.extension() != ".mdb") continue;  // one that was cut off has not taken its name
+        UserProfile profile;
+        CompanySession session(AppPath::At(company.Folder.Path(), company.Folder / "no-program"), profile);
+        session.OpenCompany(copy, company.Prompts);
+        EXPECT_EQ(session.AssetCount(), kAssets);
+    }
+}
+
+}  // namespace
+}  // namespace tallymar::test
