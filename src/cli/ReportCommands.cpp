@@ -99,7 +99,8 @@ void RequireWritable(const OutputFlags& output) {
 }
 
 void Deliver(const PrintPreviewControl& pages, const DetailTable& details, const OutputFlags& output) {
-    const GuiForFiles gui;
+    std::optional<GuiForFiles> gui;
+    if (FormatOfFile(output.Out) == FileFormat::Pdf) gui.emplace();
     DeliverToFile(pages, details, output.Out);
     if (!output.Items.empty()) WritePageItems(pages, output.Items);
 }
@@ -133,6 +134,12 @@ void AddOutput(CLI::App& command, OutputFlags& output) {
     command.add_option("--items", output.Items, "Also write every text and line of the pages, one JSON object a line");
 }
 
+// On, off, or not given.
+void AddSwitch(CLI::App& command, const char* names, std::optional<bool>& value, const char* description) {
+    command.add_flag_function(
+        names, [&value](std::int64_t count) { value = count > 0; }, description);
+}
+
 void AddReportOptions(CLI::App& command, ReportFlags& flags) {
     AddOutput(command, flags.Output);
     command.add_option("--sequence", flags.Sequence,
@@ -149,9 +156,9 @@ void AddReportOptions(CLI::App& command, ReportFlags& flags) {
         ->check(CLI::IsMember({"sold", "casualty", "abandoned", "like-kind"}));
     command.add_flag("--double-space", flags.DoubleSpace, "A blank line behind each asset");
     command.add_flag("--second-line", flags.SecondLine, "Print the second description line");
-    command.add_flag("--investments,!--no-investments", flags.Investments, "Print stocks and collectibles, or leave them out");
-    command.add_flag("--include-179,!--no-include-179", flags.Include179,
-                     "Show Section 179 expense in the depreciation columns, or apart");
+    AddSwitch(command, "--investments,!--no-investments", flags.Investments, "Print stocks and collectibles, or leave them out");
+    AddSwitch(command, "--include-179,!--no-include-179", flags.Include179,
+              "Show Section 179 expense in the depreciation columns, or apart");
     command.add_flag("--group-and-year", flags.GroupAndYear, "Subtotal property groups by year too");
     command.add_option("--now", flags.Now, "Date and time that days owned are counted to; the clock's");
 }
