@@ -45,6 +45,7 @@ frmAbout::frmAbout(QWidget* parent) : CSForm("frmAbout", tr("About Tallymar for 
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(20, 20, 20, 14);
     all->setSpacing(18);
+    all->setSizeConstraint(QLayout::SetFixedSize);
     all->addLayout(top);
     all->addLayout(buttons);
 

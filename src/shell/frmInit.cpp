@@ -68,6 +68,7 @@ frmInit::frmInit(Choice fileNew, Choice fileOpen, QWidget* parent) : CSForm("frm
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(0);
+    all->setSizeConstraint(QLayout::SetFixedSize);
     all->addWidget(new Banner(this));
     all->addLayout(buttons);
 

@@ -6,7 +6,9 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 
 #include "batch/frmComputeOptions.h"
@@ -47,7 +49,7 @@ Tallymar::Tallymar(AppPath paths) : session_(std::move(paths), profile_), engine
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setBackground(palette().brush(QPalette::Mid));
     setCentralWidget(area_);
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
 
     MakeRoutes();
     MakeMenus();
@@ -189,6 +191,7 @@ bool Tallymar::AskFirstCompany() {
 bool Tallymar::OpenFirstCompany(const std::filesystem::path& path) {
     Guarded([&] {
         session_.OpenCompany(path, prompts_);
+        session_.RememberLastCompany();
         Run(Command::EditAsset);
     })();
     return session_.IsOpen();
@@ -221,11 +224,19 @@ void Tallymar::ShowChild(CSForm* form) {
     QMdiSubWindow* window = area_->addSubWindow(form);
     window->setAttribute(Qt::WA_DeleteOnClose);
     form->show();
+    Activate(form);
+}
+
+void Tallymar::Activate(CSForm* form) {
+    area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(form->parentWidget()));
+    form->FocusFirst();
+    // A menu that was opened by keyboard gives the focus back to where it was before, and does so after its command.
+    QTimer::singleShot(0, form, &CSForm::FocusFirst);
 }
 
 void Tallymar::ShowOrMake(const QString& name, const std::function<CSForm*()>& make) {
     if (CSForm* form = Child(name)) {
-        area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(form->parentWidget()));
+        Activate(form);
     } else {
         ShowChild(make());
     }

@@ -70,6 +70,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
 
     CSForm* Child(const QString& name) const;
     void ShowChild(CSForm* form);
+    void Activate(CSForm* form);
     // Brings the window of that name to the front, or makes it.
     void ShowOrMake(const QString& name, const std::function<CSForm*()>& make);
 

@@ -21,7 +21,9 @@ class FileTest : public testing::Test {
 };
 
 TEST_F(FileTest, DefinitionsComeBackFromTheFile) {
-    TableDef odd{.Name = "Odd \"one\"", .Fields = {{"A]b", FieldType::Text, 3, false}, {"C,(d)", FieldType::Date, 0, false}}, .Indexes = {}};
+    TableDef odd{.Name = "Odd \"one\"",
+                 .Fields = {{"A]b", FieldType::Text, 3, false}, {"C,(d)", FieldType::Date, 0, false}},
+                 .Indexes = {}};
     odd.Indexes = {{"Second_Of", {"C,(d)", "A]b"}, false, true}, {"P", {"A]b"}, true, false}};
     {
         Database database = CreateThings(path_);
@@ -125,6 +127,37 @@ TEST_F(FileTest, StrangeContentsAreReadAndPassedOver) {
     }
     EXPECT_EQ(program.Run("SELECT \"Note(1)\", Flag FROM Things WHERE Name IS NULL"),
               (std::vector<std::string>{"\u2192 arrow|-1", "\u2190 arrow|-1"}));
+}
+
+// An update may write further columns along for speed, but only what they certainly hold.
+TEST_F(FileTest, AnUpdateLeavesAloneWhatItHasNotChanged) {
+    Database database = Database::Create(path_);
+    database.CreateTable(
+        {"Plain", {{"Text", FieldType::Text, 9, true}, {"A", FieldType::Integer}, {"B", FieldType::Integer}}, {}});
+    test::OtherProgram program(path_);
+    program.Run("INSERT INTO Plain VALUES ('x', 1, 1), ('→', 2, 2)");
+    Recordset plain = database.OpenRecordset("Plain");
+    Recordset second = database.OpenRecordset("Plain");
+    WriteBatch batch(database);
+    const auto set = [](Recordset& rows, const char* field, std::int16_t value) {
+        rows.Edit();
+        rows.Set(field, value);
+    };
+    plain.MoveFirst();
+    set(plain, "A", 10);
+    plain.Set("B", std::int16_t{10});
+    plain.Set("Text", "y");
+    plain.Update();
+    set(plain, "A", 11);
+    set(second, "B", 20);
+    second.Update();
+    plain.Update();
+    plain.MoveNext();
+    set(plain, "A", 12);
+    plain.Set("B", std::int16_t{13});
+    plain.Update();
+    batch.Commit();
+    EXPECT_EQ(program.Run("SELECT * FROM Plain"), (std::vector<std::string>{"y|11|20", "→|12|13"}));
 }
 
 TEST_F(FileTest, AChangeByAnotherProgramIsSeen) {

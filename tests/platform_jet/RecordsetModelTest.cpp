@@ -17,7 +17,8 @@
 #include "support/TempFolder.h"
 
 // Random operations on recordsets, beside a model that does the same on a map of rows. Everything that can be observed must agree
-// after every step: two recordsets on one table, indexes with many equal and Null keys, batches taken back, files closed and opened.
+// after every step: two recordsets on one table, indexes with many equal and Null keys, batches taken back, files closed and
+// opened.
 namespace tallymar::jet {
 namespace {
 
@@ -161,26 +162,54 @@ class Driver {
         Recordset& records = *records_[which];
         Cursor& cursor = cursors_[which];
         switch (Pick(20)) {
-            case 0: SetIndex(records, cursor); break;
-            case 1: MoveEnd(records, cursor, true); break;
-            case 2: MoveEnd(records, cursor, false); break;
+            case 0:
+                SetIndex(records, cursor);
+                break;
+            case 1:
+                MoveEnd(records, cursor, true);
+                break;
+            case 2:
+                MoveEnd(records, cursor, false);
+                break;
             case 3:
             case 4:
-            case 5: MoveSome(records, cursor, true); break;
+            case 5:
+                MoveSome(records, cursor, true);
+                break;
             case 6:
-            case 7: MoveSome(records, cursor, false); break;
+            case 7:
+                MoveSome(records, cursor, false);
+                break;
             case 8:
-            case 9: Seek(records, cursor); break;
-            case 10: KeepBookmark(records, cursor); break;
-            case 11: UseBookmark(records, cursor); break;
+            case 9:
+                Seek(records, cursor);
+                break;
+            case 10:
+                KeepBookmark(records, cursor);
+                break;
+            case 11:
+                UseBookmark(records, cursor);
+                break;
             case 12:
-            case 13: Edit(records, cursor); break;
+            case 13:
+                Edit(records, cursor);
+                break;
             case 14:
-            case 15: AddNew(records, cursor); break;
-            case 16: Update(records, cursor); break;
-            case 17: Cancel(records, cursor); break;
-            case 18: Pick(4) == 0 ? Delete(records, cursor) : Edit(records, cursor); break;
-            default: Pick(8) == 0 ? Reopen() : Batch(); break;
+            case 15:
+                AddNew(records, cursor);
+                break;
+            case 16:
+                Update(records, cursor);
+                break;
+            case 17:
+                Cancel(records, cursor);
+                break;
+            case 18:
+                Pick(4) == 0 ? Delete(records, cursor) : Edit(records, cursor);
+                break;
+            default:
+                Pick(8) == 0 ? Reopen() : Batch();
+                break;
         }
         Compare();
     }
@@ -199,27 +228,39 @@ class Driver {
     }
 
     Cell RandomCell(int field) {
-        static const std::vector<std::string> kNames = {"a", "A  ", "b1", "B2", "c", "\xE9t\xE9", "Z", "q", "000001", "000002", "10", "9"};
+        static const std::vector<std::string> kNames = {"a", "A  ", "b1",     "B2",     "c",  "\xE9t\xE9",
+                                                        "Z", "q",   "000001", "000002", "10", "9"};
         static const std::vector<std::string> kGroups = {"", "x", "X ", "y", "\xFC"};
         if (field != kFlag && Pick(6) == 0) return {};
         switch (field) {
-            case kName: return kNames[Pick(kNames.size())] + (Pick(4) == 0 ? std::to_string(Pick(30)) : "");
-            case kGroup: return kGroups[Pick(kGroups.size())];
-            case kWhen: return 37000.0 + static_cast<double>(Pick(3)) / 4;
-            case kAmount: return static_cast<std::int64_t>(Pick(3)) * 12345 - 10000;
-            case kCount: return static_cast<std::int64_t>(Pick(4)) - 2;
-            default: return Pick(2) == 0 ? std::int64_t{0} : std::int64_t{-1};
+            case kName:
+                return kNames[Pick(kNames.size())] + (Pick(4) == 0 ? std::to_string(Pick(30)) : "");
+            case kGroup:
+                return kGroups[Pick(kGroups.size())];
+            case kWhen:
+                return 37000.0 + static_cast<double>(Pick(3)) / 4;
+            case kAmount:
+                return static_cast<std::int64_t>(Pick(3)) * 12345 - 10000;
+            case kCount:
+                return static_cast<std::int64_t>(Pick(4)) - 2;
+            default:
+                return Pick(2) == 0 ? std::int64_t{0} : std::int64_t{-1};
         }
     }
 
     static Value ValueOf(int field, const Cell& cell) {
         if (cell.index() == 0) return {};
         switch (field) {
-            case kWhen: return Date::FromSerial(std::get<double>(cell));
-            case kAmount: return CurrencyAmount::FromTenThousandths(std::get<std::int64_t>(cell));
-            case kCount: return static_cast<std::int16_t>(std::get<std::int64_t>(cell));
-            case kFlag: return std::get<std::int64_t>(cell) != 0;
-            default: return std::string_view(std::get<std::string>(cell));
+            case kWhen:
+                return Date::FromSerial(std::get<double>(cell));
+            case kAmount:
+                return CurrencyAmount::FromTenThousandths(std::get<std::int64_t>(cell));
+            case kCount:
+                return static_cast<std::int16_t>(std::get<std::int64_t>(cell));
+            case kFlag:
+                return std::get<std::int64_t>(cell) != 0;
+            default:
+                return std::string_view(std::get<std::string>(cell));
         }
     }
 
@@ -416,7 +457,9 @@ class Driver {
         EXPECT_EQ(records.Eof(), cursor.At == Cursor::Eof || cursor.At == Cursor::Empty);
         EXPECT_EQ(records.NoMatch(), cursor.At == Cursor::NoMatch);
         EXPECT_EQ(records.EditPending(), cursor.Edits != Cursor::None);
-        const Cells* shown = cursor.Edits != Cursor::None ? &cursor.After : cursor.At == Cursor::OnRow ? &cursor.Seen.Values : nullptr;
+        const Cells* shown = cursor.Edits != Cursor::None ? &cursor.After
+                             : cursor.At == Cursor::OnRow ? &cursor.Seen.Values
+                                                          : nullptr;
         if (shown == nullptr) {
             EXPECT_EQ(NumberOf([&] { records.Get(kCount); }), 3021);
             return;

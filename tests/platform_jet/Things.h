@@ -12,16 +12,16 @@ namespace tallymar::jet {
 
 // A small table with every type of field.
 inline TableDef ThingsTable() {
-    return {.Name = "Things",
-            .Fields = {{"Name", FieldType::Text, 6, false},
-                       {"Note(1)", FieldType::Text, 8, true},
-                       {"When", FieldType::Date, 0, false},
-                       {"Amount", FieldType::Currency, 0, false},
-                       {"Count", FieldType::Integer, 0, false},
-                       {"Flag", FieldType::Boolean, 0, false}},
-            .Indexes = {{"Name", {"Name"}, true, true},
-                        {"Note", {"Note(1)", "When"}, false, false},
-                        {"Amount", {"Amount"}, false, false}}};
+    return {
+        .Name = "Things",
+        .Fields = {{"Name", FieldType::Text, 6, false},
+                   {"Note(1)", FieldType::Text, 8, true},
+                   {"When", FieldType::Date, 0, false},
+                   {"Amount", FieldType::Currency, 0, false},
+                   {"Count", FieldType::Integer, 0, false},
+                   {"Flag", FieldType::Boolean, 0, false}},
+        .Indexes = {
+            {"Name", {"Name"}, true, true}, {"Note", {"Note(1)", "When"}, false, false}, {"Amount", {"Amount"}, false, false}}};
 }
 
 inline void AddThing(Recordset& things, std::string_view name, int amount = 0) {

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTabBar>
+#include <QTabWidget>
 
 #include "platform/controls/EntryEdit.h"
 #include "platform/controls/Hourglass.h"
@@ -33,7 +34,7 @@ void SendTab(QWidget* field, bool back) {
 QWidget* FirstField(QWidget* form) {
     for (QWidget* next = form->nextInFocusChain(); next != form; next = next->nextInFocusChain()) {
         if (form->isAncestorOf(next) && next->isVisibleTo(form) && next->isEnabled() && (next->focusPolicy() & Qt::TabFocus) &&
-            !qobject_cast<QTabBar*>(next)) {
+            !next->focusProxy() && !qobject_cast<QTabBar*>(next)) {
             return next;
         }
     }
@@ -116,9 +117,14 @@ void CSForm::Adopt() {
 void CSForm::showEvent(QShowEvent* event) {
     Adopt();
     QWidget::showEvent(event);
-    if (!focusWidget()) {
-        if (QWidget* first = FirstField(this)) first->setFocus(Qt::TabFocusReason);
-    }
+    FocusFirst();
+}
+
+void CSForm::FocusFirst() {
+    QWidget* in = focusWidget();
+    // The frame of a child window gives the focus to the first thing that takes it, which may be the tabs.
+    if (!in || in == this || qobject_cast<QTabBar*>(in)) in = FirstField(this);
+    if (in) in->setFocus(Qt::TabFocusReason);
 }
 
 bool CSForm::eventFilter(QObject* watched, QEvent* event) {
@@ -136,6 +142,9 @@ bool CSForm::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool CSForm::OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers) {
+    if (modifiers == Qt::ControlModifier && (key == Qt::Key_PageDown || key == Qt::Key_PageUp)) {
+        return TurnTab(key == Qt::Key_PageDown ? 1 : -1);
+    }
     if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
     const bool onPad = modifiers & Qt::KeypadModifier;
     switch (key) {
@@ -160,6 +169,14 @@ bool CSForm::OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers
         default:
             return false;
     }
+}
+
+bool CSForm::TurnTab(int step) {
+    auto* tabs = findChild<QTabWidget*>();
+    if (!tabs || tabs->count() == 0) return false;
+    tabs->setCurrentIndex((tabs->currentIndex() + step + tabs->count()) % tabs->count());
+    if (QWidget* first = FirstField(tabs->currentWidget())) first->setFocus(Qt::TabFocusReason);
+    return true;
 }
 
 void CSForm::keyPressEvent(QKeyEvent* event) {

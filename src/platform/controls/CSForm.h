@@ -9,8 +9,9 @@ namespace tallymar {
 
 // The base of every window but the main one: a child of the main window, or a modal one.
 //
-// Its fields are gone through by Tab, and by Enter and Down as well; Up goes back, in lists too. A focused field's hint stands in
-// the form's status line. All of it holds for the fields that the form has when it is first shown.
+// Its fields are gone through by Tab, and by Enter and Down as well; Up goes back, in lists too. Ctrl+Page Down and Ctrl+Page Up
+// turn its tabs. A focused field's hint stands in the form's status line. All of it holds for the fields that the form has when
+// it is first shown.
 class CSForm : public QWidget {
     Q_OBJECT
 
@@ -22,6 +23,9 @@ class CSForm : public QWidget {
     void ShowModal();
     // Closes it, whether it stands alone or within the main window.
     void Unload();
+
+    // Puts the keyboard in the first field, unless it is in one.
+    void FocusFirst();
 
     static void SetHint(QWidget* field, const QString& hint);
     static QString HintOf(const QWidget* field);
@@ -51,6 +55,7 @@ class CSForm : public QWidget {
 
  private:
     void Adopt();
+    bool TurnTab(int step);
     bool OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers);
 
     QLabel* hintLine_ = nullptr;

@@ -55,6 +55,7 @@ CurrencyAmount Parsed(QString plain) {
 NumberEdit::NumberEdit(const Limits& limits, QWidget* parent) : EntryEdit(parent), limits_(limits) {
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     SelectAllOnClick(true);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     ShowText(Shown(CurrencyAmount()));
     connect(this, &QLineEdit::textChanged, this, &NumberEdit::NoteChange);
@@ -68,6 +69,7 @@ CurrencyAmount NumberEdit::Amount() const {
 
 void NumberEdit::SetAmount(CurrencyAmount amount) {
     ShowText(Shown(amount));
+    entered_ = Amount();  // another row may come under a focused field
 }
 
 void NumberEdit::NoteChange() {

@@ -11,6 +11,7 @@ constexpr int kLongestEntry = 32;  // "September 30, 2003 12:30:00 PM"
 
 sidtEdit::sidtEdit(QWidget* parent) : EntryEdit(parent) {
     setMaxLength(kLongestEntry);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     SelectAllOnClick(true);
     connect(this, &QLineEdit::textChanged, this, &EntryEdit::Changed);
     connect(this, &QLineEdit::textChanged, this, &sidtEdit::Mark);

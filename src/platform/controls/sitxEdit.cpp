@@ -9,6 +9,8 @@ namespace tallymar {
 
 namespace {
 
+constexpr int kShortText = 16;  // a code, shown at its own width; longer texts take the room that there is
+
 constexpr QChar kDigitPlace = u'9';
 
 // One character stays one character: a sharp s has no capital here.
@@ -28,6 +30,7 @@ bool IsAsciiDigit(QChar c) {
 
 sitxEdit::sitxEdit(int maxLength, QWidget* parent) : EntryEdit(parent) {
     setMaxLength(maxLength);
+    if (maxLength <= kShortText) setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(this, &QLineEdit::textChanged, this, &EntryEdit::Changed);
 }
 

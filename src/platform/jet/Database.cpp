@@ -19,6 +19,16 @@ constexpr std::chrono::milliseconds kDefaultBusyWait(2000);
     throw PlatformError(Failure::InvalidCall, std::string(what) + " already exists: " + std::string(name));
 }
 
+// Nulls that are there already would make the index a rule that the table does not keep.
+void RequireNoNulls(DatabaseState& state, const TableDef& table, const Index& index) {
+    if (!index.Primary && !index.Required) return;
+    for (const std::string& name : index.Fields) {
+        Statement nulls(state.Db(),
+                        "SELECT 1 FROM " + sql::Quote(table.Name) + " WHERE " + sql::Quote(name) + " IS NULL LIMIT 1");
+        if (nulls.Step()) throw PlatformError(Failure::NullKey, std::string(FailureText(Failure::NullKey)) + ": " + name);
+    }
+}
+
 void RequireFields(const TableDef& table, const Index& index) {
     for (const std::string& name : index.Fields) {
         if (table.FindField(name) == nullptr) {
@@ -94,6 +104,7 @@ void Database::CreateIndex(std::string_view table, const Index& index) {
     const TableDef definition = GetTableDef(table);
     if (definition.FindIndex(index.Name) != nullptr) AlreadyThere("The index", index.Name);
     RequireFields(definition, index);
+    RequireNoNulls(*state_, definition, index);
     state_->Define({sql::CreateIndex(definition, index)});
 }
 

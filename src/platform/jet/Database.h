@@ -22,8 +22,8 @@ inline constexpr int kFormatVersion = 1;           // user_version
 // open too; one that writes is waited for, briefly, and then Failure::RecordLocked says so.
 //
 // Failures of opening: CannotOpenFile (no such file, or a folder), PermissionDenied, UnrecognizedFormat (no database, truncated,
-// or damaged), RecordLocked. Failures of any write: DatabaseReadOnly, DiskFull, RecordLocked, DeviceError. Each text names the
-// file.
+// damaged, or written by a later release), RecordLocked. Failures of any write: DatabaseReadOnly, DiskFull, RecordLocked,
+// DeviceError. Each text names the file. What a crash has left half written is taken back at the next opening.
 class Database {
  public:
     // A new empty file; an existing one of that path is deleted first.
@@ -47,10 +47,11 @@ class Database {
     TableDef GetTableDef(std::string_view table) const;
     bool HasTable(std::string_view table) const;
 
-    // Each is one transaction: wholly there or not there.
+    // Each is one transaction: wholly there or not there. InvalidCall when there is one of the name; ItemNotFound when an index
+    // names no field. Recordsets that are open on a table whose definition changes fail from then on.
     void CreateTable(const TableDef& table);
     void CreateField(std::string_view table, const Field& field);  // a Boolean is False in every row that exists, others Null
-    void CreateIndex(std::string_view table, const Index& index);
+    void CreateIndex(std::string_view table, const Index& index);  // DuplicateKey or NullKey when the rows do not fit it
 
     // A table-type recordset, positioned on the first row in row order (no index chosen yet).
     Recordset OpenRecordset(std::string_view table);

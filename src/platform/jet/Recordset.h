@@ -15,10 +15,16 @@ class RecordsetState;
 
 // A table-type recordset: one current row of one table, in the order of the chosen index.
 //
-// Order: the index's fields ascending, Null first, then by row. Text keys compare without regard to letter case and to trailing
-// blanks, in order, in Seek and in uniqueness.
+// Order: the index's fields ascending, Null first, then by row. Text keys compare without regard to the case of A to Z and to
+// trailing blanks, in order, in Seek and in uniqueness; accented letters stand behind Z, each case for itself.
 // A move past an end gives Eof or Bof and no current row; a read, an edit or a further move that way fails with NoCurrentRecord.
-// A move throws a pending edit away. A move costs one indexed step, whatever the size of the table.
+// A move (a Seek, an Edit and an AddNew too) throws a pending edit away. A move costs one indexed step, whatever the size of the
+// table; a pass is read ahead in blocks.
+//
+// Several recordsets may be open on a table. Each sees at once what the others of its Database write: its current row is read
+// again, and if its key has changed the recordset is at the new place; a row deleted by another is no current row any more, and
+// MoveNext goes to the one that followed it. What other programs write is seen by Edit at once, by a move within a twentieth of a
+// second, and never inside a WriteBatch, where they cannot write. Texts read stay good until the recordset moves.
 class Recordset {
  public:
     Recordset(Recordset&&) noexcept;
@@ -59,6 +65,7 @@ class Recordset {
     void Edit();
     void AddNew();  // every field Null, Booleans False
     // Failures: UpdateWithoutEdit; TypeMismatch; FieldTooSmall (text longer than its column); ZeroLengthNotAllowed.
+    // Setting what the row holds already is no change and never fails. A Boolean set to Null is False.
     void Set(int ordinal, const Value& value);
     void Set(std::string_view field, const Value& value) { Set(Ordinal(field), value); }
     // Writes the columns that changed. On failure (DuplicateKey, NullKey, a write failure of the database) the stored row is as

@@ -100,9 +100,9 @@ class RecordsetState {
     std::uint64_t rowBatch_ = 0;    // the batch in which it was
 
     Pending pending_ = Pending::None;
-    std::vector<Cell> edited_;  // the row as it will be; texts of an edit stand in the block, those of a new row in added_
-    std::vector<Cell> before_;  // the row as Edit found it, or blank_
-    std::vector<Cell> blank_;   // a new row
+    std::vector<Cell> edited_;       // the row as it will be; texts of an edit stand in the block, those of a new row in added_
+    std::vector<Cell> before_;       // the row as Edit found it, or blank_
+    std::vector<Cell> blank_;        // a new row
     std::uint64_t editChanges_ = 0;  // the table's count of changes at Edit
     TextArena added_;
     ColumnSet changed_;  // where edited_ differs from before_

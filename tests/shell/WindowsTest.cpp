@@ -1,0 +1,243 @@
+#include <QAction>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include "platform/controls/CSForm.h"
+#include "shell/frmInit.h"
+#include "shell/frmTallymar.h"
+#include "support/TestCompany.h"
+
+namespace tallymar {
+namespace {
+
+class MainWindow : public testing::Test {
+ protected:
+    MainWindow() : window_(AppPath::At(folder_.Path(), folder_ / "no-program")) {}
+
+    // A company file of one asset, or of none; its year ends at 12/31/2003 in all books.
+    std::filesystem::path MakeCompany(bool withAsset) {
+        test::TestCompany company;
+        company.SetYearEnds(Date::FromYmd(2003, 12, 31));
+        if (withAsset) company.Session.AddAssetRecord(test::Machine("A1", Date::FromYmd(2003, 11, 1), 1000));
+        company.Session.FileClose();
+        std::filesystem::copy_file(company.File(), folder_ / "client.mdb");
+        return folder_ / "client.mdb";
+    }
+    void Open(const std::filesystem::path& file) {
+        ASSERT_TRUE(window_.OpenFirstCompany(file));
+        window_.show();
+        window_.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    }
+    QAction* Action(const char* name) { return window_.findChild<QAction*>(name); }
+    CSForm* Form(const char* name) { return window_.findChild<CSForm*>(name); }
+    template <typename Control>
+    Control* In(const char* form, const char* name) {
+        return Form(form)->findChild<Control*>(name);
+    }
+    void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+
+    test::TempFolder folder_;
+    Tallymar window_;
+};
+
+TEST_F(MainWindow, SwitchesCommandsWithTheCompany) {
+    EXPECT_EQ(window_.objectName(), "Tallymar");
+    EXPECT_TRUE(Action("mnuFileOpen")->isEnabled());
+    EXPECT_FALSE(Action("mnuFileClose")->isEnabled());
+    EXPECT_FALSE(Action("Close")->isEnabled());
+    Open(MakeCompany(true));
+    EXPECT_EQ(window_.windowTitle(), "Tallymar - New Company");
+    for (const char* name : {"mnuFileClose", "Close", "mnuActivitiesComputeCurrent", "Calculate", "mnuEditCompanyInformation"}) {
+        EXPECT_TRUE(Action(name)->isEnabled()) << name;
+    }
+    Action("mnuEditCompanyInformation")->trigger();
+    Action("mnuFileClose")->trigger();
+    EXPECT_EQ(window_.windowTitle(), "Tallymar");
+    EXPECT_TRUE(window_.findChild<QMdiArea*>()->subWindowList().isEmpty());
+    EXPECT_FALSE(Action("Calculate")->isEnabled());
+    EXPECT_FALSE(Action("mnuEditCompanyInformation")->isEnabled());
+}
+
+TEST_F(MainWindow, OfAnEmptyCompanyNothingIsComputed) {
+    Open(MakeCompany(false));
+    EXPECT_TRUE(Action("mnuFileClose")->isEnabled());
+    EXPECT_FALSE(Action("mnuActivitiesComputeCurrent")->isEnabled());
+    EXPECT_FALSE(Action("Calculate")->isEnabled());
+}
+
+TEST_F(MainWindow, ACommandWithoutAWindowStaysOff) {
+    Open(MakeCompany(true));
+    for (const MenuItem& item : MenuItems()) {
+        if (item.Command == Command::None || window_.HasWindow(item.Command)) continue;
+        const QString name =
+            item.Index < 0 ? QString::fromLatin1(item.Name.data()) : QString("mnuReportsRun(%1)").arg(item.Index);
+        EXPECT_FALSE(window_.findChild<QAction*>(name)->isEnabled()) << item.Name;
+    }
+}
+
+TEST_F(MainWindow, MenusShowTheirHints) {
+    Open(MakeCompany(true));
+    QMenu* tools = window_.findChild<QMenu*>("mnuTools");
+    Action("mnuChangeRange")->hover();
+    EXPECT_EQ(window_.statusBar()->currentMessage(), "Make changes to a range of assets");
+    Action("mnuBackup")->hover();
+    EXPECT_EQ(window_.statusBar()->currentMessage(), "");
+    tools->menuAction()->hover();
+    EXPECT_EQ(window_.statusBar()->currentMessage(), "Select a database utility");
+}
+
+TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
+    Open(MakeCompany(true));
+    for (int i = 0; i < 2; ++i) {
+        Action("mnuEditCompanyInformation")->trigger();
+        Action("mnuEditUserInformation")->trigger();
+    }
+    QMenu* menu = window_.findChild<QMenu*>("mnuWindow");
+    emit menu->aboutToShow();
+    ASSERT_EQ(menu->actions().size(), 2);
+    EXPECT_EQ(menu->actions()[0]->text(), "&1 Edit Company Information");
+    EXPECT_TRUE(menu->actions()[1]->isChecked());
+    menu->actions()[0]->trigger();
+    EXPECT_EQ(window_.findChild<QMdiArea*>()->activeSubWindow()->widget(), Form("frmEditCompany"));
+}
+
+TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
+    Open(MakeCompany(true));
+    Action("mnuEditCompanyInformation")->trigger();
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), "sitxCompany");
+    QTest::keyClicks(QApplication::focusWidget(), "Tamarind Gap");
+    for (int i = 0; i < 5; ++i) Press(Qt::Key_Return);
+    QTest::keyClicks(QApplication::focusWidget(), "Denver");
+    Press(Qt::Key_Down);
+    QTest::keyClicks(QApplication::focusWidget(), "co");
+    auto* state = In<QLineEdit>("frmEditCompany", "sidtFYEState");
+    state->clear();
+    state->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(state->text(), "");  // only a new company's year ends fill themselves
+    In<QCheckBox>("frmEditCompany", "chkRound")->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(In<QLabel>("frmEditCompany", "TextMessage")->text(), "Check this box if you want amounts rounded to the dollar");
+    Press(Qt::Key_Space);
+    Press(Qt::Key_Down);
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), "cmdSave");
+    Press(Qt::Key_Return);
+    const jet::Recordset& row = window_.Session().CompanyRecordset();
+    EXPECT_EQ(row.Get("Company").Text(), "Tamarind Gap");
+    EXPECT_EQ(row.Get("City").Text(), "Denver");
+    EXPECT_EQ(row.Get("State").Text(), "CO");
+    EXPECT_EQ(row.Get("FYEState").AsDate(), Date());
+    EXPECT_EQ(row.Get("FYEFederal").AsDate(), Date::FromYmd(2003, 12, 31));
+    EXPECT_TRUE(row.Get("Round").Boolean());
+    EXPECT_EQ(window_.windowTitle(), "Tallymar - Tamarind Gap");
+    EXPECT_TRUE(window_.findChild<QMdiArea*>()->subWindowList().isEmpty());
+}
+
+TEST_F(MainWindow, CancelledCompanyProfileWritesNothing) {
+    Open(MakeCompany(true));
+    Action("mnuEditCompanyInformation")->trigger();
+    QTest::keyClicks(QApplication::focusWidget(), "Another");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(window_.Session().CompanyName(), "New Company");
+    EXPECT_TRUE(window_.findChild<QMdiArea*>()->subWindowList().isEmpty());
+}
+
+TEST_F(MainWindow, UserProfileTurnsItsTabsByKeyboardAndSaves) {
+    Open(MakeCompany(false));
+    Action("mnuEditUserInformation")->trigger();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "sitxCompany");
+    EXPECT_EQ(In<QLabel>("frmEditUser", "TextMessage")->text(), "Enter your company name");
+    QTest::keyClicks(QApplication::focusWidget(), "Smith \"& Co\"");
+    for (int i = 0; i < 3; ++i) Press(Qt::Key_Down);
+    EXPECT_EQ(In<QLabel>("frmEditUser", "TextMessage")->text(), "Enter your 2 chararacter state code");
+    QTest::keyClicks(QApplication::focusWidget(), "oh");
+    Press(Qt::Key_Up);
+    EXPECT_EQ(In<QLineEdit>("frmEditUser", "sitxStateCode")->text(), "OH");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "sitxDataAsset");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "chkDateFind");
+    for (int i = 0; i < 3; ++i) Press(Qt::Key_Down);
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), "cboNewUsed");
+    QTest::keyClicks(QApplication::focusWidget(), "u");
+    In<QAbstractButton>("frmEditUser", "cmdSave")->click();
+    UserProfile saved;
+    saved.Load(folder_ / "Assets1.dat");
+    EXPECT_EQ(saved.At(UserProfile::kCompany), "Smith & Co");
+    EXPECT_EQ(saved.At(UserProfile::kStateCode), "OH");
+    EXPECT_EQ(saved.DefaultNewUsed, "Used");
+    EXPECT_EQ(saved.LastDataPath, (folder_ / "client.mdb").string());
+}
+
+TEST_F(MainWindow, ANewCompanysYearEndsFollowTheFederalOneOnTabbing) {
+    window_.Session().NewCompany(folder_ / "new.mdb");
+    ASSERT_TRUE(window_.Session().NewCompanyPending);
+    window_.show();
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    window_.Run(Command::EditCompanyInformation);
+    In<QLineEdit>("frmEditCompany", "sidtFYEFederal")->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(QApplication::focusWidget(), "6/30/04");
+    for (int i = 0; i < 4; ++i) Press(Qt::Key_Tab);
+    for (const char* name : {"sidtFYEFederal", "sidtFYEState", "sidtFYEBook", "sidtFYEAMT"}) {
+        EXPECT_EQ(In<QLineEdit>("frmEditCompany", name)->text(), "6/30/2004") << name;
+    }
+    Form("frmEditCompany")->Unload();
+    EXPECT_FALSE(window_.Session().NewCompanyPending);
+}
+
+TEST_F(MainWindow, ComputeCurrentShowsTheFourthQuarter) {
+    Open(MakeCompany(true));
+    Action("Calculate")->trigger();
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        EXPECT_TRUE(In<QCheckBox>("frmComputeOptions", qPrintable(QString("chkCompute(%1)").arg(book)))->isChecked());
+    }
+    auto* month = In<QLineEdit>("frmComputeOptions", "silgMonth");
+    month->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(In<QLabel>("frmComputeOptions", "TextMessage")->text(), "Applies to Book Column ONLY");
+    QTest::keyClicks(month, "6");
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        EXPECT_EQ(In<QCheckBox>("frmComputeOptions", qPrintable(QString("chkCompute(%1)").arg(book)))->isChecked(), book == 3);
+    }
+    QTest::keyClick(month, Qt::Key_Backspace);
+    In<QCheckBox>("frmComputeOptions", "chkCompute(1)")->setChecked(true);
+    In<QAbstractButton>("frmComputeOptions", "cmdOK")->click();
+    EXPECT_EQ(In<QLabel>("frmComputeOptions", "lblInService(1)")->text(), "1,000.00");
+    EXPECT_EQ(In<QLabel>("frmComputeOptions", "lbl4thQtr(1)")->text(), "1,000.00");
+    EXPECT_EQ(In<QLabel>("frmComputeOptions", "lblPercent(1)")->text(), "100.00");
+    EXPECT_EQ(In<QLabel>("frmComputeOptions", "lblInService(2)")->text(), "0.00");  // not chosen
+    AssetRecord record;
+    window_.Session().AssetsRecordset().MoveFirst();
+    window_.Session().ReadAssetRecord(record);
+    EXPECT_EQ(record.CurrDepr[1], Units(200));
+    EXPECT_EQ(record.CurrDepr[2], Units(0));
+}
+
+TEST_F(MainWindow, FirstQuestionStaysUntilACompanyIsOpen) {
+    int asked = 0;
+    frmInit form([](QWidget*) { return false; }, [&](QWidget*) { return ++asked == 2; });
+    QTimer::singleShot(0, &form, [&] {
+        QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+        EXPECT_TRUE(form.isVisible());
+        QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+    });
+    form.ShowModal();
+    EXPECT_EQ(asked, 2);
+    EXPECT_FALSE(form.Cancelled());
+
+    frmInit left([](QWidget*) { return true; }, [](QWidget*) { return true; });
+    QTimer::singleShot(0, &left, [&] { QTest::keyClick(left.focusWidget(), Qt::Key_Escape); });
+    left.ShowModal();
+    EXPECT_TRUE(left.Cancelled());
+}
+
+}  // namespace
+}  // namespace tallymar
