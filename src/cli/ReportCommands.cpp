@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/TerminalPrompts.h"
 #include "platform/page/Delivery.h"
 #include "platform/page/PageItems.h"
 #include "platform/runtime/DateText.h"
@@ -92,6 +93,20 @@ ReportOptions OptionsOf(const ReportFlags& flags, Date now) {
     return options;
 }
 
+// What the form would tell before it stays open ends the command, in one line.
+class RefusalAsFailure : public TerminalPrompts {
+ public:
+    explicit RefusalAsFailure(Prompts& prompts) : prompts_(prompts) {}
+
+    void Message(std::string_view text, std::string_view, MessageKind) override {
+        throw PlatformError(Failure::InvalidCall, std::string(text));
+    }
+    bool AskYesNo(std::string_view text, std::string_view title) override { return prompts_.AskYesNo(text, title); }
+
+ private:
+    Prompts& prompts_;
+};
+
 // Where nothing can be written the command ends before it has begun: a year is not closed on a report that nobody will see.
 void RequireWritable(const OutputFlags& output) {
     const FileReplacement out(DeliveryPath(output.Out));
@@ -110,7 +125,8 @@ void RunReport(const ReportFlags& flags, Context& context) {
     const Date now = flags.Now.empty() ? Now() : DateArgument(flags.Now, "--now");
     const ReportOptions options = OptionsOf(flags, now);
     CompanySession& session = context.Open(flags.File);
-    const std::optional<ReportFilter> filter = CheckReportOptions(session, options, context.Asking());
+    RefusalAsFailure refusals(context.Asking());
+    const std::optional<ReportFilter> filter = CheckReportOptions(session, options, refusals);
     if (!filter) throw PlatformError(Failure::InvalidCall, "No report was made");
     if (!options.Confirmed && !ConfirmPosting(context.Asking())) throw PlatformError(Failure::InvalidCall, "Nothing was posted");
 
