@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/TerminalPrompts.h"
 #include "platform/page/Delivery.h"
 #include "platform/page/PageItems.h"
 #include "platform/runtime/DateText.h"
@@ -92,6 +93,20 @@ ReportOptions OptionsOf(const ReportFlags& flags, Date now) {
     return options;
 }
 
+// What the form would tell before it stays open ends the command, in one line.
+class RefusalAsFailure : public TerminalPrompts {
+ public:
+    explicit RefusalAsFailure(Prompts& prompts) : prompts_(prompts) {}
+
+    void Message(std::string_view text, std::string_view, MessageKind) override {
+        throw PlatformError(Failure::InvalidCall, std::string(text));
+    }
+    bool AskYesNo(std::string_view text, std::string_view title) override { return prompts_.AskYesNo(text, title); }
+
+ private:
+    Prompts& prompts_;
+};
+
 // Where nothing can be written the command ends before it has begun: a year is not closed on a report that nobody will see.
 void RequireWritable(const OutputFlags& output) {
     const FileReplacement out(DeliveryPath(output.Out));
@@ -99,7 +114,8 @@ void RequireWritable(const OutputFlags& output) {
 }
 
 void Deliver(const PrintPreviewControl& pages, const DetailTable& details, const OutputFlags& output) {
-    const GuiForFiles gui;
+    std::optional<GuiForFiles> gui;
+    if (FormatOfFile(output.Out) == FileFormat::Pdf) gui.emplace();
     DeliverToFile(pages, details, output.Out);
     if (!output.Items.empty()) WritePageItems(pages, output.Items);
 }
@@ -109,7 +125,8 @@ void RunReport(const ReportFlags& flags, Context& context) {
     const Date now = flags.Now.empty() ? Now() : DateArgument(flags.Now, "--now");
     const ReportOptions options = OptionsOf(flags, now);
     CompanySession& session = context.Open(flags.File);
-    const std::optional<ReportFilter> filter = CheckReportOptions(session, options, context.Asking());
+    RefusalAsFailure refusals(context.Asking());
+    const std::optional<ReportFilter> filter = CheckReportOptions(session, options, refusals);
     if (!filter) throw PlatformError(Failure::InvalidCall, "No report was made");
     if (!options.Confirmed && !ConfirmPosting(context.Asking())) throw PlatformError(Failure::InvalidCall, "Nothing was posted");
 
@@ -133,6 +150,12 @@ void AddOutput(CLI::App& command, OutputFlags& output) {
     command.add_option("--items", output.Items, "Also write every text and line of the pages, one JSON object a line");
 }
 
+// On, off, or not given.
+void AddSwitch(CLI::App& command, const char* names, std::optional<bool>& value, const char* description) {
+    command.add_flag_function(
+        names, [&value](std::int64_t count) { value = count > 0; }, description);
+}
+
 void AddReportOptions(CLI::App& command, ReportFlags& flags) {
     AddOutput(command, flags.Output);
     command.add_option("--sequence", flags.Sequence,
@@ -149,9 +172,9 @@ void AddReportOptions(CLI::App& command, ReportFlags& flags) {
         ->check(CLI::IsMember({"sold", "casualty", "abandoned", "like-kind"}));
     command.add_flag("--double-space", flags.DoubleSpace, "A blank line behind each asset");
     command.add_flag("--second-line", flags.SecondLine, "Print the second description line");
-    command.add_flag("--investments,!--no-investments", flags.Investments, "Print stocks and collectibles, or leave them out");
-    command.add_flag("--include-179,!--no-include-179", flags.Include179,
-                     "Show Section 179 expense in the depreciation columns, or apart");
+    AddSwitch(command, "--investments,!--no-investments", flags.Investments, "Print stocks and collectibles, or leave them out");
+    AddSwitch(command, "--include-179,!--no-include-179", flags.Include179,
+              "Show Section 179 expense in the depreciation columns, or apart");
     command.add_flag("--group-and-year", flags.GroupAndYear, "Subtotal property groups by year too");
     command.add_option("--now", flags.Now, "Date and time that days owned are counted to; the clock's");
 }

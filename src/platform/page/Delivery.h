@@ -11,6 +11,12 @@ namespace tallymar {
 
 enum class OutputTarget { Preview = 1, File = 3, Printer = 5 };
 
+// A finished document: what was drawn, and the same rows as data. Tables without columns have no rows to give.
+struct PrintedDocument {
+    PrintPreviewControl Pages;
+    DetailTable Details;
+};
+
 enum class FileFormat { Pdf, Text, Csv, Workbook };
 
 // .pdf, .txt, .csv and .xlsx in any letter case; every other name, and one without an extension, is a PDF's.

@@ -139,9 +139,9 @@ class PageGrid {
         std::vector<std::string> layers;
         for (std::size_t i = begin; i < end; ++i) {
             Placed& placed = texts_[i];
-            const int neighbour = i + 1 < end ? texts_[i + 1].Column : placed.End;
-            if (placed.MayBeCut && neighbour > placed.Column && neighbour < placed.End) {
-                placed.Text.resize(static_cast<std::size_t>(neighbour - placed.Column));
+            const int neighbour = i + 1 < end ? texts_[i + 1].Column : placed.End + 1;
+            if (placed.MayBeCut && neighbour - 1 > placed.Column && neighbour <= placed.End) {
+                placed.Text.resize(static_cast<std::size_t>(neighbour - 1 - placed.Column));
             }
             PutInto(layers, placed);
         }

@@ -93,7 +93,10 @@ GuiForFiles::GuiForFiles() {
     if (QCoreApplication::instance() != nullptr) return;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     application_ = std::make_unique<Application>();
+    // What the toolkit has to say about the missing desktop is nothing to the user of a command line.
+    const QtMessageHandler earlier = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     application_->Qt = std::make_unique<QGuiApplication>(application_->Count, application_->Arguments.data());
+    qInstallMessageHandler(earlier);
 }
 
 GuiForFiles::~GuiForFiles() = default;

@@ -18,7 +18,7 @@ namespace tallymar {
 
 namespace {
 
-constexpr double kTwipsPerPixel = 15;  // of 1/96 inch
+constexpr double kTwipsPerDot = 4.8;  // of 1/300 inch
 
 struct Family {
     std::string_view PageName;
@@ -84,20 +84,20 @@ QRawFont FindFont(const FontMetrics& metrics, double pixelSize) {
 
 }  // namespace
 
-PagePainter::PagePainter(const PrintPreviewControl& pages, double scale) : pages_(pages), scale_(scale) {}
+PagePainter::PagePainter(const PrintPreviewControl& pages, double scale) : pages_(pages), scale_(scale) {
+    for (const PageFont& font : pages.Fonts()) faces_.push_back(MakeFace(font, scale));
+}
 
-const PagePainter::Face& PagePainter::FaceOf(const PageFont& font) const {
-    const std::pair<std::string, float> key(font.Name, font.Size);
-    if (const auto found = faces_.find(key); found != faces_.end()) return found->second;
+PagePainter::Face PagePainter::MakeFace(const PageFont& font, double scale) {
     const FontMetrics& metrics = FindFontMetrics(font.Name);
     Face face;
-    face.Font = FindFont(metrics, static_cast<double>(font.Size) * 20 * scale_);
+    face.Font = FindFont(metrics, static_cast<double>(font.Size) * 20 * scale);
     face.Glyphs = GlyphsOf(face.Font);
     for (std::size_t byte = 0; byte < face.Advances.size(); ++byte) {
-        face.Advances[byte] = ToTwips(metrics, metrics.Advances[byte], font.Size) * scale_;
+        face.Advances[byte] = ToTwips(metrics, metrics.Advances[byte], font.Size) * scale;
     }
-    face.Ascent = ToTwips(metrics, metrics.Ascent, font.Size) * scale_;
-    return faces_.emplace(key, face).first->second;
+    face.Ascent = ToTwips(metrics, metrics.Ascent, font.Size) * scale;
+    return face;
 }
 
 void PagePainter::Paint(QPainter& painter, int page, QPointF origin) const {
@@ -112,7 +112,7 @@ void PagePainter::Paint(QPainter& painter, int page, QPointF origin) const {
 }
 
 void PagePainter::PaintText(QPainter& painter, const PageItem& item, QPointF origin) const {
-    const Face& face = FaceOf(pages_.Font(item));
+    const Face& face = faces_.at(item.Font);
     const std::string_view text = pages_.Text(item);
     QVarLengthArray<quint32, 64> glyphs(static_cast<qsizetype>(text.size()));
     QVarLengthArray<QPointF, 64> positions(static_cast<qsizetype>(text.size()));
@@ -131,7 +131,7 @@ void PagePainter::PaintText(QPainter& painter, const PageItem& item, QPointF ori
 
 // A filled bar and no pen: a pen's caps would lengthen the line.
 void PagePainter::PaintLine(QPainter& painter, const PageItem& item, QPointF origin) const {
-    const double thickness = item.LineWidth * kTwipsPerPixel * scale_;
+    const double thickness = item.LineWidth * kTwipsPerDot * scale_;
     const QPointF from = origin + QPointF(item.X, item.Y) * scale_;
     const QPointF to = origin + QPointF(item.X2, item.Y2) * scale_;
     if (item.Y == item.Y2) {

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <array>
-#include <map>
-#include <string>
 #include <vector>
 
 #include <QPointF>
@@ -21,7 +19,8 @@ namespace tallymar {
 // should, fails with Failure::DeviceError and a text that names the package to install: a report is never drawn in a wrong font.
 class PagePainter {
  public:
-    // scale: device units to the twip, 1440 dots per inch being 1.
+    // scale: device units to the twip, 1440 dots per inch being 1. Finds all the document's fonts at once, so that a missing one
+    // is told before anything is drawn; the document gets no more fonts while it is painted.
     PagePainter(const PrintPreviewControl& pages, double scale);
 
     // origin: where the upper left corner of the paper lies, in device units.
@@ -37,13 +36,13 @@ class PagePainter {
         double Ascent;
     };
 
-    const Face& FaceOf(const PageFont& font) const;
+    static Face MakeFace(const PageFont& font, double scale);
     void PaintText(QPainter& painter, const PageItem& item, QPointF origin) const;
     void PaintLine(QPainter& painter, const PageItem& item, QPointF origin) const;
 
     const PrintPreviewControl& pages_;
     double scale_;
-    mutable std::map<std::pair<std::string, float>, Face> faces_;
+    std::vector<Face> faces_;  // as the document's fonts
 };
 
 }  // namespace tallymar

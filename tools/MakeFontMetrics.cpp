@@ -1,6 +1,6 @@
 // Writes src/platform/page/FontMetricsTable.inc from the fonts that carry Arial's and Courier New's metrics. Run by hand when the
 // fonts change, which they have not done since 2007:
-//   font_metrics FOLDER > src/platform/page/FontMetricsTable.inc
+//   make_font_metrics FOLDER > src/platform/page/FontMetricsTable.inc
 // where FOLDER holds LiberationSans-Regular.ttf, LiberationSans-Bold.ttf and LiberationMono-Regular.ttf.
 
 #include <cstdio>
@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <string>
 
-#include "font_metrics/TrueTypeFile.h"
+#include "TrueTypeFile.h"
 #include "platform/page/FontMetrics.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -35,13 +35,14 @@ void Write(const char* name, const tallymar::tools::TrueTypeFile& font) {
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fprintf(stderr, "font_metrics FOLDER\n");
+        std::fprintf(stderr, "make_font_metrics FOLDER\n");
         return 2;
     }
     try {
         const std::filesystem::path folder = argv[1];
         std::printf(
-            "// Written by tools/font_metrics from Liberation Sans and Mono: ascent, descent and the advance widths by byte.\n");
+            "// Written by tools/MakeFontMetrics from Liberation Sans and Mono: ascent, descent and the advance widths by "
+            "byte.\n");
         Write("Arial", tallymar::tools::TrueTypeFile(folder / "LiberationSans-Regular.ttf"));
         Write("Arial Bold", tallymar::tools::TrueTypeFile(folder / "LiberationSans-Bold.ttf"));
         Write("Courier New", tallymar::tools::TrueTypeFile(folder / "LiberationMono-Regular.ttf"));

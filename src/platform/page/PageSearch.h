@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "platform/page/PrintPreviewControl.h"
+
+namespace tallymar {
+
+// A place where a searched text stands, in twips.
+struct PageHit {
+    int Page;
+    int X;
+    int Y;
+    int X2;
+    int Y2;
+};
+
+// Every place in the document, page by page in drawing order, letter case apart. A hit lies within one drawn text; an empty
+// search finds nothing.
+std::vector<PageHit> SearchPages(const PrintPreviewControl& pages, std::string_view text);
+
+}  // namespace tallymar
