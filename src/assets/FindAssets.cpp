@@ -148,10 +148,6 @@ FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
     const auto count = static_cast<std::size_t>(assets_.RecordCount());
     rows_.reserve(count);
     order_.reserve(count);
-    // At once, not when the last row is in: the asset form may be at work again by then.
-    jet::Recordset& shared = session.AssetsRecordset();
-    shared.MoveLast();
-    if (!shared.Eof()) shared.MoveNext();
 }
 
 bool FindAssets::FillMore(std::int64_t rows) {

@@ -46,7 +46,6 @@ struct FindColumns {
 // by (about 60 bytes a row). What others change or delete afterwards shows in the next window.
 class FindAssets {
  public:
-    // The company's recordset stands behind its last row afterwards, as after a pass of its own.
     FindAssets(CompanySession& session, bool byDate, bool byGLNumber);
 
     const FindColumns& Columns() const { return columns_; }

@@ -118,8 +118,8 @@ frmDeprBuild::frmDeprBuild(const DeprBuildGrid& grid, const std::string& assetNu
     MSFlexGrid1_->resizeColumnsToContents();
     const int rows = qBound(4, grid.RowCount() - DeprBuildGrid::kFixedRows, kMostRowsShown);
     const int rowHeight = MSFlexGrid1_->verticalHeader()->defaultSectionSize();
-    MSFlexGrid1_->setMinimumHeight(MSFlexGrid1_->horizontalHeader()->sizeHint().height() + rows * rowHeight + 4);
     const int scrollBar = MSFlexGrid1_->verticalScrollBar()->sizeHint().width();
+    MSFlexGrid1_->setMinimumHeight(MSFlexGrid1_->horizontalHeader()->sizeHint().height() + rows * rowHeight + scrollBar + 4);
     const int wanted = MSFlexGrid1_->horizontalHeader()->length() + scrollBar + 4;
     MSFlexGrid1_->setMinimumWidth(qMin(wanted, QApplication::primaryScreen()->availableGeometry().width() - 60));
 
