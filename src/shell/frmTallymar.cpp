@@ -17,6 +17,8 @@
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/Icons.h"
 #include "platform/controls/ScreenText.h"
+#include "reports/frmLabelOptions.h"
+#include "reports/frmReportOptions.h"
 #include "shell/frmAbout.h"
 #include "shell/frmEditCompany.h"
 #include "shell/frmEditUser.h"
@@ -91,6 +93,21 @@ void Tallymar::MakeRoutes() {
                  return form;
              });
          }},
+        {Command::ActivitiesCloseYear,
+         [this](int) {
+             // No buffer of the asset form may write a posted record back.
+             UnloadEditForm();
+             frmReportOptions form(session_, engine_, this);
+             form.ReadyToCloseYear();
+             form.ShowModal();
+         }},
+        {Command::ReportsRun,
+         [this](int report) {
+             frmReportOptions form(session_, engine_, this);
+             form.SetWhichReport(report);
+             form.ShowModal();
+         }},
+        {Command::ReportsLabels, [this](int) { frmLabelOptions(session_, this).ShowModal(); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
     };
 }
