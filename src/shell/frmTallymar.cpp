@@ -93,16 +93,13 @@ void Tallymar::MakeRoutes() {
                  return form;
              });
          }},
-        {Command::ActivitiesCloseYear,
-         [this](int) {
-             // No buffer of the asset form may write a posted record back.
-             UnloadEditForm();
-             frmReportOptions form(session_, engine_, this);
-             form.ReadyToCloseYear();
-             form.ShowModal();
-         }},
+        {Command::ActivitiesCloseYear, [this](int) { RunPostReport([](frmReportOptions& form) { form.ReadyToCloseYear(); }); }},
         {Command::ReportsRun,
          [this](int report) {
+             if (report == kPostReport) {
+                 RunPostReport([](frmReportOptions& form) { form.SetWhichReport(kPostReport); });
+                 return;
+             }
              frmReportOptions form(session_, engine_, this);
              form.SetWhichReport(report);
              form.ShowModal();
@@ -110,6 +107,15 @@ void Tallymar::MakeRoutes() {
         {Command::ReportsLabels, [this](int) { frmLabelOptions(session_, this).ShowModal(); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
     };
+}
+
+// What posts must not find the asset form open: its buffer could write a posted record back.
+void Tallymar::RunPostReport(const std::function<void(frmReportOptions&)>& prepare) {
+    const bool wasOpen = UnloadEditForm();
+    frmReportOptions form(session_, engine_, this);
+    prepare(form);
+    form.ShowModal();
+    if (wasOpen) ReopenEditForm();
 }
 
 void Tallymar::Run(Command command, int index) {
