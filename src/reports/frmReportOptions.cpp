@@ -56,13 +56,13 @@ frmReportOptions::frmReportOptions(CompanySession& session, ADepre& engine, QWid
 
     optlBook_ = new CSOptList("optlBook", tr("Book"), BookItems(), this);
     optlSequence_ = new CSOptList("optlSequence", tr("Sequence"), SequenceItems(), this);
-    optlOutput_ = new CSOptList("optlOutput", tr("Output To"), {tr("Preview"), tr("Printer"), tr("File")}, this);
-    chklPrintPY_ =
-        new CSChkList("chklPrintPY", tr("Print Prior Year"), {tr("Sold"), tr("Casualty"), tr("Abandoned"), tr("Like-Kind")}, this);
+    chklPrintPY_ = new CSChkList("chklPrintPY", tr("Print Prior Year"),
+                                 {tr("Sold"), tr("Casualty"), tr("Abandoned"), tr("Like-Kind")}, this);
     chklMiscellaneous_ = new CSChkList("chklMiscellaneous", tr("Miscellaneous Options"),
                                        {tr("Double Space Report"), tr("Print 2nd Description Line"), tr("Update Database"),
                                         tr("Print Investments"), tr("Include 179 Expense")},
                                        this);
+    optlOutput_ = new CSOptList("optlOutput", tr("Output To"), {tr("Preview"), tr("Printer"), tr("File")}, this);
     optlBook_->SetHints(tr("The book to report"));
     optlSequence_->SetHints(tr("The order of the assets and the groups that are subtotalled"));
     optlOutput_->SetHints(tr("Where the report goes"));
@@ -72,11 +72,11 @@ frmReportOptions::frmReportOptions(CompanySession& session, ADepre& engine, QWid
     grid->setSpacing(12);
     grid->addWidget(optlBook_, 0, 0);
     grid->addWidget(optlSequence_, 0, 1);
-    grid->addWidget(MakeReportDate(), 0, 2);
     grid->addWidget(chklPrintPY_, 1, 0);
     grid->addWidget(chklMiscellaneous_, 1, 1);
-    grid->addWidget(MakeFilter(), 1, 2, 2, 1);
     grid->addWidget(optlOutput_, 2, 0);
+    grid->addWidget(MakeReportDate(), 2, 1);
+    grid->addWidget(MakeFilter(), 0, 2, 3, 1);
 
     progressBar_ = Named(new QProgressBar(this), "ProgressBar1");
     progressBar_->setAccessibleName(tr("Progress"));
@@ -232,7 +232,9 @@ void frmReportOptions::Run(const ReportFilter& filter) {
         if (!PrintReport(run).Printed) return;
     } catch (...) {
         // Another press of the button would post again what has been posted already.
-        if (posts) QMetaObject::invokeMethod(this, [this] { Unload(); }, Qt::QueuedConnection);
+        if (posts)
+            QMetaObject::invokeMethod(
+                this, [this] { Unload(); }, Qt::QueuedConnection);
         throw;
     }
     hide();
