@@ -115,7 +115,7 @@ std::optional<int> FindColumns::Find(std::string_view heading) const {
 }
 
 FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
-    : session_(session), columns_(FindColumns::For(byDate, byGLNumber)), assets_(session.Database().OpenRecordset("Assets")) {
+    : columns_(FindColumns::For(byDate, byGLNumber)), assets_(session.Database().OpenRecordset("Assets")) {
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         ordinals_[column] = assets_.Ordinal(DefOf(columns_.Columns[column]).Column);
     }
@@ -124,6 +124,10 @@ FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
     const auto count = static_cast<std::size_t>(assets_.RecordCount());
     rows_.reserve(count);
     order_.reserve(count);
+    // At once, not when the last row is in: the asset form may be at work again by then.
+    jet::Recordset& shared = session.AssetsRecordset();
+    shared.MoveLast();
+    if (!shared.Eof()) shared.MoveNext();
 }
 
 bool FindAssets::FillMore(std::int64_t rows) {
@@ -131,9 +135,6 @@ bool FindAssets::FillMore(std::int64_t rows) {
     for (; rows > 0 && !assets_.Eof(); --rows, assets_.MoveNext()) Append();
     if (!assets_.Eof()) return true;
     filled_ = true;
-    jet::Recordset& shared = session_.AssetsRecordset();
-    shared.MoveLast();
-    if (!shared.Eof()) shared.MoveNext();
     return false;
 }
 

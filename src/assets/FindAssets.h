@@ -36,12 +36,12 @@ struct FindColumns {
 // by (about 60 bytes a row). What others change or delete afterwards shows in the next window.
 class FindAssets {
  public:
+    // The company's recordset stands behind its last row afterwards, as after a pass of its own.
     FindAssets(CompanySession& session, bool byDate, bool byGLNumber);
 
     const FindColumns& Columns() const { return columns_; }
 
-    // Reads that many rows more. False when all are in: the company's recordset then stands behind its last row, as after a pass
-    // of its own.
+    // Reads that many rows more. False when all are in.
     bool FillMore(std::int64_t rows);
     void FillAll();
     bool IsFilled() const { return filled_; }
@@ -72,7 +72,6 @@ class FindAssets {
     void Append();
     std::string_view Text(std::uint32_t row, int column) const;
 
-    CompanySession& session_;
     FindColumns columns_;
     jet::Recordset assets_;
     std::array<int, FindColumns::kCount> ordinals_;

@@ -11,6 +11,10 @@
 #include <QTimer>
 #include <QToolBar>
 
+#include "assets/CopyAsset.h"
+#include "assets/frmCopyAsset.h"
+#include "assets/frmEditAsset.h"
+#include "assets/frmFindAsset.h"
 #include "batch/frmComputeOptions.h"
 #include "platform/controls/CSForm.h"
 #include "platform/controls/EventGuard.h"
@@ -32,6 +36,7 @@ constexpr std::string_view kProduct = "Tallymar";
 constexpr QSize kFirstSize(1120, 760);
 
 const QString kEditFormName = QStringLiteral("frmEditAsset");
+const QString kFindFormName = QStringLiteral("frmFindAsset");
 
 QString ControlName(const MenuItem& item) {
     const QString name = ToQString(item.Name);
@@ -72,6 +77,14 @@ void Tallymar::MakeRoutes() {
         {Command::FileOpen, [this](int) { FileOpen(this); }},
         {Command::FileClose, [this](int) { session_.FileClose(); }},
         {Command::FileExit, [this](int) { close(); }},
+        {Command::EditAsset, [this](int) { EditAsset(); }},
+        {Command::EditFind, [this](int) { FindAsset(); }},
+        {Command::FindAssets, [this](int) { FindAsset(); }},
+        {Command::CopyAsset,
+         [this](int) {
+             editState_.CopySourceAssetNum = CopySource(session_, editState_.CurrentAssetNum);
+             CopyAsset(this);
+         }},
         {Command::EditCompanyInformation,
          [this](int) {
              ShowOrMake(QStringLiteral("frmEditCompany"), [this] {
@@ -235,6 +248,33 @@ bool Tallymar::FileOpen(QWidget* over) {
     return true;
 }
 
+void Tallymar::EditAsset() {
+    ShowOrMake(kEditFormName, [this] {
+        auto* form = new frmEditAsset(session_, editState_, engine_);
+        connect(form, &frmEditAsset::FindWanted, this, [this] { Run(Command::EditFind); });
+        connect(form, &frmEditAsset::CopyWanted, this, Guarded([this, form] { CopyAsset(form); }));
+        connect(form, &frmEditAsset::FindEnabled, this, &Tallymar::SetFindEnabled);
+        return form;
+    });
+}
+
+void Tallymar::FindAsset() {
+    const class_Hourglass wait;
+    // A list that was filled earlier shows what has been changed since as it was.
+    if (CSForm* earlier = Child(kFindFormName)) CloseFrame(qobject_cast<QMdiSubWindow*>(earlier->parentWidget()));
+    auto* form = new frmFindAsset(session_, editState_);
+    connect(form, &frmFindAsset::EditWanted, this, Guarded([this] {
+                Run(Command::EditAsset);
+                if (auto* edit = qobject_cast<frmEditAsset*>(Child(kEditFormName))) edit->LoadEdit();
+            }));
+    ShowChild(form);
+}
+
+void Tallymar::CopyAsset(QWidget* over) {
+    // Over everything else: what is copied is the asset where the recordset stands, and it must not move meanwhile.
+    frmCopyAsset(session_, editState_, nullptr, over).ShowModal();
+}
+
 CSForm* Tallymar::Child(const QString& name) const {
     for (const QMdiSubWindow* window : area_->subWindowList()) {
         auto* form = qobject_cast<CSForm*>(window->widget());
@@ -284,18 +324,21 @@ void Tallymar::OpenEnable() {
     ApplyEnabled({true, session_.AssetCount()});
 }
 
+void Tallymar::CloseFrame(QMdiSubWindow* window) {
+    window->close();
+    // A frame that closes stays in the list until the next event; nothing may take it for open meanwhile.
+    area_->removeSubWindow(window);
+    window->deleteLater();
+}
+
 void Tallymar::CompanyClosing() {
     closing_ = true;
-    for (QMdiSubWindow* window : area_->subWindowList()) {
-        window->close();
-        // A frame that closes stays in the list until the next event; nothing may take it for open meanwhile.
-        area_->removeSubWindow(window);
-        window->deleteLater();
-    }
+    for (QMdiSubWindow* window : area_->subWindowList()) CloseFrame(window);
     closing_ = false;
 }
 
 void Tallymar::CompanyClosed() {
+    editState_ = {};  // another company's assets have other numbers
     ApplyEnabled({});
     setWindowTitle(ToQString(kProduct));
 }

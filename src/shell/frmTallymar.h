@@ -7,6 +7,7 @@
 
 #include <QMainWindow>
 
+#include "assets/AssetEditState.h"
 #include "engine/ADepre.h"
 #include "platform/controls/QtPrompts.h"
 #include "shell/MenuTable.h"
@@ -14,6 +15,7 @@
 
 class QAction;
 class QMdiArea;
+class QMdiSubWindow;
 class QMenu;
 
 namespace tallymar {
@@ -70,8 +72,13 @@ class Tallymar : public QMainWindow, private SessionObserver {
     bool FileNew(QWidget* over);
     bool FileOpen(QWidget* over);
 
+    void EditAsset();
+    void FindAsset();
+    void CopyAsset(QWidget* over);
+
     CSForm* Child(const QString& name) const;
     void ShowChild(CSForm* form);
+    void CloseFrame(QMdiSubWindow* window);
     void Activate(CSForm* form);
     // Brings the window of that name to the front, or makes it.
     void ShowOrMake(const QString& name, const std::function<CSForm*()>& make);
@@ -83,6 +90,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
     UserProfile profile_;
     CompanySession session_;
     ADepre engine_;
+    AssetEditState editState_;
     QtPrompts prompts_;
     std::map<Command, Route> routes_;
 

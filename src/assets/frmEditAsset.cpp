@@ -1,0 +1,404 @@
+#include "assets/frmEditAsset.h"
+
+#include <algorithm>
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "assets/AssetPicture.h"
+#include "assets/frmBookPage.h"
+#include "assets/frmDeprBuild.h"
+#include "assets/frmPicture.h"
+#include "platform/controls/CSCmdBtn.h"
+#include "platform/controls/EntryEdit.h"
+#include "platform/controls/EventGuard.h"
+#include "platform/controls/FieldRows.h"
+#include "platform/controls/Hourglass.h"
+#include "platform/controls/ScreenText.h"
+
+namespace tallymar {
+
+namespace {
+
+using enum AssetField;
+
+// The two columns of the first tab, from the top down: also the order of Enter and Tab.
+constexpr AssetField kLeftColumn[] = {AssetNum,  NewUsed,     AssetType,  ClassLife, Description, Descrip2,
+                                      SerialNum, CodeSection, AccountNum, Division,  Department};
+constexpr AssetField kRightColumn[] = {BusinessUse, InService, Purchased,  FairMktValue,
+                                       PictureName, TaxGroup,  AssocAsset, PropertyTax};
+constexpr AssetField kSaleFields[] = {DateSold, SoldAmount, SoldExpense, GainLoss, Sold, Abandoned, Casualty, LikeKind, Notice4};
+
+// A triangle, with a bar before its point for the ends of the company, in the desktop's text colour.
+class ArrowButton : public QToolButton {
+ public:
+    ArrowButton(bool right, bool toEnd, QWidget* parent) : QToolButton(parent), right_(right), toEnd_(toEnd) {
+        setFocusPolicy(Qt::NoFocus);
+        setAutoRaise(true);
+    }
+    QSize sizeHint() const override {
+        const int side = fontMetrics().height() * 7 / 4;
+        return {side + side / 4, side};
+    }
+
+ protected:
+    void paintEvent(QPaintEvent* event) override {
+        QToolButton::paintEvent(event);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(rect().center());
+        if (!right_) painter.scale(-1, 1);
+        const double half = height() / 4.5;
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(palette().brush(isEnabled() ? QPalette::Normal : QPalette::Disabled, QPalette::ButtonText));
+        painter.drawPolygon(QPolygonF({{-half, -half}, {half, 0}, {-half, half}}));
+        if (toEnd_) painter.drawRect(QRectF(half, -half, half / 2.5, 2 * half));
+    }
+
+ private:
+    bool right_;
+    bool toEnd_;
+};
+
+}  // namespace
+
+frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepre& engine, Prompts* prompts, QWidget* parent)
+    : CSForm("frmEditAsset", tr("Edit Asset Information"), parent),
+      company_(company),
+      state_(state),
+      engine_(engine),
+      ownPrompts_(this),
+      prompts_(prompts ? *prompts : ownPrompts_),
+      edit_(company, state, prompts_) {
+    SSTab1_ = Named(new QTabWidget(this), "SSTab1");
+    SSTab1_->setUsesScrollButtons(false);
+    SSTab1_->tabBar()->setFocusPolicy(Qt::ClickFocus);
+    SSTab1_->tabBar()->setAccessibleName(tr("Parts of the asset"));
+    SSTab1_->addTab(MakeGeneralPage(), {});
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        auto* page = new frmBookPage(book, controls_, SSTab1_);
+        mirrors_.push_back(page->Mirrors());
+        SSTab1_->addTab(page, {});
+    }
+    SSTab1_->addTab(MakeSalePage(), {});
+    for (int tab = 0; tab < kTabCount; ++tab) SSTab1_->setTabText(tab, ToQString(kTabCaptions[tab]));
+
+    for (const AssetControls::Control& control : controls_.All()) {
+        if (!control.Field->ReadOnly) focusOrder_.push_back(control.Widget);
+        if (control.Field->Id == PictureName) focusOrder_.push_back(cmdView_);
+    }
+
+    auto* head = new QHBoxLayout;
+    head->addWidget(MakeArrows());
+    head->addStretch(1);
+    auto* foot = new QHBoxLayout;
+    foot->addWidget(MakeHintLine("FieldHint"), 1);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(12, 8, 12, 10);
+    all->addLayout(head);
+    all->addWidget(SSTab1_, 1);
+    all->addWidget(MakeCommands());
+    all->addLayout(foot);
+
+    controls_.OnChanged = [this](const AssetControls::Control& control) {
+        edit_.Changed(control.Field->Id, control.Book);
+        ShowAll();
+        if (control.Field->HintOnChange) ShowMessage(ToQString(edit_.FieldHint));
+    };
+    controls_.OnLeft = [this](const AssetControls::Control& control) {
+        if (!company_.IsOpen() || !edit_.HasRow()) return;
+        edit_.Left(control.Field->Id);
+        ShowAll();
+        ShowTab(edit_.Tab);
+    };
+    edit_.OnFindEnable = [this](bool enabled) { emit FindEnabled(enabled); };
+    connect(SSTab1_, &QTabWidget::currentChanged, this, Guarded([this](int tab) { OnTabChanged(tab); }));
+    edit_.Open();
+    ShowAll();
+    ShowCaption();
+}
+
+QWidget* frmEditAsset::MakeGeneralPage() {
+    auto* page = new QWidget(SSTab1_);
+    auto* grid = new QGridLayout;
+    FieldRows rows(grid);
+    const auto add = [&](AssetField id) {
+        const AssetFieldDef& field = FieldDef(id);
+        QWidget* widget = controls_.Make(id, 0, page);
+        if (id == PictureName) {
+            cmdView_ = Named(new CSCmdBtn({}, page), "cmdView");
+            connect(cmdView_, &QPushButton::clicked, this, Guarded([this] { ViewPicture(); }));
+            rows.Add(ToQString(field.Label), {widget, cmdView_});
+        } else if (field.Kind == FieldKind::Check) {
+            rows.AddWide(widget);
+        } else {
+            rows.Add(ToQString(field.Label), widget);
+        }
+    };
+    for (const AssetField id : kLeftColumn) add(id);
+    rows.NextColumn();
+    for (const AssetField id : kRightColumn) add(id);
+
+    MsgLabel_ = Named(new QLabel(ToQString(kInitialStatusText), page), "MsgLabel");
+    MsgLabel_->setAccessibleName(tr("Status of the asset"));
+    QFont bold = MsgLabel_->font();
+    bold.setBold(true);
+    MsgLabel_->setFont(bold);
+    rows.AddWide(MsgLabel_);
+
+    auto* all = new QVBoxLayout(page);
+    auto* line = new QHBoxLayout;
+    line->addLayout(grid);
+    line->addStretch(1);
+    all->addLayout(line);
+    all->addStretch(1);
+    return page;
+}
+
+QWidget* frmEditAsset::MakeSalePage() {
+    auto* page = new QWidget(SSTab1_);
+    auto* mirrors = new AssetMirrors(kSaleTab, page);
+    mirrors_.push_back(mirrors);
+    auto* grid = new QGridLayout;
+    FieldRows rows(grid);
+    bool second = false;
+    for (const AssetField id : kSaleFields) {
+        const AssetFieldDef& field = FieldDef(id);
+        QWidget* widget = controls_.Make(id, 0, page);
+        if (field.Kind != FieldKind::Check) {
+            rows.Add(ToQString(field.Label), widget);
+            continue;
+        }
+        if (!second) rows.NextColumn();
+        second = true;
+        rows.AddWide(widget);
+    }
+    auto* line = new QHBoxLayout;
+    line->addLayout(grid);
+    line->addStretch(1);
+    auto* all = new QVBoxLayout(page);
+    all->addWidget(mirrors);
+    all->addSpacing(8);
+    all->addLayout(line);
+    all->addStretch(1);
+    return page;
+}
+
+QToolButton* frmEditAsset::MakeArrow(const AssetCommandDef& command, bool right, bool toEnd, void (AssetEditSession::*step)()) {
+    QToolButton* arrow = Named(new ArrowButton(right, toEnd, this), command.Control.data());
+    arrow->setToolTip(ToQString(command.Tip));
+    arrow->setAccessibleName(ToQString(command.Tip));
+    connect(arrow, &QToolButton::clicked, this, Guarded([this, step] { Move(step); }));
+    return arrow;
+}
+
+QWidget* frmEditAsset::MakeArrows() {
+    auto* bar = new QWidget(this);
+    auto* line = new QHBoxLayout(bar);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(2);
+    line->addWidget(MakeArrow(kImgFirst, false, true, &AssetEditSession::First));
+    line->addWidget(MakeArrow(kImgPrevious, false, false, &AssetEditSession::Previous));
+    line->addWidget(MakeArrow(kImgNext, true, false, &AssetEditSession::Next));
+    line->addWidget(MakeArrow(kImgLast, true, true, &AssetEditSession::Last));
+    return bar;
+}
+
+QPushButton* frmEditAsset::MakeCommand(const AssetCommandDef& command, const std::function<void()>& action) {
+    auto* button = Named(new CSCmdBtn(ToQString(command.Caption), this), command.Control.data());
+    button->setToolTip(ToQString(command.Tip));
+    connect(button, &QPushButton::clicked, this, Guarded(action));
+    focusOrder_.push_back(button);
+    return button;
+}
+
+QWidget* frmEditAsset::MakeCommands() {
+    auto* bar = new QWidget(this);
+    auto* line = new QHBoxLayout(bar);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(MakeCommand(kCmdNew, [this] {
+        edit_.New();
+        ShowAll();
+        ShowCaption();
+        FocusField(AssetNum);
+    }));
+    line->addWidget(MakeCommand(kCmdBuild, [this] { Build(); }));
+    line->addWidget(MakeCommand(kCmdDelete, [this] { Delete(); }));
+    line->addWidget(MakeCommand(kCmdCopy, [this] {
+        edit_.CopyAsset();
+        emit CopyWanted();
+        ShowCaption();
+    }));
+    line->addWidget(MakeCommand(kCmdFind, [this] { emit FindWanted(); }));
+    line->addStretch(1);
+    line->addWidget(MakeCommand(kCmdClose, [this] {
+        edit_.Close();
+        Unload();
+    }));
+    return bar;
+}
+
+void frmEditAsset::showEvent(QShowEvent* event) {
+    if (!opened_) {
+        opened_ = true;
+        FocusField(AssetNum);
+    }
+    CSForm::showEvent(event);
+}
+
+void frmEditAsset::LoadEdit() {
+    edit_.LoadEdit();
+    ShowAll();
+    if (!controls_.Of(focusWidget()))
+        FocusField(shownTab_ == kGeneralTab ? AssetNum : shownTab_ == kSaleTab ? DateSold : DeprType);
+}
+
+void frmEditAsset::ShowAll() {
+    controls_.ShowValues(edit_.Values);
+    for (AssetMirrors* mirrors : mirrors_) mirrors->Show(edit_.Mirrors);
+    MsgLabel_->setText(ToQString(edit_.MsgLabel));
+    ShowPictureCommand();
+}
+
+void frmEditAsset::ShowCaption() {
+    setWindowTitle(ToQString(edit_.Caption()));
+}
+
+void frmEditAsset::ShowPictureCommand() {
+    const PictureCommand command = PictureCommandFor(edit_.Values.PictureName);
+    cmdView_->setText(ToQString(command.Caption));
+    cmdView_->setToolTip(ToQString(command.Tip));
+}
+
+void frmEditAsset::ShowTab(int tab) {
+    if (SSTab1_->currentIndex() != tab) SSTab1_->setCurrentIndex(tab);
+}
+
+void frmEditAsset::OnTabChanged(int tab) {
+    if (tab == shownTab_) return;
+    shownTab_ = tab;
+    const std::optional<AssetField> focus = edit_.TabChanged(tab);
+    ShowAll();
+    if (focus) FocusField(*focus);
+}
+
+void frmEditAsset::FocusField(AssetField field) {
+    const bool ofBook = FieldDef(field).Place == FieldPlace::Book;
+    if (QWidget* widget = controls_.Find(field, ofBook ? shownTab_ : 0)) widget->setFocus(Qt::TabFocusReason);
+}
+
+void frmEditAsset::OnFieldFocus(QWidget* field) {
+    if (field == SSTab1_->tabBar()) {
+        ShowPictureCommand();
+        return;
+    }
+    const AssetControls::Control* control = controls_.Of(field);
+    if (!control) return;
+    edit_.Focused(control->Field->Id, control->Book);
+    ShowAll();
+    ShowTab(edit_.Tab);
+}
+
+bool frmEditAsset::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return CSForm::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    // The Tab that Enter sends comes through here while Enter is still under way.
+    if (key == Qt::Key_Tab || key == Qt::Key_Backtab) return CSForm::eventFilter(watched, event);
+    enterMoves_ = true;
+    const bool taken = CSForm::eventFilter(watched, event);
+    enterMoves_ = false;
+    return taken;
+}
+
+// Enter and Tab go through the fields of all tabs, one after the other: a tab that is not shown is brought up when its turn
+// comes. Tab alone goes to the commands as well. Enter would press them, and nobody who keys in figures wants to meet New or
+// Delete so.
+bool frmEditAsset::focusNextPrevChild(bool next) {
+    const auto count = static_cast<int>(focusOrder_.size());
+    const auto isStop = [this](const QWidget* widget) { return !enterMoves_ || controls_.Of(widget); };
+    const auto isOnShownTab = [this](const QWidget* widget) {
+        const AssetControls::Control* control = controls_.Of(widget);
+        return control && control->Tab() == shownTab_;
+    };
+    auto place = std::find(focusOrder_.begin(), focusOrder_.end(), focusWidget()) - focusOrder_.begin();
+    if (place == count) {
+        // From the row of tabs or a read-only field: the shown tab's first field.
+        place = std::find_if(focusOrder_.begin(), focusOrder_.end(), isOnShownTab) - focusOrder_.begin() - (next ? 1 : 0);
+    }
+    const int step = next ? 1 : count - 1;
+    do {
+        place = (place + step) % count;
+    } while (!isStop(focusOrder_[static_cast<std::size_t>(place)]));
+    QWidget* target = focusOrder_[static_cast<std::size_t>(place)];
+    const AssetControls::Control* control = controls_.Of(target);
+    const int tab = target == cmdView_ ? kGeneralTab : control ? control->Tab() : shownTab_;
+    if (tab != shownTab_) {
+        edit_.TabFocusArmed = false;  // the field that follows gets the focus, not the tab's first
+        ShowTab(tab);
+    }
+    target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+void frmEditAsset::Move(void (AssetEditSession::*step)()) {
+    {
+        const class_Hourglass wait;
+        (edit_.*step)();
+    }
+    ShowAll();
+    ShowMessage(ToQString(edit_.FieldHint));
+    if (auto* entry = qobject_cast<EntryEdit*>(focusWidget())) entry->selectAll();
+}
+
+bool frmEditAsset::OnPage(Page page) {
+    Guarded([this, page] { Move(page == Page::Next ? &AssetEditSession::Next : &AssetEditSession::Previous); })();
+    return true;
+}
+
+void frmEditAsset::Delete() {
+    if (edit_.Delete()) {
+        Unload();
+        return;
+    }
+    ShowAll();
+    ShowCaption();
+}
+
+void frmEditAsset::Build() {
+    DeprBuildGrid grid;
+    if (!edit_.Build(engine_, grid)) return;
+    frmDeprBuild form(grid, edit_.Mirrors.AssetNum, this);
+    form.ShowModal();
+    edit_.FinishBuild(form.BuildCancelled());
+    ShowAll();
+}
+
+void frmEditAsset::ViewPicture() {
+    const std::filesystem::path& images = company_.Paths().Images();
+    if (!IsPictureName(edit_.Values.PictureName)) {
+        if (const auto name = AddPicture(images, prompts_)) {
+            edit_.Values.PictureName = *name;
+            ShowAll();
+        }
+        return;
+    }
+    const std::filesystem::path path = PicturePath(images, edit_.Values.PictureName);
+    frmPicture form(path, this);
+    if (const std::optional<std::string> problem = form.Load()) {
+        prompts_.Message(*problem, "Tallymar", MessageKind::Warning);
+        return;
+    }
+    form.ShowModal();
+}
+
+void frmEditAsset::OnUnload() {
+    Guarded([this] { edit_.Unload(); })();
+}
+
+}  // namespace tallymar

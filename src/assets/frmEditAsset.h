@@ -1,0 +1,83 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "assets/AssetEditSession.h"
+#include "assets/frmAssetControls.h"
+#include "platform/controls/CSForm.h"
+#include "platform/controls/QtPrompts.h"
+
+class QLabel;
+class QPushButton;
+class QTabWidget;
+class QToolButton;
+
+namespace tallymar {
+
+class AssetMirrors;
+
+// "Edit Asset Information": one asset at a time, in six tabs.
+class frmEditAsset : public CSForm {
+    Q_OBJECT
+
+ public:
+    // prompts: who answers in the place of the form's own dialogs; nullptr for those.
+    frmEditAsset(CompanySession& company, AssetEditState& state, ADepre& engine, Prompts* prompts = nullptr,
+                 QWidget* parent = nullptr);
+
+    // For other windows that have moved the company's recordset.
+    void LoadEdit();
+
+ signals:
+    void FindWanted();
+    void CopyWanted();
+    // The company has a first asset, or none any more.
+    void FindEnabled(bool enabled);
+
+ protected:
+    bool OnPage(Page page) override;
+    void OnFieldFocus(QWidget* field) override;
+    void OnUnload() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void showEvent(QShowEvent* event) override;
+
+ private:
+    QWidget* MakeGeneralPage();
+    QWidget* MakeSalePage();
+    QWidget* MakeArrows();
+    QWidget* MakeCommands();
+    QPushButton* MakeCommand(const AssetCommandDef& command, const std::function<void()>& action);
+    QToolButton* MakeArrow(const AssetCommandDef& command, bool right, bool toEnd, void (AssetEditSession::*step)());
+
+    void ShowAll();
+    void ShowCaption();
+    void ShowPictureCommand();
+    void ShowTab(int tab);
+    void OnTabChanged(int tab);
+    void FocusField(AssetField field);
+    void Move(void (AssetEditSession::*step)());
+    void Delete();
+    void Build();
+    void ViewPicture();
+
+    CompanySession& company_;
+    AssetEditState& state_;
+    ADepre& engine_;
+    QtPrompts ownPrompts_;
+    Prompts& prompts_;
+    AssetEditSession edit_;
+    AssetControls controls_;
+    std::vector<QWidget*> focusOrder_;
+    std::vector<AssetMirrors*> mirrors_;
+    QTabWidget* SSTab1_ = nullptr;
+    QLabel* MsgLabel_ = nullptr;
+    QPushButton* cmdView_ = nullptr;
+    int shownTab_ = kGeneralTab;
+    bool opened_ = false;
+    bool enterMoves_ = false;  // Enter or an arrow is what moves the focus, not Tab
+};
+
+}  // namespace tallymar

@@ -1,0 +1,86 @@
+#include <sys/mount.h>
+
+#include <chrono>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cli/CliRunner.h"
+#include "platform/jet/Database.h"
+
+namespace tallymar {
+namespace {
+
+using test::CliResult;
+using testing::HasSubstr;
+
+class FaultsTest : public testing::Test {
+ protected:
+    void MakeCompany(const std::string& name, int assets) {
+        std::string csv = "AssetNum,AssetType,NewUsed,InService,BusinessUse,ClassLife,Basis(1),Period(1),DBPercent(1),IRSConvUsed(1)\n";
+        for (int i = 0; i < assets; ++i) csv += std::to_string(100000 + i) + ",PP,N,2003-02-01,100,5,1000,5,200,Y\n";
+        cli_.Write("assets.csv", csv);
+        ASSERT_EQ(cli_("new " + name).ExitStatus, 0);
+        ASSERT_EQ(cli_("company " + name + " --set FYEFederal=2003-12-31").ExitStatus, 0);
+        ASSERT_EQ(cli_("load " + name + " assets.csv").ExitStatus, 0);
+    }
+
+    std::string Message(const std::string& arguments) {
+        const CliResult result = cli_(arguments);
+        EXPECT_EQ(result.ExitStatus, 1) << arguments << result.Out;
+        return result.Error;
+    }
+
+    test::CliRunner cli_;
+};
+
+TEST_F(FaultsTest, ATruncatedCompanyIsRefusedAndLeftAlone) {
+    MakeCompany("c.mdb", 50);
+    const std::string whole = cli_.Read("c.mdb");
+    const std::string half = whole.substr(0, whole.size() / 2);
+    cli_.Write("c.mdb", half);
+    EXPECT_THAT(Message("compute c.mdb --books 1"), HasSubstr("c.mdb"));
+    EXPECT_EQ(cli_.Read("c.mdb"), half);
+}
+
+TEST_F(FaultsTest, ACompanyThatAnotherProgramWritesIsNotWaitedForForever) {
+    MakeCompany("c.mdb", 1);
+    jet::Database other = jet::Database::Open(cli_.Folder() / "c.mdb");
+    jet::WriteBatch writing(other);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_THAT(Message("compute c.mdb --books 1"), HasSubstr("locked"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));
+}
+
+TEST_F(FaultsTest, AReadOnlyFolderCanBeReadAndNotWritten) {
+    MakeCompany("c.mdb", 3);
+    const std::string before = cli_("dump c.mdb").Out;
+    // The superuser may write anywhere but where the file system itself is read-only.
+    std::filesystem::create_directory(cli_.Folder() / "ro");
+    std::filesystem::copy_file(cli_.Folder() / "c.mdb", cli_.Folder() / "ro/c.mdb");
+    const std::string folder = (cli_.Folder() / "ro").string();
+    if (mount(folder.c_str(), folder.c_str(), nullptr, MS_BIND, nullptr) != 0) GTEST_SKIP() << "mounting is not allowed here";
+    mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr);
+    EXPECT_EQ(cli_("dump ro/c.mdb").Out, before);
+    EXPECT_THAT(Message("compute ro/c.mdb --books 1"), HasSubstr("read-only"));
+    EXPECT_NE(Message("new ro/d.mdb"), "");
+    umount(folder.c_str());
+}
+
+TEST_F(FaultsTest, AFullDiskTakesTheWholeCommandBack) {
+    MakeCompany("c.mdb", 2000);
+    const std::string before = cli_("dump c.mdb").Out;
+    const auto size = std::filesystem::file_size(cli_.Folder() / "c.mdb");
+    const std::filesystem::path disk = cli_.Folder() / "disk";
+    std::filesystem::create_directory(disk);
+    // Room for the file and for a part of the journal.
+    const std::string options = "size=" + std::to_string(size + size / 3);
+    if (mount("tmpfs", disk.c_str(), "tmpfs", 0, options.c_str()) != 0) GTEST_SKIP() << "mounting is not allowed here";
+    std::filesystem::copy_file(cli_.Folder() / "c.mdb", disk / "c.mdb");
+    EXPECT_THAT(Message("compute disk/c.mdb --books 1"), HasSubstr("full"));
+    EXPECT_EQ(cli_("dump disk/c.mdb").Out, before);
+    umount(disk.c_str());
+}
+
+}  // namespace
+}  // namespace tallymar
