@@ -56,16 +56,17 @@ class ReportForms : public testing::Test {
         company_.Session.AddAssetRecord(asset);
     }
     ~ReportForms() override {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* preview = qobject_cast<frmPreview*>(window)) delete preview;
-        }
+        for (frmPreview* preview : OpenPreviews()) delete preview;
     }
 
-    static int Previews() {
-        int previews = 0;
-        for (QWidget* window : QApplication::topLevelWidgets()) previews += qobject_cast<frmPreview*>(window) != nullptr ? 1 : 0;
+    static std::vector<frmPreview*> OpenPreviews() {
+        std::vector<frmPreview*> previews;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* preview = qobject_cast<frmPreview*>(window)) previews.push_back(preview);
+        }
         return previews;
     }
+    static std::size_t Previews() { return OpenPreviews().size(); }
 
     AssetRecord Stored() {
         company_.Session.AssetsRecordset().Seek("A1");
@@ -166,7 +167,7 @@ TEST_F(ReportForms, AFilterOfOneDateIsRefusedAndTheFormStays) {
     form.In<QLineEdit>("sidtYEnd")->setText("12/31/2002");
     form.Ok();
     EXPECT_FALSE(window.isVisible());
-    EXPECT_EQ(Previews(), 1);
+    EXPECT_EQ(Previews(), 1U);
     EXPECT_EQ(company_.Session.AssetsRecordset().Index(), "AssetNum");
 }
 
@@ -182,10 +183,10 @@ TEST_F(ReportForms, PropertyGroupsAskAndCancelReturns) {
         EXPECT_EQ(answers.Titles.at(0), "Subtotals by Group or Group & Year");
     }
     EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(Previews(), 0);
+    EXPECT_EQ(Previews(), 0U);
     Answers answers({QMessageBox::Yes});
     form.Ok();
-    EXPECT_EQ(Previews(), 1);
+    EXPECT_EQ(Previews(), 1U);
 }
 
 TEST_F(ReportForms, PostingAsksWithNoAsItsDefault) {
@@ -206,7 +207,7 @@ TEST_F(ReportForms, PostingAsksWithNoAsItsDefault) {
     Answers answers({QMessageBox::Yes});
     form.Ok();
     EXPECT_FALSE(window.isVisible());
-    EXPECT_EQ(Previews(), 1);
+    EXPECT_EQ(Previews(), 1U);
     EXPECT_EQ(Stored().PrevDepr[1], Units(320));
     EXPECT_EQ(company_.Session.FiscalYearEnd(1), Date::FromYmd(2004, 12, 31));
 }
@@ -217,7 +218,7 @@ TEST_F(ReportForms, LabelsComeFromTheirOwnForm) {
     EXPECT_EQ(form.In<QRadioButton>("optlType(3)")->text(), "5662 - 10 pitch");
     form.Ok();
     EXPECT_FALSE(window.isVisible());
-    EXPECT_EQ(Previews(), 1);
+    EXPECT_EQ(Previews(), 1U);
 }
 
 }  // namespace
