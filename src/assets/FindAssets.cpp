@@ -108,13 +108,13 @@ bool IsAbove0(const jet::Value& amount) {
 
 }  // namespace
 
-CheckDisposed::CheckDisposed(const jet::Recordset& assets)
+DisposalColumns::DisposalColumns(const jet::Recordset& assets)
     : soldAmount_(assets.Ordinal("SoldAmount")),
       soldExpense_(assets.Ordinal("SoldExpense")),
       notice4_(assets.Ordinal("Notice4")),
       flags_{assets.Ordinal("Abandoned"), assets.Ordinal("Casualty"), assets.Ordinal("Sold"), assets.Ordinal("LikeKind")} {}
 
-bool CheckDisposed::operator()(const jet::Recordset& assets) const {
+bool DisposalColumns::CheckDisposed(const jet::Recordset& assets) const {
     if (IsAbove0(assets.Get(soldAmount_)) || IsAbove0(assets.Get(soldExpense_))) return !assets.Get(notice4_).Boolean();
     return std::any_of(flags_.begin(), flags_.end(), [&assets](int flag) { return assets.Get(flag).Boolean(); });
 }
@@ -137,9 +137,7 @@ std::optional<int> FindColumns::Find(std::string_view heading) const {
 }
 
 FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
-    : columns_(FindColumns::For(byDate, byGLNumber)),
-      assets_(session.Database().OpenRecordset("Assets")),
-      checkDisposed_(assets_) {
+    : columns_(FindColumns::For(byDate, byGLNumber)), assets_(session.Database().OpenRecordset("Assets")), disposal_(assets_) {
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         ordinals_[column] = assets_.Ordinal(DefOf(columns_.Columns[column]).Column);
     }
@@ -163,7 +161,7 @@ void FindAssets::FillAll() {
 }
 
 void FindAssets::Append() {
-    Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = checkDisposed_(assets_)};
+    Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = disposal_.CheckDisposed(assets_)};
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         const jet::Value value = assets_.Get(ordinals_[column]);
         const std::size_t start = texts_.size();

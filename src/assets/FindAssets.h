@@ -11,12 +11,12 @@
 
 namespace tallymar {
 
-// Tells whether the asset of a recordset's current row has been sold or otherwise disposed of. An exchange under Notice 2000-4
-// carries no mark where there is an amount of sale.
-class CheckDisposed {
+// Tells by its columns whether the asset of a recordset's current row has been sold or otherwise disposed of. An exchange under
+// Notice 2000-4 carries no mark where there is an amount of sale.
+class DisposalColumns {
  public:
-    explicit CheckDisposed(const jet::Recordset& assets);
-    bool operator()(const jet::Recordset& assets) const;
+    explicit DisposalColumns(const jet::Recordset& assets);
+    bool CheckDisposed(const jet::Recordset& assets) const;
 
  private:
     int soldAmount_;
@@ -84,7 +84,7 @@ class FindAssets {
     FindColumns columns_;
     jet::Recordset assets_;
     std::array<int, FindColumns::kCount> ordinals_;
-    CheckDisposed checkDisposed_;
+    DisposalColumns disposal_;
     std::vector<Row> rows_;
     std::string texts_;
     std::vector<std::uint32_t> order_;  // of rows_, as shown
