@@ -4,6 +4,8 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
@@ -103,10 +105,10 @@ TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
     }
     QMenu* menu = window_.findChild<QMenu*>("mnuWindow");
     emit menu->aboutToShow();
-    ASSERT_EQ(menu->actions().size(), 2);
-    EXPECT_EQ(menu->actions()[0]->text(), "&1 Edit Company Information");
-    EXPECT_TRUE(menu->actions()[1]->isChecked());
-    menu->actions()[0]->trigger();
+    ASSERT_EQ(menu->actions().size(), 3) << "the asset form opens with the company";
+    EXPECT_EQ(menu->actions()[1]->text(), "&2 Edit Company Information");
+    EXPECT_TRUE(menu->actions()[2]->isChecked());
+    menu->actions()[1]->trigger();
     EXPECT_EQ(window_.findChild<QMdiArea*>()->activeSubWindow()->widget(), Form("frmEditCompany"));
 }
 
@@ -137,7 +139,7 @@ TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
     EXPECT_EQ(row.Get("FYEFederal").AsDate(), Date::FromYmd(2003, 12, 31));
     EXPECT_TRUE(row.Get("Round").Boolean());
     EXPECT_EQ(window_.windowTitle(), "Tallymar - Tamarind Gap");
-    EXPECT_TRUE(window_.findChild<QMdiArea*>()->subWindowList().isEmpty());
+    EXPECT_EQ(window_.findChild<QMdiArea*>()->subWindowList().size(), 1) << "the asset form";
 }
 
 TEST_F(MainWindow, CancelledCompanyProfileWritesNothing) {
@@ -146,7 +148,39 @@ TEST_F(MainWindow, CancelledCompanyProfileWritesNothing) {
     QTest::keyClicks(QApplication::focusWidget(), "Another");
     Press(Qt::Key_Escape);
     EXPECT_EQ(window_.Session().CompanyName(), "New Company");
-    EXPECT_TRUE(window_.findChild<QMdiArea*>()->subWindowList().isEmpty());
+    EXPECT_EQ(window_.findChild<QMdiArea*>()->subWindowList().size(), 1) << "the asset form";
+}
+
+TEST_F(MainWindow, TheAssetFormGivesWayToABatchCommandAndComesBack) {
+    Open(MakeCompany(true));
+    ASSERT_FALSE(window_.EditFormClosed());
+    EXPECT_EQ(Form("frmEditAsset")->windowTitle(), "Edit Asset Information for New Company with 1 Assets in the database");
+    auto* description = In<QLineEdit>("frmEditAsset", "sitxDescription");
+    description->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(description, "Lathe");
+    Action("mnuActivitiesComputeCurrent")->trigger();
+    QTest::qWait(0);
+    EXPECT_TRUE(window_.EditFormClosed());
+    In<QPushButton>("frmComputeOptions", "cmdOK")->click();
+    Form("frmComputeOptions")->Unload();
+    QTest::qWait(0);
+    ASSERT_FALSE(window_.EditFormClosed());
+    EXPECT_EQ(In<QLineEdit>("frmEditAsset", "sitxDescription")->text(), "Lathe");
+    EXPECT_EQ(In<QLineEdit>("frmEditAsset", "sidbCurrDepr(1)")->text(), "200.00") << "what was computed";
+
+    // Without its asset form the company comes back to it from the find list; deleting the last asset turns Find off.
+    In<QPushButton>("frmEditAsset", "cmdClose")->click();
+    QTest::qWait(0);
+    Action("mnuFindAssets")->trigger();
+    In<QPushButton>("frmFindAsset", "cmdClose")->click();
+    QTest::qWait(0);
+    ASSERT_FALSE(window_.EditFormClosed());
+    EXPECT_TRUE(Action("mnuEditFind")->isEnabled());
+    QTimer::singleShot(0, [] { qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Yes)->click(); });
+    In<QPushButton>("frmEditAsset", "cmdDelete")->click();
+    EXPECT_FALSE(Action("mnuEditFind")->isEnabled());
+    EXPECT_FALSE(Action("Find")->isEnabled());
+    EXPECT_EQ(window_.Session().AssetCount(), 0);
 }
 
 TEST_F(MainWindow, UserProfileTurnsItsTabsByKeyboardAndSaves) {
