@@ -57,6 +57,23 @@ TEST(PrintPreviewControl, WidthsAreRoundedOnceHalfToEven) {
     EXPECT_THROW(v.PrintText("a"), PlatformError);
 }
 
+TEST(PrintPreviewControl, KeepsWhatWasDrawnPageByPage) {
+    PrintPreviewControl v;
+    v.PrintText("Page ");
+    v.PrintText("1");
+    v.DrawWidth = 2;
+    v.DrawLine(10, 20, 30, 20);
+    v.NewPage();
+    v.FontSize = 12;
+    v.PrintText("two");
+    EXPECT_EQ(v.PageBegin(1)[1].X, v.PageBegin(1)->X2);
+    EXPECT_EQ(v.PageBegin(1)[2].LineWidth, 2);
+    EXPECT_EQ(v.Font(*v.PageBegin(1)), (PageFont{"Arial", 7.5F}));
+    EXPECT_EQ(v.Font(*v.PageBegin(2)), (PageFont{"Arial", 12}));
+    EXPECT_EQ(v.PageBegin(2)->X, 0);
+    for (const int page : {0, 3}) EXPECT_THROW(v.PageBegin(page), PlatformError);
+}
+
 TEST(PageSearch, FindsEveryPlaceWhateverTheCase) {
     PrintPreviewControl v;
     v.CurrentX = 1000;
