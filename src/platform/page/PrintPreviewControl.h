@@ -31,7 +31,7 @@ struct PageItem {
 
     Kind Op = Kind::Text;
     std::uint8_t Font = 0;        // texts: index into the document's fonts
-    std::uint16_t LineWidth = 0;  // lines: DrawWidth, in pixels of 1/96 inch, half of it on either side
+    std::uint16_t LineWidth = 0;  // lines: DrawWidth, in dots of 1/300 inch, half of it on either side
     std::int32_t X = 0;
     std::int32_t Y = 0;
     std::int32_t X2 = 0;  // texts: X plus the text's width

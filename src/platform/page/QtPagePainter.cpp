@@ -18,7 +18,7 @@ namespace tallymar {
 
 namespace {
 
-constexpr double kTwipsPerPixel = 15;  // of 1/96 inch
+constexpr double kTwipsPerDot = 4.8;  // of 1/300 inch
 
 struct Family {
     std::string_view PageName;
@@ -131,7 +131,7 @@ void PagePainter::PaintText(QPainter& painter, const PageItem& item, QPointF ori
 
 // A filled bar and no pen: a pen's caps would lengthen the line.
 void PagePainter::PaintLine(QPainter& painter, const PageItem& item, QPointF origin) const {
-    const double thickness = item.LineWidth * kTwipsPerPixel * scale_;
+    const double thickness = item.LineWidth * kTwipsPerDot * scale_;
     const QPointF from = origin + QPointF(item.X, item.Y) * scale_;
     const QPointF to = origin + QPointF(item.X2, item.Y2) * scale_;
     if (item.Y == item.Y2) {
