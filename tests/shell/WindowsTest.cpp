@@ -4,6 +4,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
@@ -84,15 +85,35 @@ TEST_F(MainWindow, ACommandWithoutAWindowStaysOff) {
     }
 }
 
-TEST_F(MainWindow, MenusShowTheirHints) {
-    Open(MakeCompany(true));
+TEST_F(MainWindow, MenusShowTheirHintsOfCommandsThatAreOffToo) {
+    Open(MakeCompany(false));
+    const auto hint = [&] { return window_.statusBar()->currentMessage(); };
+    const auto goTo = [&](QMenu* menu, int row) {
+        window_.menuBar()->setActiveAction(menu->menuAction());
+        while (row-- > 0) QTest::keyClick(menu, Qt::Key_Down);
+    };
+    QMenu* activities = window_.findChild<QMenu*>("mnuActivities");
+    goTo(activities, 0);
+    EXPECT_EQ(hint(), "Selects an activity to perform on the assets");
+    ASSERT_FALSE(Action("mnuResequence")->isEnabled());
+    goTo(activities, 4);
+    EXPECT_EQ(activities->activeAction(), Action("mnuResequence"));
+    EXPECT_EQ(hint(), "Create a new database with resequenced Asset numbers");
     QMenu* tools = window_.findChild<QMenu*>("mnuTools");
-    Action("mnuChangeRange")->hover();
-    EXPECT_EQ(window_.statusBar()->currentMessage(), "Make changes to a range of assets");
-    Action("mnuBackup")->hover();
-    EXPECT_EQ(window_.statusBar()->currentMessage(), "");
-    tools->menuAction()->hover();
-    EXPECT_EQ(window_.statusBar()->currentMessage(), "Select a database utility");
+    goTo(tools, 4);
+    EXPECT_EQ(tools->activeAction(), Action("mnuBackup"));
+    EXPECT_EQ(hint(), "");
+    QTest::keyClick(tools, Qt::Key_Escape);
+    window_.menuBar()->setActiveAction(nullptr);
+}
+
+TEST_F(MainWindow, AFormsAccessKeysComeBeforeTheMainMenus) {
+    Open(MakeCompany(true));
+    ASSERT_NE(Form("frmEditAsset"), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::AltModifier);
+    QTest::qWait(200);
+    EXPECT_NE(Form("frmFindAsset"), nullptr);
+    EXPECT_FALSE(window_.findChild<QMenu*>("mnuFile")->isVisible());
 }
 
 TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
@@ -103,10 +124,11 @@ TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
     }
     QMenu* menu = window_.findChild<QMenu*>("mnuWindow");
     emit menu->aboutToShow();
-    ASSERT_EQ(menu->actions().size(), 2);
-    EXPECT_EQ(menu->actions()[0]->text(), "&1 Edit Company Information");
-    EXPECT_TRUE(menu->actions()[1]->isChecked());
-    menu->actions()[0]->trigger();
+    ASSERT_EQ(menu->actions().size(), 3);
+    EXPECT_EQ(menu->actions()[0]->text(), "&1 Edit Asset Information for New Company with 1 Assets in the database");
+    EXPECT_EQ(menu->actions()[1]->text(), "&2 Edit Company Information");
+    EXPECT_TRUE(menu->actions()[2]->isChecked());
+    menu->actions()[1]->trigger();
     EXPECT_EQ(window_.findChild<QMdiArea*>()->activeSubWindow()->widget(), Form("frmEditCompany"));
 }
 
@@ -137,7 +159,7 @@ TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
     EXPECT_EQ(row.Get("FYEFederal").AsDate(), Date::FromYmd(2003, 12, 31));
     EXPECT_TRUE(row.Get("Round").Boolean());
     EXPECT_EQ(window_.windowTitle(), "Tallymar - Tamarind Gap");
-    EXPECT_TRUE(window_.findChild<QMdiArea*>()->subWindowList().isEmpty());
+    EXPECT_EQ(window_.findChild<QMdiArea*>()->subWindowList().size(), 1);  // the asset form
 }
 
 TEST_F(MainWindow, CancelledCompanyProfileWritesNothing) {
@@ -146,7 +168,7 @@ TEST_F(MainWindow, CancelledCompanyProfileWritesNothing) {
     QTest::keyClicks(QApplication::focusWidget(), "Another");
     Press(Qt::Key_Escape);
     EXPECT_EQ(window_.Session().CompanyName(), "New Company");
-    EXPECT_TRUE(window_.findChild<QMdiArea*>()->subWindowList().isEmpty());
+    EXPECT_EQ(window_.findChild<QMdiArea*>()->subWindowList().size(), 1);  // the asset form
 }
 
 TEST_F(MainWindow, UserProfileTurnsItsTabsByKeyboardAndSaves) {
@@ -219,6 +241,28 @@ TEST_F(MainWindow, ComputeCurrentShowsTheFourthQuarter) {
     window_.Session().ReadAssetRecord(record);
     EXPECT_EQ(record.CurrDepr[1], Units(200));
     EXPECT_EQ(record.CurrDepr[2], Units(0));
+}
+
+TEST_F(MainWindow, AnAssetFormOpenedBesideComputeOptionsDoesNotWriteItsOldFiguresBack) {
+    Open(MakeCompany(true));
+    const auto active = [&] { return qobject_cast<CSForm*>(window_.findChild<QMdiArea*>()->activeSubWindow()->widget()); };
+    Action("Calculate")->trigger();
+    CSForm* options = active();
+    Action("Edit")->trigger();
+    ASSERT_EQ(active()->objectName(), "frmEditAsset");
+    auto* description = active()->findChild<QLineEdit*>("sitxDescription");
+    description->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(description, "Lathe");
+    options->findChild<QAbstractButton*>("cmdOK")->click();
+    options->Unload();
+    ASSERT_EQ(active()->objectName(), "frmEditAsset");
+    EXPECT_EQ(active()->findChild<QLineEdit*>("sitxDescription")->text(), "Lathe");
+    active()->Unload();
+    AssetRecord record;
+    window_.Session().AssetsRecordset().MoveFirst();
+    window_.Session().ReadAssetRecord(record);
+    EXPECT_EQ(record.CurrDepr[1], Units(200));
+    EXPECT_EQ(record.Description, "Lathe");
 }
 
 TEST_F(MainWindow, FirstQuestionStaysUntilACompanyIsOpen) {
