@@ -121,9 +121,13 @@ void Tallymar::MakeRoutes() {
         {Command::ActivitiesComputeCurrent,
          [this](int) {
              ShowOrMake(QStringLiteral("frmComputeOptions"), [this] {
-                 const bool wasOpen = UnloadEditForm();
+                 const auto reopens = std::make_shared<bool>(UnloadEditForm());
                  auto* form = new frmComputeOptions(session_, engine_);
-                 if (wasOpen) connect(form, &CSForm::Unloaded, this, Guarded([this] { ReopenEditForm(); }));
+                 // It may have been opened again meanwhile: what was entered there is saved before the run, not over its results.
+                 connect(form, &frmComputeOptions::Computing, this, [this, reopens] { *reopens |= UnloadEditForm(); });
+                 connect(form, &CSForm::Unloaded, this, Guarded([this, reopens] {
+                             if (*reopens) ReopenEditForm();
+                         }));
                  return form;
              });
          }},
