@@ -287,6 +287,9 @@ void Tallymar::ShowChild(CSForm* form) {
     QMdiSubWindow* window = area_->addSubWindow(form);
     window->setAttribute(Qt::WA_DeleteOnClose);
     form->show();
+    // The area places windows side by side even where they then hang over its edge.
+    const QSize room = area_->viewport()->size() - window->size();
+    window->move(std::clamp(window->x(), 0, std::max(0, room.width())), std::clamp(window->y(), 0, std::max(0, room.height())));
     Activate(form);
 }
 
