@@ -133,14 +133,13 @@ void AssetEditSession::Close() {
 
 void AssetEditSession::Unload() {
     state_.EditFormClosed = true;
-    if (!company_.IsOpen()) return;
-    const jet::Recordset& assets = company_.AssetsRecordset();
-    if (assets.Bof() || assets.Eof()) return;
-    const bool shown = unsavable_ == Values;
-    try {
-        SaveEdit();
-    } catch (const PlatformError& failure) {
-        if (!shown) prompts_.Message(failure.what(), kTitle, MessageKind::Error);
+    if (company_.IsOpen() && !company_.AssetsRecordset().Bof() && !company_.AssetsRecordset().Eof()) {
+        const bool shown = unsavable_ == Values;
+        try {
+            SaveEdit();
+        } catch (const PlatformError& failure) {
+            if (!shown) prompts_.Message(failure.what(), kTitle, MessageKind::Error);
+        }
     }
     editBookmark_.clear();
 }

@@ -56,13 +56,13 @@ PictureCommand PictureCommandFor(std::string_view pictureName) {
 }
 
 std::optional<std::string> AddPicture(const fs::path& images, Prompts& prompts) {
-    const auto chosen = prompts.AskOpenFile(
-        {.Title = "Open",
-         .Filters = {{"All Files (*.*)", "*"}, {"Picture Files (*.jpg,*.gif,*.bmp)", "*.jpg;*.gif;*.bmp"}},
-         .FilterIndex = 1,
-         .InitialFolder = images,
-         .FileName = {},
-         .DefaultExtension = {}});
+    const auto chosen =
+        prompts.AskOpenFile({.Title = "Open",
+                             .Filters = {{"All Files (*.*)", "*"}, {"Picture Files (*.jpg,*.gif,*.bmp)", "*.jpg;*.gif;*.bmp"}},
+                             .FilterIndex = 1,
+                             .InitialFolder = images,
+                             .FileName = {},
+                             .DefaultExtension = {}});
     if (!chosen || chosen->string().size() < kShortestPath) return std::nullopt;
 
     bool lossy = false;

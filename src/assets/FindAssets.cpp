@@ -35,13 +35,29 @@ constexpr std::string_view kDatePicture = "yyyy/mm/dd";
 // decides nearly all comparisons without going to the text itself.
 struct SortKey {
     enum class Kind : std::uint8_t { Empty, Number, Text };
+    using HeadBytes = std::array<std::uint64_t, 2>;
 
     Kind Type;
     double Number;
-    std::uint64_t Head;
+    HeadBytes Head;
     std::string_view Whole;
     std::uint32_t Row;
 };
+
+// The capital of every byte.
+const std::array<unsigned char, 256>& Capitals() {
+    static const std::array<unsigned char, 256> capitals = [] {
+        std::array<unsigned char, 256> table;
+        for (std::size_t i = 0; i < table.size(); ++i) table[i] = static_cast<unsigned char>(ToUpper(static_cast<char>(i)));
+        return table;
+    }();
+    return capitals;
+}
+
+unsigned char Weight(char c, bool anyCase) {
+    const auto byte = static_cast<unsigned char>(c);
+    return anyCase ? Capitals()[byte] : byte;
+}
 
 std::optional<double> NumberOf(std::string_view text) {
     if (text.empty() || text.find_first_not_of("0123456789.-") != std::string_view::npos) return std::nullopt;
@@ -51,26 +67,27 @@ std::optional<double> NumberOf(std::string_view text) {
     return number;
 }
 
-std::uint64_t HeadOf(std::string_view text, bool anyCase) {
-    std::uint64_t head = 0;
+SortKey::HeadBytes HeadOf(std::string_view text, bool anyCase) {
+    SortKey::HeadBytes head{};
     for (std::size_t i = 0; i < sizeof head; ++i) {
-        const char c = i < text.size() ? text[i] : '\0';
-        head = head << 8 | static_cast<unsigned char>(anyCase ? ToUpper(c) : c);
+        std::uint64_t& part = head[i / sizeof part];
+        part = part << 8 | (i < text.size() ? Weight(text[i], anyCase) : 0U);
     }
     return head;
 }
 
 int CompareTexts(std::string_view a, std::string_view b, bool anyCase) {
-    const auto less = [anyCase](char x, char y) {
-        return static_cast<unsigned char>(anyCase ? ToUpper(x) : x) < static_cast<unsigned char>(anyCase ? ToUpper(y) : y);
-    };
-    if (std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), less)) return -1;
-    return std::lexicographical_compare(b.begin(), b.end(), a.begin(), a.end(), less) ? 1 : 0;
+    const std::size_t both = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < both; ++i) {
+        const int difference = Weight(a[i], anyCase) - Weight(b[i], anyCase);
+        if (difference != 0) return difference;
+    }
+    return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
 }
 
 SortKey GenericKey(std::string_view text, std::uint32_t row) {
-    if (text.empty()) return {SortKey::Kind::Empty, 0.0, 0, text, row};
-    if (const auto number = NumberOf(text)) return {SortKey::Kind::Number, *number, 0, text, row};
+    if (text.empty()) return {SortKey::Kind::Empty, 0.0, {}, text, row};
+    if (const auto number = NumberOf(text)) return {SortKey::Kind::Number, *number, {}, text, row};
     return {SortKey::Kind::Text, 0.0, HeadOf(text, true), text, row};
 }
 
@@ -91,10 +108,15 @@ bool IsAbove0(const jet::Value& amount) {
 
 }  // namespace
 
-bool CheckDisposed(const jet::Recordset& assets) {
-    if (IsAbove0(assets.Get("SoldAmount")) || IsAbove0(assets.Get("SoldExpense"))) return !assets.Get("Notice4").Boolean();
-    return assets.Get("Abandoned").Boolean() || assets.Get("Casualty").Boolean() || assets.Get("Sold").Boolean() ||
-           assets.Get("LikeKind").Boolean();
+CheckDisposed::CheckDisposed(const jet::Recordset& assets)
+    : soldAmount_(assets.Ordinal("SoldAmount")),
+      soldExpense_(assets.Ordinal("SoldExpense")),
+      notice4_(assets.Ordinal("Notice4")),
+      flags_{assets.Ordinal("Abandoned"), assets.Ordinal("Casualty"), assets.Ordinal("Sold"), assets.Ordinal("LikeKind")} {}
+
+bool CheckDisposed::operator()(const jet::Recordset& assets) const {
+    if (IsAbove0(assets.Get(soldAmount_)) || IsAbove0(assets.Get(soldExpense_))) return !assets.Get(notice4_).Boolean();
+    return std::any_of(flags_.begin(), flags_.end(), [&assets](int flag) { return assets.Get(flag).Boolean(); });
 }
 
 FindColumns FindColumns::For(bool byDate, bool byGLNumber) {
@@ -115,7 +137,9 @@ std::optional<int> FindColumns::Find(std::string_view heading) const {
 }
 
 FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
-    : columns_(FindColumns::For(byDate, byGLNumber)), assets_(session.Database().OpenRecordset("Assets")) {
+    : columns_(FindColumns::For(byDate, byGLNumber)),
+      assets_(session.Database().OpenRecordset("Assets")),
+      checkDisposed_(assets_) {
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         ordinals_[column] = assets_.Ordinal(DefOf(columns_.Columns[column]).Column);
     }
@@ -124,10 +148,6 @@ FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
     const auto count = static_cast<std::size_t>(assets_.RecordCount());
     rows_.reserve(count);
     order_.reserve(count);
-    // At once, not when the last row is in: the asset form may be at work again by then.
-    jet::Recordset& shared = session.AssetsRecordset();
-    shared.MoveLast();
-    if (!shared.Eof()) shared.MoveNext();
 }
 
 bool FindAssets::FillMore(std::int64_t rows) {
@@ -143,7 +163,7 @@ void FindAssets::FillAll() {
 }
 
 void FindAssets::Append() {
-    Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = CheckDisposed(assets_)};
+    Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = checkDisposed_(assets_)};
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         const jet::Value value = assets_.Get(ordinals_[column]);
         const std::size_t start = texts_.size();

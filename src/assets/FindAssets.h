@@ -11,9 +11,19 @@
 
 namespace tallymar {
 
-// Has the asset of the current row been sold or otherwise disposed of? An exchange under Notice 2000-4 carries no mark where
-// there is an amount of sale.
-bool CheckDisposed(const jet::Recordset& assets);
+// Tells whether the asset of a recordset's current row has been sold or otherwise disposed of. An exchange under Notice 2000-4
+// carries no mark where there is an amount of sale.
+class CheckDisposed {
+ public:
+    explicit CheckDisposed(const jet::Recordset& assets);
+    bool operator()(const jet::Recordset& assets) const;
+
+ private:
+    int soldAmount_;
+    int soldExpense_;
+    int notice4_;
+    std::array<int, 4> flags_;
+};
 
 inline constexpr std::string_view kDisposedMark = "(*)";
 
@@ -36,7 +46,6 @@ struct FindColumns {
 // by (about 60 bytes a row). What others change or delete afterwards shows in the next window.
 class FindAssets {
  public:
-    // The company's recordset stands behind its last row afterwards, as after a pass of its own.
     FindAssets(CompanySession& session, bool byDate, bool byGLNumber);
 
     const FindColumns& Columns() const { return columns_; }
@@ -75,6 +84,7 @@ class FindAssets {
     FindColumns columns_;
     jet::Recordset assets_;
     std::array<int, FindColumns::kCount> ordinals_;
+    CheckDisposed checkDisposed_;
     std::vector<Row> rows_;
     std::string texts_;
     std::vector<std::uint32_t> order_;  // of rows_, as shown

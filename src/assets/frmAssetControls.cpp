@@ -62,7 +62,9 @@ QWidget* MakeControl(const AssetFieldDef& field, QWidget* parent) {
 
 // Blanks that fill a stored text up to its width are no part of an entry: a field full of them could not be typed into.
 void ShowText(sitxEdit& edit, std::string_view text) {
-    if (RTrim(edit.Text()) != RTrim(text)) edit.SetText(RTrim(text));
+    if (RTrim(edit.Text()) == RTrim(text)) return;
+    edit.SetText(RTrim(text));
+    if (!edit.hasFocus()) edit.setCursorPosition(0);
 }
 
 void ShowEntry(CSCombo& list, const std::string& entry) {

@@ -65,7 +65,6 @@ frmCopyAsset::frmCopyAsset(CompanySession& company, const AssetEditState& state,
     connect(cmdStartCopy, &QPushButton::clicked, this, Guarded([this] { StartCopy(); }));
     connect(cmdCancel, &QPushButton::clicked, this, &CSForm::Unload);
     SetCancelButton(cmdCancel);
-    sitxNoCopies_->setFocus();
 }
 
 void frmCopyAsset::StartCopy() {

@@ -118,28 +118,32 @@ frmDeprBuild::frmDeprBuild(const DeprBuildGrid& grid, const std::string& assetNu
     MSFlexGrid1_->resizeColumnsToContents();
     const int rows = qBound(4, grid.RowCount() - DeprBuildGrid::kFixedRows, kMostRowsShown);
     const int rowHeight = MSFlexGrid1_->verticalHeader()->defaultSectionSize();
-    MSFlexGrid1_->setMinimumHeight(MSFlexGrid1_->horizontalHeader()->sizeHint().height() + rows * rowHeight + 4);
     const int scrollBar = MSFlexGrid1_->verticalScrollBar()->sizeHint().width();
+    MSFlexGrid1_->setMinimumHeight(MSFlexGrid1_->horizontalHeader()->sizeHint().height() + rows * rowHeight + scrollBar + 4);
     const int wanted = MSFlexGrid1_->horizontalHeader()->length() + scrollBar + 4;
     MSFlexGrid1_->setMinimumWidth(qMin(wanted, QApplication::primaryScreen()->availableGeometry().width() - 60));
 
-    auto* cmdSave = Named(new CSCmdBtn(tr("&Save"), this), "cmdSave");
+    cmdSave_ = Named(new CSCmdBtn(tr("&Save"), this), "cmdSave");
     auto* cmdCancel = Named(new CSCmdBtn(tr("&Cancel"), this), "cmdCancel");
     auto* cmdPrint = Named(new CSCmdBtn(tr("&Print"), this), "cmdPrint");
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(cmdPrint);
     buttons->addStretch(1);
-    buttons->addWidget(cmdSave);
+    buttons->addWidget(cmdSave_);
     buttons->addWidget(cmdCancel);
     auto* all = new QVBoxLayout(this);
     all->addWidget(MSFlexGrid1_, 1);
     all->addLayout(buttons);
 
-    connect(cmdSave, &QPushButton::clicked, this, Guarded([this] { Finish(false); }));
+    connect(cmdSave_, &QPushButton::clicked, this, Guarded([this] { Finish(false); }));
     connect(cmdCancel, &QPushButton::clicked, this, Guarded([this] { Finish(true); }));
     connect(cmdPrint, &QPushButton::clicked, this, Guarded([this] { Print(); }));
     SetCancelButton(cmdCancel);
-    cmdSave->setFocus();
+}
+
+void frmDeprBuild::showEvent(QShowEvent* event) {
+    CSForm::showEvent(event);
+    cmdSave_->setFocus();
 }
 
 void frmDeprBuild::Finish(bool cancelled) {

@@ -7,6 +7,8 @@ class QTableView;
 
 namespace tallymar {
 
+class CSCmdBtn;
+
 // "Build Depreciation Detail": the years of a build, to be saved into the asset or not.
 class frmDeprBuild : public CSForm {
     Q_OBJECT
@@ -17,6 +19,7 @@ class frmDeprBuild : public CSForm {
     bool BuildCancelled() const { return cancelled_; }
 
  protected:
+    void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -28,6 +31,7 @@ class frmDeprBuild : public CSForm {
     const DeprBuildGrid& grid_;
     QString assetNum_;
     QTableView* MSFlexGrid1_;
+    CSCmdBtn* cmdSave_;
     bool cancelled_ = true;
 };
 

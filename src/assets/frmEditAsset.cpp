@@ -115,7 +115,7 @@ frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepr
         if (!company_.IsOpen() || !edit_.HasRow()) return;
         edit_.Left(control.Field->Id);
         ShowAll();
-        ShowTab(edit_.Tab);
+        if (control.Field->Id == AssetNum && edit_.AssetNumRejected) ShowTab(kGeneralTab);
     };
     edit_.OnFindEnable = [this](bool enabled) { emit FindEnabled(enabled); };
     connect(SSTab1_, &QTabWidget::currentChanged, this, Guarded([this](int tab) { OnTabChanged(tab); }));
@@ -302,7 +302,7 @@ void frmEditAsset::OnFieldFocus(QWidget* field) {
     if (!control) return;
     edit_.Focused(control->Field->Id, control->Book);
     ShowAll();
-    ShowTab(edit_.Tab);
+    if (control->Field->Arming != TabArming::None) ShowTab(edit_.Tab);
 }
 
 bool frmEditAsset::eventFilter(QObject* watched, QEvent* event) {

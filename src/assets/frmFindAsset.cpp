@@ -51,6 +51,10 @@ class FindModel : public QAbstractTableModel {
         shown_ = rows;
         endInsertRows();
     }
+    void FillAll() {
+        found_.FillAll();
+        Grow();
+    }
     void Sort(int column) {
         beginResetModel();
         found_.Sort(column);
@@ -66,12 +70,15 @@ class FindModel : public QAbstractTableModel {
 // The grid; typing jumps to the next row whose sorted column begins so.
 class FindGrid : public QTableView {
  public:
-    FindGrid(FindAssets& found, QWidget* parent) : QTableView(parent), found_(found) {}
+    FindGrid(FindAssets& found, FindModel& rows, QWidget* parent) : QTableView(parent), found_(found), rows_(rows) {
+        setModel(&rows);
+    }
 
     void keyboardSearch(const QString& text) override {
         if (text.isEmpty()) return;
         const bool goesOn = !typed_.isEmpty() && sinceKey_.isValid() && sinceKey_.elapsed() < kTypingPause;
         sinceKey_.start();
+        rows_.FillAll();
         const int current = qMax(0, currentIndex().row());
         // A text that goes on may keep its row; a new one moves on from it.
         typed_ = goesOn ? typed_ + text : text;
@@ -88,6 +95,7 @@ class FindGrid : public QTableView {
 
  private:
     FindAssets& found_;
+    FindModel& rows_;
     QString typed_;
     QElapsedTimer sinceKey_;
 };
@@ -106,9 +114,8 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
     label->setWordWrap(true);
 
     model_ = new FindModel(found_, this);
-    grid_ = Named(new FindGrid(found_, this), "MSFlexGrid1");
+    grid_ = Named(new FindGrid(found_, *model_, this), "MSFlexGrid1");
     grid_->setAccessibleName(tr("Assets"));
-    grid_->setModel(model_);
     grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
     grid_->setSelectionMode(QAbstractItemView::SingleSelection);
     grid_->setTabKeyNavigation(false);
@@ -143,6 +150,13 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
     all->addWidget(grid_, 1);
     all->addLayout(buttons);
 
+    // Closed without a choice, the list opens the asset form on the last asset. A form that is there already keeps its place:
+    // what stands in it unsaved is written only while the recordset is on a row.
+    if (state.EditFormClosed) {
+        jet::Recordset& assets = company.AssetsRecordset();
+        assets.MoveLast();
+        if (!assets.Eof()) assets.MoveNext();
+    }
     found_.FillMore(kFirstRows);
     model_->Grow();
     filling_ = new QTimer(this);

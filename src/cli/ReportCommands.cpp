@@ -123,7 +123,7 @@ void Deliver(const PrintPreviewControl& pages, const DetailTable& details, const
 void RunReport(const ReportFlags& flags, Context& context) {
     RequireWritable(flags.Output);
     const Date now = flags.Now.empty() ? Now() : DateArgument(flags.Now, "--now");
-    const ReportOptions options = OptionsOf(flags, now);
+    ReportOptions options = OptionsOf(flags, now);
     CompanySession& session = context.Open(flags.File);
     RefusalAsFailure refusals(context.Asking());
     const std::optional<ReportFilter> filter = CheckReportOptions(session, options, refusals);

@@ -92,6 +92,7 @@ struct ReportOptions {
     std::optional<Date> YStart;  // the date filter
     std::optional<Date> YEnd;
 
+    int PrintPYItems = 0;      // the prior years' disposals checked; they join the flags when the run begins
     bool PrintPYSold = false;  // whether assets disposed of in earlier years are printed
     bool PrintPYCasualty = false;
     bool PrintPYAbandoned = false;

@@ -120,7 +120,7 @@ void ReportWriter::PrintReportHeadings() {
     ReportRow = 1.0F;
     v_.FontSize = kTextSize;
     VSendLJ(ReportRow, kHeadLeft, "Report date:");
-    VSendRJ(ReportRow, kHeadLeftValue, Format(head_.ReportDate, pictures::kReportDate));
+    VSendRJ(ReportRow, kHeadLeftValue, head_.ReportDate.IsNone() ? "" : Format(head_.ReportDate, pictures::kReportDate));
     v_.FontSize = kTitleSize;
     VSendCenter(ReportRow, kHeadCenter, head_.Company);
     v_.FontSize = kTextSize;

@@ -92,9 +92,9 @@ ReportResult PostYear(ReportRun& run) {
 
 }  // namespace
 
-std::optional<ReportFilter> CheckReportOptions(CompanySession& session, const ReportOptions& options, Prompts& prompts) {
-    ReportFilter filter{.Options = options, .YearEnd = session.FiscalYearEnd(options.Book), .FilterFrom = {}, .FilterTo = {}};
-    if (!IsCalendarDate(filter.YearEnd)) {
+std::optional<ReportFilter> CheckReportOptions(CompanySession& session, ReportOptions& options, Prompts& prompts) {
+    const Date yearEnd = session.FiscalYearEnd(options.Book);
+    if (!IsCalendarDate(yearEnd)) {
         prompts.Message("Invalid fiscal year-end date for selected book\nPlease use company setup options", kTitle);
         return std::nullopt;
     }
@@ -102,8 +102,11 @@ std::optional<ReportFilter> CheckReportOptions(CompanySession& session, const Re
         prompts.Message("You must enter Both dates or leave both dates blank", kTitle);
         return std::nullopt;
     }
-    filter.FilterFrom = options.YStart.value_or(Date());
-    filter.FilterTo = options.YEnd.value_or(Date());
+    options.CheckPrintPY(options.PrintPYItems);
+    ReportFilter filter{.Options = options,
+                        .YearEnd = yearEnd,
+                        .FilterFrom = options.YStart.value_or(Date()),
+                        .FilterTo = options.YEnd.value_or(Date())};
     if (options.Sequence == ReportSequence::PropertyGroup && !options.GroupAndYear) {
         const Answer answer = prompts.AskYesNoCancel("Print subtotals by Group and Year ", "Subtotals by Group or Group & Year");
         if (answer == Answer::Cancel) return std::nullopt;

@@ -12,8 +12,9 @@ namespace tallymar {
 // A report run, as the form and the command line tool go through it:
 //   CheckReportOptions, for the post report ConfirmPosting, PrintReport, and then the delivery of the pages.
 
-// What the options select in the open company. Asks for what they leave open and tells what they miss; nullopt: no report.
-std::optional<ReportFilter> CheckReportOptions(CompanySession& session, const ReportOptions& options, Prompts& prompts);
+// What the options select in the open company. Asks for what they leave open and tells what they miss; nullopt: no report. The
+// flags that it takes from the options' items stay in the options.
+std::optional<ReportFilter> CheckReportOptions(CompanySession& session, ReportOptions& options, Prompts& prompts);
 
 // The warning before a post report, whether it will update the database or not. False: no report.
 bool ConfirmPosting(Prompts& prompts);

@@ -27,6 +27,8 @@
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/Icons.h"
 #include "platform/controls/ScreenText.h"
+#include "reports/frmLabelOptions.h"
+#include "reports/frmReportOptions.h"
 #include "shell/frmAbout.h"
 #include "shell/frmEditCompany.h"
 #include "shell/frmEditUser.h"
@@ -131,8 +133,29 @@ void Tallymar::MakeRoutes() {
                  return form;
              });
          }},
+        {Command::ActivitiesCloseYear, [this](int) { RunPostReport([](frmReportOptions& form) { form.ReadyToCloseYear(); }); }},
+        {Command::ReportsRun,
+         [this](int report) {
+             if (report == kPostReport) {
+                 RunPostReport([](frmReportOptions& form) { form.SetWhichReport(kPostReport); });
+                 return;
+             }
+             frmReportOptions form(session_, engine_, this);
+             form.SetWhichReport(report);
+             form.ShowModal();
+         }},
+        {Command::ReportsLabels, [this](int) { frmLabelOptions(session_, this).ShowModal(); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
     };
+}
+
+// What posts must not find the asset form open: its buffer could write a posted record back.
+void Tallymar::RunPostReport(const std::function<void(frmReportOptions&)>& prepare) {
+    const bool wasOpen = UnloadEditForm();
+    frmReportOptions form(session_, engine_, this);
+    prepare(form);
+    form.ShowModal();
+    if (wasOpen) ReopenEditForm();
 }
 
 void Tallymar::Run(Command command, int index) {

@@ -21,6 +21,7 @@ class QMenu;
 namespace tallymar {
 
 class CSForm;
+class frmReportOptions;
 
 // The main window: menu, toolbar, status line and the child windows. It owns the session, the user profile and the engine, and
 // every command goes through its one dispatcher.
@@ -59,6 +60,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
     using Route = std::function<void(int index)>;
 
     void MakeRoutes();
+    void RunPostReport(const std::function<void(frmReportOptions&)>& prepare);
     void MakeMenus();
     void MakeToolbar();
     void SetIcons();

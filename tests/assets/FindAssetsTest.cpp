@@ -50,7 +50,6 @@ TEST_F(FindAssetsTest, ColumnsFollowTheSettings) {
     EXPECT_EQ(texts(false, true), "Asset #=A1 Division=East G/L Number=GLA1 Description=Lathe ");
     EXPECT_EQ(texts(true, false), "Asset #=A1 Division=East Date=2003/02/01 Description=Lathe ");
     EXPECT_EQ(texts(true, true), "Asset #=A1 G/L Number=GLA1 Date=2003/02/01 Description=Lathe ");
-    EXPECT_TRUE(company_.Session.AssetsRecordset().Eof()) << "where a pass leaves it";
 }
 
 TEST_F(FindAssetsTest, DisposedAssetsCarryTheirMark) {

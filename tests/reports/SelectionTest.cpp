@@ -179,8 +179,8 @@ TEST(ReportDefaults, AreTheFormsOwn) {
 }
 
 TEST(ReportOfNothing, PrintsItsHeadAndZeroTotals) {
+    ReportCompany company;
     for (int report = 0; report < kReports; ++report) {
-        ReportCompany company;
         PrintPreviewControl canvas;
         ReportOptions options = ReportCompany::Options(report);
         options.Sequence = ReportSequence::GLAccount;
@@ -228,13 +228,15 @@ TEST(Section179Warning, FirstExceededRowWins) {
         {1993, "17500.01", "$17,500", "$17,500"},     {1993, "17500", nullptr, nullptr},
         {1999, "18600", "$18,500", "$18,500"},
     };
+    ReportCompany company;
+    company.Add(Plain());
     for (const Case& limit : cases) {
         for (const int report : {kPostReport, kCurrentDepreciationReport}) {
-            ReportCompany company;
             company.SetYearEnds(Date::FromYmd(limit.Year, 12, 31));
             AssetRecord asset = Ledger("A1", "1500", "Lathe", Date::FromYmd(limit.Year, 3, 1), "200000", "0", "0");
             SetInEveryBook(asset.Section179, limit.Expense);
-            company.Add(asset);
+            company.Read("A1");  // moves to the row
+            company.Session.WriteAssetRecord(asset);
             PrintPreviewControl canvas;
             company.Print(ReportCompany::Options(report), canvas);
             const char* expected = report == kPostReport ? limit.PostLimit : limit.CurrentLimit;

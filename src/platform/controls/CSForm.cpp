@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 #include <QTabBar>
 #include <QTabWidget>
@@ -165,6 +166,8 @@ bool CSForm::OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers
     }
     if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
     const bool onPad = modifiers & Qt::KeypadModifier;
+    // In a list of options the arrows choose.
+    if ((key == Qt::Key_Down || key == Qt::Key_Up) && qobject_cast<QRadioButton*>(field)) return false;
     switch (key) {
         case Qt::Key_Return:
         case Qt::Key_Enter:

@@ -11,7 +11,8 @@ namespace tallymar {
 
 // The base of every window but the main one: a child of the main window, or a modal one.
 //
-// Its fields are gone through by Tab, and by Enter and Down as well; Up goes back, in lists too. Ctrl+Page Down and Ctrl+Page Up
+// Its fields are gone through by Tab, and by Enter and Down as well; Up goes back, in lists too (among option
+// buttons the arrows choose). Ctrl+Page Down and Ctrl+Page Up
 // turn its tabs. A focused field's hint stands in the form's status line. All of it holds for the fields that the form has when
 // it is first shown.
 class CSForm : public QWidget {

@@ -48,6 +48,17 @@ bool QtPrompts::AskYesNo(std::string_view text, std::string_view title) {
     return box.exec() == QMessageBox::Yes;
 }
 
+Answer QtPrompts::AskYesNoCancel(std::string_view text, std::string_view title) {
+    QMessageBox box(QMessageBox::Question, ToQString(title), FailureToQString(text),
+                    QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, window_);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::Cancel);
+    const int pressed = box.exec();
+    if (pressed == QMessageBox::Yes) return Answer::Yes;
+    return pressed == QMessageBox::No ? Answer::No : Answer::Cancel;
+}
+
 std::optional<std::filesystem::path> QtPrompts::AskOpenFile(const FileDialog& dialog) {
     return AskFile(dialog, false);
 }

@@ -17,6 +17,7 @@ class QtPrompts : public Prompts {
 
     void Message(std::string_view text, std::string_view title, MessageKind kind) override;
     bool AskYesNo(std::string_view text, std::string_view title) override;
+    Answer AskYesNoCancel(std::string_view text, std::string_view title) override;
     std::optional<std::filesystem::path> AskOpenFile(const FileDialog& dialog) override;
     std::optional<std::filesystem::path> AskSaveFile(const FileDialog& dialog) override;
     void ProgressStart(std::int64_t maximum) override;

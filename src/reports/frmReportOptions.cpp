@@ -1,0 +1,265 @@
+#include "reports/frmReportOptions.h"
+
+#include <array>
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <QVBoxLayout>
+
+#include "platform/controls/CSChkList.h"
+#include "platform/controls/CSCmdBtn.h"
+#include "platform/controls/CSOptList.h"
+#include "platform/controls/EventGuard.h"
+#include "platform/controls/FieldRows.h"
+#include "platform/controls/Hourglass.h"
+#include "platform/controls/QtPrompts.h"
+#include "platform/controls/ScreenText.h"
+#include "platform/controls/sidtEdit.h"
+#include "platform/controls/sitxEdit.h"
+#include "platform/page/frmPreview.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr int kDivisionLength = 16;  // as the columns of the assets
+constexpr int kCodeSectionLength = 8;
+
+constexpr int kPreviewItem = 0;
+constexpr int kPrinterItem = 1;
+constexpr std::array<OutputTarget, 3> kTargets = {OutputTarget::Preview, OutputTarget::Printer, OutputTarget::File};
+
+QStringList SequenceItems() {
+    QStringList items;
+    for (const SequenceInfo& info : kSequences) items << ToQString(info.Item);
+    return items;
+}
+
+QStringList BookItems() {
+    QStringList items;
+    for (int book = kFirstBook; book <= kLastBook; ++book) items << ToQString(kReportBooks[static_cast<std::size_t>(book)]);
+    return items;
+}
+
+}  // namespace
+
+frmReportOptions::frmReportOptions(CompanySession& session, ADepre& engine, QWidget* parent)
+    : CSForm("frmReportOptions", tr("Report Options"), parent), session_(session), engine_(engine) {
+    lblReportName_ = Named(new QLabel(this), "lblReportName");
+    QFont large = lblReportName_->font();
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    large.setBold(true);
+    lblReportName_->setFont(large);
+    lblReportName_->setAlignment(Qt::AlignCenter);
+
+    optlBook_ = new CSOptList("optlBook", tr("Book"), BookItems(), this);
+    optlSequence_ = new CSOptList("optlSequence", tr("Sequence"), SequenceItems(), this);
+    chklPrintPY_ = new CSChkList("chklPrintPY", tr("Print Prior Year"),
+                                 {tr("Sold"), tr("Casualty"), tr("Abandoned"), tr("Like-Kind")}, this);
+    chklMiscellaneous_ = new CSChkList("chklMiscellaneous", tr("Miscellaneous Options"),
+                                       {tr("Double Space Report"), tr("Print 2nd Description Line"), tr("Update Database"),
+                                        tr("Print Investments"), tr("Include 179 Expense")},
+                                       this);
+    optlOutput_ = new CSOptList("optlOutput", tr("Output To"), {tr("Preview"), tr("Printer"), tr("File")}, this);
+    optlBook_->SetHints(tr("The book to report"));
+    optlSequence_->SetHints(tr("The order of the assets and the groups that are subtotalled"));
+    optlOutput_->SetHints(tr("Where the report goes"));
+    chklPrintPY_->SetHints(tr("Disposals of earlier years to be printed too"));
+
+    auto* grid = new QGridLayout;
+    grid->setSpacing(12);
+    grid->addWidget(optlBook_, 0, 0);
+    grid->addWidget(optlSequence_, 0, 1);
+    grid->addWidget(chklPrintPY_, 1, 0);
+    grid->addWidget(chklMiscellaneous_, 1, 1);
+    grid->addWidget(optlOutput_, 2, 0);
+    grid->addWidget(MakeReportDate(), 2, 1);
+    grid->addWidget(MakeFilter(), 0, 2, 3, 1);
+
+    progressBar_ = Named(new QProgressBar(this), "ProgressBar1");
+    progressBar_->setAccessibleName(tr("Progress"));
+    progressBar_->setRange(0, 1);
+    progressBar_->setValue(0);
+    progressBar_->setTextVisible(false);
+
+    auto* cmdOK = Named(new CSCmdBtn(tr("&Ok"), this), "cmdOK");
+    auto* cmdCancel = Named(new CSCmdBtn(tr("&Cancel"), this), "cmdCancel");
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(MakeHintLine(), 1);
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
+
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(16, 14, 16, 12);
+    all->setSpacing(12);
+    all->addWidget(lblReportName_);
+    all->addLayout(grid);
+    all->addWidget(progressBar_);
+    all->addLayout(buttons);
+
+    options_.Include179 = true;
+    connect(optlBook_, &CSOptList::Clicked, this, Guarded([this] { ShowReportName(); }));
+    connect(chklMiscellaneous_, &CSChkList::Clicked, this, Guarded([this] { TakeMiscellaneous(); }));
+    connect(cmdOK, &QPushButton::clicked, this, Guarded([this] { Ok(); }));
+    connect(cmdCancel, &QPushButton::clicked, this, &CSForm::Unload);
+    SetCancelButton(cmdCancel);
+}
+
+QWidget* frmReportOptions::MakeReportDate() {
+    auto* box = new QGroupBox(tr("Report Date"), this);
+    auto* grid = new QGridLayout(box);
+    sidtReportDate_ = Named(new sidtEdit(box), "sidtReportDate");
+    sidtReportDate_->SetValue(Today());
+    SetHint(sidtReportDate_, tr("The date printed at the head of each page"));
+    FieldRows rows(grid);
+    rows.Add(tr("&Date"), sidtReportDate_);
+    grid->setRowStretch(1, 1);
+    return box;
+}
+
+QWidget* frmReportOptions::MakeFilter() {
+    auto* box = new QGroupBox(tr("Filter Report By"), this);
+    auto* grid = new QGridLayout;
+    sitxDivision_ = Named(new sitxEdit(kDivisionLength, box), "sitxDivision");
+    sitxDepartment_ = Named(new sitxEdit(kDivisionLength, box), "sitxDepartment");
+    sitxCodeSection_ = Named(new sitxEdit(kCodeSectionLength, box), "sitxCodeSection");
+    SetHint(sitxDivision_, tr("Only assets of this division; empty for all"));
+    SetHint(sitxDepartment_, tr("Compared with the division of the assets; empty for all"));
+    SetHint(sitxCodeSection_, tr("Only assets of this section, such as 1245; empty for all"));
+    FieldRows rows(grid);
+    rows.Add(tr("D&ivision"), sitxDivision_);
+    rows.Add(tr("D&epartment"), sitxDepartment_);
+    rows.Add(tr("IRS Code &Section"), sitxCodeSection_);
+
+    lblFilter_ = Named(new QLabel(tr("Filter Date Criteria"), box), "lblFilter");
+    auto* dates = new QGridLayout;
+    sidtYStart_ = Named(new sidtEdit(box), "sidtYStart");
+    sidtYEnd_ = Named(new sidtEdit(box), "sidtYEnd");
+    SetHint(sidtYStart_, tr("First date to be printed; both dates empty for all"));
+    SetHint(sidtYEnd_, tr("Last date to be printed; both dates empty for all"));
+    FieldRows dateRows(dates);
+    dateRows.Add(tr("&From"), sidtYStart_);
+    dateRows.Add(tr("&To"), sidtYEnd_);
+
+    auto* all = new QVBoxLayout(box);
+    all->setSpacing(10);
+    all->addLayout(grid);
+    all->addSpacing(6);
+    all->addWidget(lblFilter_);
+    all->addLayout(dates);
+    all->addStretch(1);
+    return box;
+}
+
+void frmReportOptions::SetWhichReport(int reportNumber) {
+    const ReportInfo& info = InfoOfReport(reportNumber);
+    options_.ReportNumber = reportNumber;
+    optlBook_->SetIndex(info.Book - kFirstBook);
+    chklMiscellaneous_->SetValue(info.Miscellaneous);
+    lblFilter_->setText(ToQString(info.FilterLabel));
+    ShowReportName();
+}
+
+void frmReportOptions::ReadyToCloseYear() {
+    SetWhichReport(kPostReport);
+    chklMiscellaneous_->SetValue(kUpdateDatabase);
+    chklPrintPY_->SetValue(0);
+    optlOutput_->SetIndex(kPrinterItem);
+    ShowCaution(tr("CAUTION: Database will be posted. BACKUP Database 1st"));
+}
+
+void frmReportOptions::ShowReportName() {
+    lblReportName_->setText(ToQString(ReportCaption(options_.ReportNumber, optlBook_->Index() + kFirstBook)));
+}
+
+void frmReportOptions::TakeMiscellaneous() {
+    options_.SetMiscellaneous(chklMiscellaneous_->Value());
+    ShowCaution(options_.UpdateDatabase ? tr("CAUTION: Database will be posted. BACKUP Database first.") : QString());
+}
+
+void frmReportOptions::ShowCaution(const QString& caution) {
+    caution_ = caution;
+    ShowMessage(caution_);
+}
+
+// A caution is not lost to the next field, unless that one has something to say itself.
+void frmReportOptions::OnFieldFocus(QWidget* field) {
+    if (!caution_.isEmpty() && (HintOf(field).isEmpty() || !qobject_cast<EntryEdit*>(field))) ShowMessage(caution_);
+}
+
+ReportOptions frmReportOptions::OptionsOfControls() const {
+    ReportOptions options = options_;
+    options.Book = optlBook_->Index() + kFirstBook;
+    options.Sequence = kSequences.at(static_cast<std::size_t>(optlSequence_->Index())).Sequence;
+    options.ReportDate = sidtReportDate_->Value();
+    options.Division = sitxDivision_->Text();
+    options.Department = sitxDepartment_->Text();
+    options.CodeSection = sitxCodeSection_->Text();
+    options.YStart = sidtYStart_->IsDate() ? std::optional<Date>(sidtYStart_->Value()) : std::nullopt;
+    options.YEnd = sidtYEnd_->IsDate() ? std::optional<Date>(sidtYEnd_->Value()) : std::nullopt;
+    options.PrintPYItems = chklPrintPY_->Value();
+    options.SetMiscellaneous(chklMiscellaneous_->Value());
+    return options;
+}
+
+void frmReportOptions::Ok() {
+    QtPrompts prompts(this);
+    options_ = OptionsOfControls();
+    const std::optional<ReportFilter> filter = CheckReportOptions(session_, options_, prompts);
+    if (!filter) return;
+    if (options_.ReportNumber == kPostReport) {
+        ShowCaution(tr("CAUTION: Database will be posted. BACKUP Database first"));
+        if (!ConfirmPosting(prompts)) return;
+    }
+    Run(*filter);
+}
+
+void frmReportOptions::Run(const ReportFilter& filter) {
+    const bool posts = options_.ReportNumber == kPostReport && options_.UpdateDatabase;
+    auto document = std::make_shared<PrintedDocument>();
+    try {
+        const class_Hourglass wait;
+        QtPrompts prompts(this, progressBar_);
+        ReportRun run{.Session = session_,
+                      .Engine = engine_,
+                      .Asking = prompts,
+                      .V = document->Pages,
+                      .Filter = filter,
+                      .Now = Now(),
+                      .Details = &document->Details};
+        if (!PrintReport(run).Printed) return;
+    } catch (...) {
+        // Another press of the button would post again what has been posted already.
+        if (posts)
+            QMetaObject::invokeMethod(
+                this, [this] { Unload(); }, Qt::QueuedConnection);
+        throw;
+    }
+    hide();
+    try {
+        Deliver(document, posts);
+    } catch (...) {
+        Unload();
+        throw;
+    }
+    Unload();
+}
+
+void frmReportOptions::Deliver(std::shared_ptr<const PrintedDocument> document, bool posted) {
+    QWidget* over = parentWidget() ? parentWidget()->window() : nullptr;
+    QtPrompts prompts(over);
+    const OutputTarget target = kTargets.at(static_cast<std::size_t>(optlOutput_->Index()));
+    bool delivered = false;
+    try {
+        delivered = DeliverDocument(target, document, prompts, over);
+    } catch (const std::exception& failure) {
+        if (!posted) throw;
+        ReportFailure(failure);
+    }
+    // A posting cannot be printed again: what was posted is shown, whatever became of its paper.
+    if (!delivered && posted) DeliverDocument(kTargets[kPreviewItem], document, prompts, over);
+}
+
+}  // namespace tallymar

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/controls/CSForm.h"
+#include "platform/page/Delivery.h"
+#include "reports/Reports.h"
+
+class QGroupBox;
+class QProgressBar;
+
+namespace tallymar {
+
+class CSChkList;
+class CSOptList;
+class sidtEdit;
+class sitxEdit;
+
+// The one form behind every columnar report. A new one is made for each report and unloads itself when the report has run.
+class frmReportOptions : public CSForm {
+    Q_OBJECT
+
+ public:
+    frmReportOptions(CompanySession& session, ADepre& engine, QWidget* parent = nullptr);
+
+    // The number of the report, set before the form is shown.
+    int WhichReport() const { return options_.ReportNumber; }
+    void SetWhichReport(int reportNumber);
+
+    // The post report, ready to close the year.
+    void ReadyToCloseYear();
+
+ protected:
+    void OnFieldFocus(QWidget* field) override;
+
+ private:
+    QWidget* MakeFilter();
+    QWidget* MakeReportDate();
+    void ShowReportName();
+    void TakeMiscellaneous();
+    void ShowCaution(const QString& caution);
+    ReportOptions OptionsOfControls() const;
+    void Ok();
+    void Run(const ReportFilter& filter);
+    void Deliver(std::shared_ptr<const PrintedDocument> document, bool posted);
+
+    CompanySession& session_;
+    ADepre& engine_;
+    ReportOptions options_;  // of the runs that were refused, the flags that stay
+    QString caution_;        // stands in the status line where no field has a hint
+
+    QLabel* lblReportName_ = nullptr;
+    QLabel* lblFilter_ = nullptr;
+    CSOptList* optlBook_ = nullptr;
+    CSOptList* optlSequence_ = nullptr;
+    CSOptList* optlOutput_ = nullptr;
+    CSChkList* chklPrintPY_ = nullptr;
+    CSChkList* chklMiscellaneous_ = nullptr;
+    sidtEdit* sidtReportDate_ = nullptr;
+    sitxEdit* sitxDivision_ = nullptr;
+    sitxEdit* sitxDepartment_ = nullptr;
+    sitxEdit* sitxCodeSection_ = nullptr;
+    sidtEdit* sidtYStart_ = nullptr;
+    sidtEdit* sidtYEnd_ = nullptr;
+    QProgressBar* progressBar_ = nullptr;
+};
+
+}  // namespace tallymar
