@@ -4,6 +4,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
@@ -87,16 +88,35 @@ TEST_F(MainWindow, ACommandWithoutAWindowStaysOff) {
     }
 }
 
-TEST_F(MainWindow, MenusShowTheirHints) {
+TEST_F(MainWindow, MenusShowTheirHintsOfCommandsThatAreOffToo) {
+    Open(MakeCompany(false));
+    const auto hint = [&] { return window_.statusBar()->currentMessage(); };
+    const auto goTo = [&](QMenu* menu, int row) {
+        window_.menuBar()->setActiveAction(menu->menuAction());
+        while (row-- > 0) QTest::keyClick(menu, Qt::Key_Down);
+    };
+    QMenu* activities = window_.findChild<QMenu*>("mnuActivities");
+    goTo(activities, 0);
+    EXPECT_EQ(hint(), "Selects an activity to perform on the assets");
+    ASSERT_FALSE(Action("mnuResequence")->isEnabled());
+    goTo(activities, 4);
+    EXPECT_EQ(activities->activeAction(), Action("mnuResequence"));
+    EXPECT_EQ(hint(), "Create a new database with resequenced Asset numbers");
+    QMenu* tools = window_.findChild<QMenu*>("mnuTools");
+    goTo(tools, 4);
+    EXPECT_EQ(tools->activeAction(), Action("mnuBackup"));
+    EXPECT_EQ(hint(), "");
+    QTest::keyClick(tools, Qt::Key_Escape);
+    window_.menuBar()->setActiveAction(nullptr);
+}
+
+TEST_F(MainWindow, AFormsAccessKeysComeBeforeTheMainMenus) {
     Open(MakeCompany(true));
-    const std::pair<QAction*, const char*> hints[] = {
-        {Action("mnuChangeRange"), "Make changes to a range of assets"},
-        {Action("mnuBackup"), ""},
-        {window_.findChild<QMenu*>("mnuTools")->menuAction(), "Select a database utility"}};
-    for (const auto& [action, hint] : hints) {
-        action->hover();
-        EXPECT_EQ(window_.statusBar()->currentMessage(), hint);
-    }
+    ASSERT_NE(Form("frmEditAsset"), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::AltModifier);
+    QTest::qWait(200);
+    EXPECT_NE(Form("frmFindAsset"), nullptr);
+    EXPECT_FALSE(window_.findChild<QMenu*>("mnuFile")->isVisible());
 }
 
 TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
@@ -220,6 +240,28 @@ TEST_F(MainWindow, ComputeCurrentShowsTheFourthQuarter) {
     window_.Session().ReadAssetRecord(record);
     EXPECT_EQ(record.CurrDepr[1], Units(200));
     EXPECT_EQ(record.CurrDepr[2], Units(0));
+}
+
+TEST_F(MainWindow, AnAssetFormOpenedBesideComputeOptionsDoesNotWriteItsOldFiguresBack) {
+    Open(MakeCompany(true));
+    const auto active = [&] { return qobject_cast<CSForm*>(window_.findChild<QMdiArea*>()->activeSubWindow()->widget()); };
+    Action("Calculate")->trigger();
+    CSForm* options = active();
+    Action("Edit")->trigger();
+    ASSERT_EQ(active()->objectName(), "frmEditAsset");
+    auto* description = active()->findChild<QLineEdit*>("sitxDescription");
+    description->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(description, "Lathe");
+    options->findChild<QAbstractButton*>("cmdOK")->click();
+    options->Unload();
+    ASSERT_EQ(active()->objectName(), "frmEditAsset");
+    EXPECT_EQ(active()->findChild<QLineEdit*>("sitxDescription")->text(), "Lathe");
+    active()->Unload();
+    AssetRecord record;
+    window_.Session().AssetsRecordset().MoveFirst();
+    window_.Session().ReadAssetRecord(record);
+    EXPECT_EQ(record.CurrDepr[1], Units(200));
+    EXPECT_EQ(record.Description, "Lathe");
 }
 
 TEST_F(MainWindow, FirstQuestionStaysUntilACompanyIsOpen) {
