@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const double toolkit = milliseconds();
     const std::filesystem::path folder = std::filesystem::temp_directory_path() / "tallymar-start-bench";
+    std::filesystem::create_directories(folder);
     for (int i = 1; i < argc; ++i) {
         const double before = milliseconds();
         tallymar::Tallymar window(tallymar::AppPath::At(folder, folder / "none"));

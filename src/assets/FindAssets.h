@@ -8,21 +8,24 @@
 #include <vector>
 
 #include "store/CompanySession.h"
+#include "store/Disposal.h"
 
 namespace tallymar {
 
-// Tells by its columns whether the asset of a recordset's current row has been sold or otherwise disposed of. An exchange under
-// Notice 2000-4 carries no mark where there is an amount of sale.
+// Where a recordset holds what tells whether its current asset has been disposed of.
 class DisposalColumns {
  public:
     explicit DisposalColumns(const jet::Recordset& assets);
-    bool CheckDisposed(const jet::Recordset& assets) const;
+    DisposalMarks Read(const jet::Recordset& assets) const;
 
  private:
     int soldAmount_;
     int soldExpense_;
+    int abandoned_;
+    int casualty_;
+    int sold_;
+    int likeKind_;
     int notice4_;
-    std::array<int, 4> flags_;
 };
 
 inline constexpr std::string_view kDisposedMark = "(*)";

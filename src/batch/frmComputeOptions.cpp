@@ -126,6 +126,7 @@ void frmComputeOptions::TakeMonth() {
 }
 
 void frmComputeOptions::Compute() {
+    emit Computing();
     ComputeCurrentOptions options;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         options.Compute[book] = chkCompute_[book]->isChecked();

@@ -19,6 +19,9 @@ class frmComputeOptions : public CSForm {
  public:
     frmComputeOptions(CompanySession& session, ADepre& engine, QWidget* parent = nullptr);
 
+ signals:
+    void Computing();  // the run is about to begin: who has changes of an asset on screen must save them now
+
  protected:
     void OnFieldFocus(QWidget* field) override;
 

@@ -15,7 +15,15 @@ CompanySession& Context::Session() {
 }
 
 ADepre& Context::Engine() {
-    if (engine_ == nullptr) engine_ = std::make_unique<ADepre>(Session().Paths().Tables());
+    if (engine_ == nullptr) {
+        const AppPath& paths = Session().Paths();
+        try {
+            paths.Prepare();
+        } catch (const PlatformError&) {
+            // A service's account often has no home that can be written; the tables are read where they lie.
+        }
+        engine_ = std::make_unique<ADepre>(paths.Tables());
+    }
     return *engine_;
 }
 

@@ -1,13 +1,19 @@
 #include "shell/frmTallymar.h"
 
+#include <algorithm>
+#include <memory>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
+#include <QProxyStyle>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyleOption>
 #include <QTimer>
 #include <QToolBar>
 
@@ -37,6 +43,23 @@ constexpr QSize kFirstSize(1120, 760);
 
 const QString kEditFormName = QStringLiteral("frmEditAsset");
 const QString kFindFormName = QStringLiteral("frmFindAsset");
+
+// A command that is off can be gone to as well, as a preparer knows it: the status line says what it would do. Styles tint only
+// what can be chosen, so it gets a frame.
+class MenuStyle : public QProxyStyle {
+ public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const override {
+        return hint == SH_Menu_AllowActiveAndDisabled ? 1 : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        const bool isOff = !(option->state & State_Enabled);
+        if (element != CE_MenuItem || !isOff || !(option->state & State_Selected)) return;
+        painter->setPen(option->palette.color(QPalette::Active, QPalette::Highlight));
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    }
+};
 
 QString ControlName(const MenuItem& item) {
     const QString name = ToQString(item.Name);
@@ -100,9 +123,13 @@ void Tallymar::MakeRoutes() {
         {Command::ActivitiesComputeCurrent,
          [this](int) {
              ShowOrMake(QStringLiteral("frmComputeOptions"), [this] {
-                 const bool wasOpen = UnloadEditForm();
+                 const auto reopens = std::make_shared<bool>(UnloadEditForm());
                  auto* form = new frmComputeOptions(session_, engine_);
-                 if (wasOpen) connect(form, &CSForm::Unloaded, this, Guarded([this] { ReopenEditForm(); }));
+                 // It may have been opened again meanwhile: what was entered there is saved before the run, not over its results.
+                 connect(form, &frmComputeOptions::Computing, this, [this, reopens] { *reopens |= UnloadEditForm(); });
+                 connect(form, &CSForm::Unloaded, this, Guarded([this, reopens] {
+                             if (*reopens) ReopenEditForm();
+                         }));
                  return form;
              });
          }},
@@ -137,24 +164,25 @@ void Tallymar::Run(Command command, int index) {
 }
 
 void Tallymar::MakeMenus() {
+    auto* style = new MenuStyle;
+    style->setParent(this);
     QMenu* menu = nullptr;
     for (const MenuItem& item : MenuItems()) {
         if (item.Command == Command::None) {
             menu = menuBar()->addMenu(ToQString(item.Caption));
+            menu->setStyle(style);
             menu->setObjectName(ControlName(item));
             if (item.Name == "mnuWindow") windowMenu_ = menu;
-            connect(menu, &QMenu::hovered, this, [this](QAction* action) { ShowHint(action); });
-            connect(menu, &QMenu::aboutToShow, this, [this, menu] { ShowHint(menu->menuAction()); });
-            connect(menu, &QMenu::aboutToHide, this, [this] { statusBar()->clearMessage(); });
+            menu->menuAction()->setStatusTip(ToQString(HintForCaption(item.Caption)));
             continue;
         }
         if (item.Separated) menu->addSeparator();
         QAction* action = menu->addAction(ToQString(item.Caption));
         action->setObjectName(ControlName(item));
+        action->setStatusTip(ToQString(HintForCaption(item.Caption)));
         connect(action, &QAction::triggered, this, [this, command = item.Command, index = item.Index] { Run(command, index); });
         switched_.push_back({action, item.Command, item.When});
     }
-    connect(menuBar(), &QMenuBar::hovered, this, [this](QAction* action) { ShowHint(action); });
     connect(windowMenu_, &QMenu::aboutToShow, this, [this] { FillWindowMenu(); });
 }
 
@@ -197,11 +225,6 @@ void Tallymar::SetFindEnabled(bool enabled) {
     for (const Switched& one : switched_) {
         if (one.Asks == Command::EditFind) one.Action->setEnabled(enabled && HasWindow(one.Asks));
     }
-}
-
-void Tallymar::ShowHint(const QAction* action) {
-    const std::string_view hint = HintForCaption(ToWindows1252(action->text()));
-    statusBar()->showMessage(ToQString(hint));
 }
 
 void Tallymar::FillWindowMenu() {
@@ -287,6 +310,9 @@ void Tallymar::ShowChild(CSForm* form) {
     QMdiSubWindow* window = area_->addSubWindow(form);
     window->setAttribute(Qt::WA_DeleteOnClose);
     form->show();
+    // The area places windows side by side even where they then hang over its edge.
+    const QSize room = area_->viewport()->size() - window->size();
+    window->move(std::clamp(window->x(), 0, std::max(0, room.width())), std::clamp(window->y(), 0, std::max(0, room.height())));
     Activate(form);
 }
 

@@ -65,7 +65,6 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void MakeToolbar();
     void SetIcons();
     void ApplyEnabled(const SessionState& state);
-    void ShowHint(const QAction* action);
     void FillWindowMenu();
     void ShowCaption();
 

@@ -41,6 +41,7 @@ int Start(const Options& options) {
     const std::filesystem::path program = AppPath::ProgramFolder();
     AppPath paths = options.AppPathFolder.empty() ? AppPath::Find(program)
                                                   : AppPath::At(std::filesystem::absolute(options.AppPathFolder), program);
+    paths.Prepare();
     std::filesystem::current_path(paths.Folder());
 
     Tallymar window(std::move(paths));

@@ -44,34 +44,35 @@ void MakeFolder(const fs::path& folder) {
                         "The folder " + folder.string() + " cannot be made: " + error.message());
 }
 
-void Seed(const fs::path& folder, const fs::path& programFolder) {
-    const fs::path delivered = programFolder / kSharedData;
-    if (!Exists(delivered)) return;
-    for (const fs::directory_entry& entry : fs::directory_iterator(delivered)) {
-        const fs::path target = folder / entry.path().filename();
-        if (!entry.is_regular_file() || Exists(target)) continue;
-        std::error_code error;
-        fs::copy_file(entry.path(), target, error);
-        if (error) throw PlatformError(Failure::PathAccess, "The file " + target.string() + " cannot be written: " + error.message());
-    }
-}
-
 }  // namespace
 
-AppPath::AppPath(fs::path folder) : folder_(std::move(folder)) {
-    MakeFolder(Backup());
-    MakeFolder(Images());
-}
+AppPath::AppPath(fs::path folder, fs::path delivered) : folder_(std::move(folder)), delivered_(std::move(delivered)) {}
 
 AppPath AppPath::At(const fs::path& folder, const fs::path& programFolder) {
-    AppPath path(fs::absolute(folder));
-    Seed(path.folder_, programFolder);
-    return path;
+    return AppPath(fs::absolute(folder), programFolder / kSharedData);
 }
 
 AppPath AppPath::Find(const fs::path& programFolder) {
     const bool portable = Exists(programFolder / kMarker) && access(programFolder.c_str(), W_OK) == 0;
-    return portable ? AppPath(programFolder) : At(UserDataFolder(), programFolder);
+    return At(portable ? programFolder : UserDataFolder(), programFolder);
+}
+
+void AppPath::Prepare() const {
+    MakeFolder(Backup());
+    MakeFolder(Images());
+    if (!Exists(delivered_)) return;
+    for (const fs::directory_entry& entry : fs::directory_iterator(delivered_)) {
+        const fs::path target = folder_ / entry.path().filename();
+        if (!entry.is_regular_file() || Exists(target)) continue;
+        std::error_code error;
+        fs::copy_file(entry.path(), target, error);
+        if (error)
+            throw PlatformError(Failure::PathAccess, "The file " + target.string() + " cannot be written: " + error.message());
+    }
+}
+
+fs::path AppPath::Tables() const {
+    return Exists(folder_ / kMarker) || !Exists(delivered_ / kMarker) ? folder_ : delivered_;
 }
 
 fs::path AppPath::ProgramFolder() {

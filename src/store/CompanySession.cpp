@@ -122,9 +122,14 @@ jet::Recordset& CompanySession::AssetsRecordset() { return Opened().Assets; }
 
 AssetRecordAccess& CompanySession::Assets() { return Opened().Access; }
 
-std::string CompanySession::CompanyName() { return CompanyRecordset().Get("Company").ToText(); }
+jet::Value CompanySession::CompanyValue(std::string_view column) {
+    jet::Recordset& company = CompanyRecordset();
+    return company.HasCurrentRow() ? company.Get(column) : jet::Value();
+}
 
-std::string CompanySession::RoundText() { return CompanyRecordset().Get("Round").ToText(); }
+std::string CompanySession::CompanyName() { return CompanyValue("Company").ToText(); }
+
+std::string CompanySession::RoundText() { return CompanyValue("Round").ToText(); }
 
 std::string_view CompanySession::YearEndColumn(int book) {
     if (book < kFirstBook || book > kLastBook) throw PlatformError(Failure::SubscriptOutOfRange);
@@ -132,7 +137,7 @@ std::string_view CompanySession::YearEndColumn(int book) {
 }
 
 Date CompanySession::FiscalYearEnd(int book) {
-    const jet::Value value = CompanyRecordset().Get(YearEndColumn(book));
+    const jet::Value value = CompanyValue(YearEndColumn(book));
     return value.IsDate() ? value.AsDate() : Date();
 }
 

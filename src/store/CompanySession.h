@@ -61,6 +61,7 @@ class CompanySession {
     void WriteAssetRecord(const AssetRecord& record) { Assets().WriteAssetRecord(record); }
     void AddAssetRecord(const AssetRecord& record) { Assets().AddAssetRecord(record); }
 
+    // A company table that has lost its row reads as if its row were empty, until the profile form adds one.
     std::string CompanyName();
     std::string RoundText();      // "True" or "False", as the rounding of amounts is told it
     Date FiscalYearEnd(int book);  // date 0 when the profile holds none
@@ -78,6 +79,7 @@ class CompanySession {
 
     Open& Opened();
     AssetRecordAccess& Assets();
+    jet::Value CompanyValue(std::string_view column);
     void SetOpen(jet::Database database, const std::filesystem::path& path);
 
     AppPath appPath_;

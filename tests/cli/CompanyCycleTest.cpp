@@ -84,6 +84,17 @@ TEST_F(CliTest, RefusalsChangeNothing) {
     EXPECT_EQ(cli_.Read("text.mdb"), "this is no company");
 }
 
+TEST_F(CliTest, NeedsNoFolderOfItsOwn) {
+    cli_.Write("app", "a file where the application folder should be");
+    Good("new c.mdb");
+    Good("company c.mdb --set FYEFederal=2003-12-31");
+    cli_.Write("two.csv", kTwoAssets);
+    Good("load c.mdb two.csv");
+    EXPECT_EQ(Good("compute c.mdb --books 1"), "Federal 2,000.25 1,000.25 50.01\n");
+    EXPECT_THAT(Good("dump c.mdb"), HasSubstr("A2"));
+    EXPECT_EQ(cli_.Read("app"), "a file where the application folder should be");
+}
+
 TEST_F(CliTest, HelpIsEverywhere) {
     for (const char* command : {"", "new", "company", "load", "dump", "compute"}) {
         EXPECT_THAT(Good(std::string(command) + " --help"), HasSubstr("Usage")) << command;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/runtime/PlatformError.h"
 #include "support/TempFolder.h"
 
 namespace tallymar {
@@ -26,7 +27,9 @@ std::string Contents(const fs::path& path) {
 TEST(AppPath, APortableCopyKeepsEverythingBesideTheProgram) {
     test::TempFolder folder;
     Write(folder / "MACSDB05.DPP", "table");
-    EXPECT_EQ(AppPath::Find(folder.Path()).Folder(), folder.Path());
+    const AppPath path = AppPath::Find(folder.Path());
+    EXPECT_EQ(path.Folder(), folder.Path());
+    path.Prepare();
     EXPECT_TRUE(fs::is_directory(folder / "Backup"));
     EXPECT_TRUE(fs::is_directory(folder / "Images"));
 }
@@ -41,9 +44,19 @@ TEST(AppPath, AnInstalledProgramFillsTheUsersFolderAndKeepsWhatTheUserChanged) {
     const AppPath path = AppPath::Find(folder / "usr/bin");
     unsetenv("XDG_DATA_HOME");
     EXPECT_EQ(path.Folder(), folder / "home/tallymar");
+    path.Prepare();
     EXPECT_EQ(Contents(path.Tables() / "MACSDB05.DPP"), "changed");
     EXPECT_EQ(Contents(path.Tables() / "MACSDB07.DPP"), "delivered");
     EXPECT_TRUE(fs::is_directory(path.Backup()));
+}
+
+TEST(AppPath, AFolderThatCannotBeFilledLeavesTheDeliveredTables) {
+    test::TempFolder folder;
+    Write(folder / "usr/share/tallymar/MACSDB05.DPP", "delivered");
+    Write(folder / "home", "a file where the folder should be");
+    const AppPath path = AppPath::At(folder / "home/tallymar", folder / "usr/bin");
+    EXPECT_THROW(path.Prepare(), PlatformError);
+    EXPECT_EQ(Contents(path.Tables() / "MACSDB05.DPP"), "delivered");
 }
 
 }  // namespace

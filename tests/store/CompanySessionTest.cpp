@@ -53,6 +53,15 @@ TEST(CompanySession, OpeningRemembersThePathAndNewReplacesTheFile) {
     EXPECT_THROW(company.Session.AssetsRecordset(), PlatformError);
 }
 
+TEST(CompanySession, ACompanyThatHasLostItsRowOpens) {
+    test::TestCompany company;
+    company.Session.CompanyRecordset().Delete();
+    company.Session.OpenCompany(company.File(), company.Prompts);
+    EXPECT_TRUE(company.Session.IsOpen());
+    EXPECT_EQ(company.Session.CompanyName(), "");
+    EXPECT_EQ(company.Session.FiscalYearEnd(kFirstBook), Date());
+}
+
 // A company file as the first release wrote it, with one asset in it.
 void WriteOldFile(const std::filesystem::path& path) {
     jet::Database database = jet::Database::Create(path);

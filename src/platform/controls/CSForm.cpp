@@ -130,8 +130,17 @@ void CSForm::FocusFirst() {
 
 bool CSForm::eventFilter(QObject* watched, QEvent* event) {
     auto* field = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::ShortcutOverride && CommandOf(*static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
     if (event->type() == QEvent::KeyPress && field->hasFocus()) {
         const auto* key = static_cast<QKeyEvent*>(event);
+        if (QPushButton* command = CommandOf(*key)) {
+            command->setFocus(Qt::ShortcutFocusReason);
+            command->animateClick();
+            return true;
+        }
         if (OnFieldKey(field, key->key(), key->modifiers())) return true;
     } else if (event->type() == QEvent::FocusIn) {
         const QString hint = HintOf(field);
@@ -140,6 +149,15 @@ bool CSForm::eventFilter(QObject* watched, QEvent* event) {
         OnFieldFocus(field);
     }
     return QWidget::eventFilter(watched, event);
+}
+
+QPushButton* CSForm::CommandOf(const QKeyEvent& key) const {
+    if (key.modifiers() != Qt::AltModifier) return nullptr;
+    const QKeySequence access(key.keyCombination());
+    for (auto* button : findChildren<QPushButton*>()) {
+        if (button->isVisible() && button->isEnabled() && button->shortcut() == access) return button;
+    }
+    return nullptr;
 }
 
 bool CSForm::OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers) {

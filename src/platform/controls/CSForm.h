@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 
+class QPushButton;
+
 namespace tallymar {
 
 // The base of every window but the main one: a child of the main window, or a modal one.
@@ -57,6 +59,8 @@ class CSForm : public QWidget {
  private:
     void Adopt();
     bool TurnTab(int step);
+    // The command whose access key this is. The form takes it for itself: the main menu may have the same letter.
+    QPushButton* CommandOf(const QKeyEvent& key) const;
     bool OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers);
 
     QLabel* hintLine_ = nullptr;
