@@ -234,6 +234,7 @@ QWidget* frmEditAsset::MakeCommands() {
         edit_.CopyAsset();
         emit CopyWanted();
         ShowCaption();
+        FocusTab();
     }));
     line->addWidget(MakeCommand(kCmdFind, [this] { emit FindWanted(); }));
     line->addStretch(1);
@@ -255,8 +256,7 @@ void frmEditAsset::showEvent(QShowEvent* event) {
 void frmEditAsset::LoadEdit() {
     edit_.LoadEdit();
     ShowAll();
-    if (!controls_.Of(focusWidget()))
-        FocusField(shownTab_ == kGeneralTab ? AssetNum : shownTab_ == kSaleTab ? DateSold : DeprType);
+    FocusTab();
 }
 
 void frmEditAsset::ShowAll() {
@@ -291,6 +291,12 @@ void frmEditAsset::OnTabChanged(int tab) {
 void frmEditAsset::FocusField(AssetField field) {
     const bool ofBook = FieldDef(field).Place == FieldPlace::Book;
     if (QWidget* widget = controls_.Find(field, ofBook ? shownTab_ : 0)) widget->setFocus(Qt::TabFocusReason);
+}
+
+// After a command the keys belong to the fields again, not to its button.
+void frmEditAsset::FocusTab() {
+    if (controls_.Of(focusWidget())) return;
+    FocusField(shownTab_ == kGeneralTab ? AssetNum : shownTab_ == kSaleTab ? DateSold : DeprType);
 }
 
 void frmEditAsset::OnFieldFocus(QWidget* field) {
@@ -368,6 +374,7 @@ void frmEditAsset::Delete() {
     }
     ShowAll();
     ShowCaption();
+    FocusTab();
 }
 
 void frmEditAsset::Build() {
@@ -377,6 +384,7 @@ void frmEditAsset::Build() {
     form.ShowModal();
     edit_.FinishBuild(form.BuildCancelled());
     ShowAll();
+    FocusTab();
 }
 
 void frmEditAsset::ViewPicture() {

@@ -58,6 +58,7 @@ class frmEditAsset : public CSForm {
     void ShowTab(int tab);
     void OnTabChanged(int tab);
     void FocusField(AssetField field);
+    void FocusTab();
     void Move(void (AssetEditSession::*step)());
     void Delete();
     void Build();
