@@ -102,21 +102,29 @@ bool Less(const SortKey& a, const SortKey& b, bool anyCase) {
     return CompareTexts(a.Whole, b.Whole, anyCase) < 0;
 }
 
-bool IsAbove0(const jet::Value& amount) {
-    return !amount.IsNull() && amount.Currency() > CurrencyAmount();
+CurrencyAmount AmountOf(const jet::Value& value) {
+    return value.IsNull() ? CurrencyAmount() : value.Currency();
 }
 
 }  // namespace
 
-CheckDisposed::CheckDisposed(const jet::Recordset& assets)
+DisposalColumns::DisposalColumns(const jet::Recordset& assets)
     : soldAmount_(assets.Ordinal("SoldAmount")),
       soldExpense_(assets.Ordinal("SoldExpense")),
-      notice4_(assets.Ordinal("Notice4")),
-      flags_{assets.Ordinal("Abandoned"), assets.Ordinal("Casualty"), assets.Ordinal("Sold"), assets.Ordinal("LikeKind")} {}
+      abandoned_(assets.Ordinal("Abandoned")),
+      casualty_(assets.Ordinal("Casualty")),
+      sold_(assets.Ordinal("Sold")),
+      likeKind_(assets.Ordinal("LikeKind")),
+      notice4_(assets.Ordinal("Notice4")) {}
 
-bool CheckDisposed::operator()(const jet::Recordset& assets) const {
-    if (IsAbove0(assets.Get(soldAmount_)) || IsAbove0(assets.Get(soldExpense_))) return !assets.Get(notice4_).Boolean();
-    return std::any_of(flags_.begin(), flags_.end(), [&assets](int flag) { return assets.Get(flag).Boolean(); });
+DisposalMarks DisposalColumns::Read(const jet::Recordset& assets) const {
+    return {.SoldAmount = AmountOf(assets.Get(soldAmount_)),
+            .SoldExpense = AmountOf(assets.Get(soldExpense_)),
+            .Abandoned = assets.Get(abandoned_).Boolean(),
+            .Casualty = assets.Get(casualty_).Boolean(),
+            .Sold = assets.Get(sold_).Boolean(),
+            .LikeKind = assets.Get(likeKind_).Boolean(),
+            .Notice4 = assets.Get(notice4_).Boolean()};
 }
 
 FindColumns FindColumns::For(bool byDate, bool byGLNumber) {
@@ -139,7 +147,7 @@ std::optional<int> FindColumns::Find(std::string_view heading) const {
 FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
     : columns_(FindColumns::For(byDate, byGLNumber)),
       assets_(session.Database().OpenRecordset("Assets")),
-      checkDisposed_(assets_) {
+      disposal_(assets_) {
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         ordinals_[column] = assets_.Ordinal(DefOf(columns_.Columns[column]).Column);
     }
@@ -163,7 +171,7 @@ void FindAssets::FillAll() {
 }
 
 void FindAssets::Append() {
-    Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = checkDisposed_(assets_)};
+    Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = CheckDisposed(disposal_.Read(assets_))};
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         const jet::Value value = assets_.Get(ordinals_[column]);
         const std::size_t start = texts_.size();

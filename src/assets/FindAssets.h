@@ -8,21 +8,24 @@
 #include <vector>
 
 #include "store/CompanySession.h"
+#include "store/Disposal.h"
 
 namespace tallymar {
 
-// Tells whether the asset of a recordset's current row has been sold or otherwise disposed of. An exchange under Notice 2000-4
-// carries no mark where there is an amount of sale.
-class CheckDisposed {
+// Where a recordset holds what tells whether its current asset has been disposed of.
+class DisposalColumns {
  public:
-    explicit CheckDisposed(const jet::Recordset& assets);
-    bool operator()(const jet::Recordset& assets) const;
+    explicit DisposalColumns(const jet::Recordset& assets);
+    DisposalMarks Read(const jet::Recordset& assets) const;
 
  private:
     int soldAmount_;
     int soldExpense_;
+    int abandoned_;
+    int casualty_;
+    int sold_;
+    int likeKind_;
     int notice4_;
-    std::array<int, 4> flags_;
 };
 
 inline constexpr std::string_view kDisposedMark = "(*)";
@@ -84,7 +87,7 @@ class FindAssets {
     FindColumns columns_;
     jet::Recordset assets_;
     std::array<int, FindColumns::kCount> ordinals_;
-    CheckDisposed checkDisposed_;
+    DisposalColumns disposal_;
     std::vector<Row> rows_;
     std::string texts_;
     std::vector<std::uint32_t> order_;  // of rows_, as shown

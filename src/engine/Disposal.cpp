@@ -1,16 +1,11 @@
 #include "engine/ADepre.h"
+#include "store/Disposal.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {
 
 void ADepre::EvaluateDisposed() {
-    // With an amount of sale or expense the asset has left the books, marked or not, unless it went in an exchange under Notice
-    // 2000-4: that goes on depreciating.
-    if (record_.SoldAmount <= CurrencyAmount() && record_.SoldExpense <= CurrencyAmount()) {
-        disposed_ = record_.Abandoned || record_.Casualty || record_.Sold || record_.LikeKind;
-    } else {
-        disposed_ = !record_.Notice4;
-    }
+    disposed_ = CheckDisposed(record_);
 }
 
 // Every check runs whatever the earlier ones found, so that the last status set is the one that stays.

@@ -6,6 +6,7 @@
 #include "platform/runtime/Windows1252.h"
 #include "reports/Projection.h"
 #include "reports/YearClosing.h"
+#include "store/Disposal.h"
 #include "store/Helpers.h"
 
 namespace tallymar {
@@ -98,7 +99,7 @@ class ColumnReport {
                 run_.Session.ReadAssetRecord(asset_);
                 PrintAsset();
             } catch (const PlatformError& failure) {
-                throw failure.WithPrefix("Asset " + assets.Get("AssetNum").ToText() + ": ");
+                throw failure.WithPrefix("Asset " + std::string(RTrim(assets.Get("AssetNum").ToText())) + ": ");
             }
         }
     }

@@ -41,12 +41,6 @@ bool ReportFilter::SelectFilter(const AssetRecord& asset, FilterMode mode) const
     return !(withoutInvestments && IsInvestment(asset, Options.Book));
 }
 
-bool CheckDisposed(const AssetRecord& asset) {
-    constexpr CurrencyAmount kNothing;
-    if (asset.SoldAmount > kNothing || asset.SoldExpense > kNothing) return !asset.Notice4;
-    return asset.Abandoned || asset.Casualty || asset.Sold || asset.LikeKind;
-}
-
 std::string FiscalYearKey(Date inService, Date yearEnd) {
     if (yearEnd.Month() == 12 && yearEnd.Day() == 31) return Format(inService, pictures::kYear);
     const bool upToYearEnd =

@@ -21,9 +21,6 @@ struct ReportFilter {
     bool SelectFilter(const AssetRecord& asset, FilterMode mode) const;
 };
 
-// Sold at an amount or expense, unless under Notice 2000-4; or marked as gone.
-bool CheckDisposed(const AssetRecord& asset);
-
 // The year, in four digits, in which the fiscal year that contains the asset's in-service date begins.
 std::string FiscalYearKey(Date inService, Date yearEnd);
 

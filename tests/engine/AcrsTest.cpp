@@ -6,6 +6,7 @@
 namespace tallymar {
 namespace {
 
+using test::Amounts;
 using test::Day;
 using test::Money;
 using test::TestAsset;
@@ -17,44 +18,25 @@ class Acrs : public testing::Test {
 };
 
 TEST_F(Acrs, PercentagesOfTheRecoveryClasses) {
-    const auto life = [this](std::string_view period, int method) {
+    const std::tuple<const char*, int, std::vector<CurrencyAmount>> classes[] = {
+        {"3", kAc, Amounts({"2500", "3800", "3700", "0"})},
+        {"5.9", kLh, Amounts({"1500", "2200", "2100", "2100", "2100", "0"})},
+        {"10", kUt, Amounts({"800", "1400", "1200", "1000", "1000", "1000", "900", "900", "900", "900", "0"})},
+        {"15", kAc, Amounts({"0"})}};
+    for (const auto& [period, method, expected] : classes) {
         TestAsset asset("PP", kAcrs, method, period, "10000", Day(1983, 8, 1));
-        return asset.ComputeYears(engine, YearEnd(1983), 12);
-    };
-    const auto three = life("3", kAc);
-    EXPECT_EQ(three[0], Money("2500"));
-    EXPECT_EQ(three[1], Money("3800"));
-    EXPECT_EQ(three[2], Money("3700"));
-    EXPECT_EQ(three[3], Money("0"));
-    const auto five = life("5.9", kLh);
-    EXPECT_EQ(five[0], Money("1500"));
-    EXPECT_EQ(five[1], Money("2200"));
-    EXPECT_EQ(five[4], Money("2100"));
-    EXPECT_EQ(five[5], Money("0"));
-    const auto ten = life("10", kUt);
-    EXPECT_EQ(ten[0], Money("800"));
-    EXPECT_EQ(ten[2], Money("1200"));
-    EXPECT_EQ(ten[9], Money("900"));
-    EXPECT_EQ(ten[10], Money("0"));
-    EXPECT_EQ(life("15", kAc)[0], Money("0"));
-    EXPECT_EQ(engine.DeprStatusCode(), 0);
-}
-
-TEST_F(Acrs, EveryHalfCentOfAPercentageGoesUp) {
-    TestAsset asset("PP", kAcrs, kAc, "5", "0.50", Day(1983, 8, 1));  // 15% is 7.5 cents
-    EXPECT_EQ(asset.Compute(engine, YearEnd(1983)), Money("0.08"));
-    asset.Record.Basis[1] = Money("1234.50");  // 22% is 271.59
-    EXPECT_EQ(asset.Compute(engine, YearEnd(1984)), Money("271.59"));
+        EXPECT_EQ(asset.ComputeYears(engine, YearEnd(1983), static_cast<int>(expected.size())), expected) << period;
+        EXPECT_EQ(engine.DeprStatusCode(), 0) << period;
+    }
+    TestAsset cents("PP", kAcrs, kAc, "5", "0.50", Day(1983, 8, 1));
+    EXPECT_EQ(cents.Compute(engine, YearEnd(1983)), Money("0.08")) << "15% is 7.5 cents: up";
 }
 
 TEST_F(Acrs, StraightLineHasHalfYearsAtBothEnds) {
     TestAsset asset("PP", kAcrs, kSl, "5", "10000", Day(1983, 8, 1));
-    const std::vector<CurrencyAmount> expected = {Money("1000"), Money("2000"), Money("2000"),
-                                                  Money("2000"), Money("2000"), Money("1000")};
-    EXPECT_EQ(asset.ComputeYears(engine, YearEnd(1983), 6), expected);
+    EXPECT_EQ(asset.ComputeYears(engine, YearEnd(1983), 6), Amounts({"1000", "2000", "2000", "2000", "2000", "1000"}));
     TestAsset whole("PP", kAcrs, kSl, "5", "10000", Day(1983, 8, 1));
-    whole.Convention("N");
-    EXPECT_EQ(whole.Compute(engine, YearEnd(1983)), Money("2000"));
+    EXPECT_EQ(whole.Convention("N").Compute(engine, YearEnd(1983)), Money("2000"));
 }
 
 TEST_F(Acrs, Disposal) {
@@ -137,39 +119,23 @@ TEST_F(Formula, CountsTheFirstYearsMonths) {
 TEST_F(Formula, DecliningBalanceNeverSwitches) {
     TestAsset asset("PP", kGenl, kDb, "5", "10000", Day(2000, 7, 1));
     asset.Declining(200).Convention("N");
-    const std::vector<CurrencyAmount> expected = {Money("2000"), Money("3200"),   Money("1920"),
-                                                  Money("1152"), Money("691.20"), Money("414.72")};
-    EXPECT_EQ(asset.ComputeYears(engine, YearEnd(2000), 6), expected);
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2006)), Money("0"));
+    EXPECT_EQ(asset.ComputeYears(engine, YearEnd(2000), 7), Amounts({"2000", "3200", "1920", "1152", "691.20", "414.72", "0"}));
     EXPECT_EQ(engine.DeprStatusCode(), 19);
 }
 
 TEST_F(Formula, SumOfTheYearsDigits) {
-    TestAsset whole("PP", kGenl, kSy, "5", "15000", Day(2000, 1, 15));
-    whole.Convention("N");
-    const std::vector<CurrencyAmount> expected = {Money("5000"), Money("4000"), Money("3000"),
-                                                  Money("2000"), Money("1000"), Money("0")};
-    EXPECT_EQ(whole.ComputeYears(engine, YearEnd(2000), 6), expected);
+    const auto life = [this](Date inService, Date firstYearEnd, int years) {
+        TestAsset asset("PP", kGenl, kSy, "5", "15000", inService);
+        return asset.Convention("N").ComputeYears(engine, firstYearEnd, years);
+    };
+    EXPECT_EQ(life(Day(2000, 1, 15), YearEnd(2000), 6), Amounts({"5000", "4000", "3000", "2000", "1000", "0"}));
     EXPECT_EQ(engine.DeprStatusCode(), 0);
-    EXPECT_EQ(whole.Compute(engine, YearEnd(2006)), Money("0"));
+    life(Day(2000, 1, 15), YearEnd(2000), 7);
     EXPECT_EQ(engine.DeprStatusCode(), 19);
-
     // From July on: half of 5/15 first; then the rest over 4.5 years, (4 + 1) x (4 + 1) = 25 in the denominator.
-    TestAsset half("PP", kGenl, kSy, "5", "15000", Day(2000, 7, 15));
-    half.Convention("N");
-    const auto amounts = half.ComputeYears(engine, YearEnd(2000), 6);
-    EXPECT_EQ(amounts[0], Money("2500"));
-    EXPECT_EQ(amounts[1], Money("4500"));
-    EXPECT_EQ(amounts[2], Money("3500"));
-    EXPECT_EQ(amounts[5], Money("500"));
-    EXPECT_EQ(half.Record.PrevDepr[1], Money("15000"));
-
-    // The calendar month of the start counts even when the fiscal year ends in June.
-    TestAsset fiscal("PP", kGenl, kSy, "5", "15000", Day(2000, 7, 15));
-    fiscal.Convention("N");
-    const auto fiscalAmounts = fiscal.ComputeYears(engine, Day(2001, 6, 30), 2);
-    EXPECT_EQ(fiscalAmounts[0], Money("5000"));
-    EXPECT_EQ(fiscalAmounts[1], Money("3600")) << "10,000 x 2 x 4.5 / 25";
+    EXPECT_EQ(life(Day(2000, 7, 15), YearEnd(2000), 6), Amounts({"2500", "4500", "3500", "2500", "1500", "500"}));
+    // The calendar month of the start counts even when the fiscal year ends in June: 10,000 x 2 x 4.5 / 25.
+    EXPECT_EQ(life(Day(2000, 7, 15), Day(2001, 6, 30), 2), Amounts({"5000", "3600"}));
 }
 
 TEST_F(Formula, Disposal) {

@@ -24,6 +24,11 @@ namespace tallymar::test {
 inline CurrencyAmount Money(std::string_view text) {
     return CurrencyAmount::Parse(text).value();
 }
+inline std::vector<CurrencyAmount> Amounts(std::initializer_list<std::string_view> texts) {
+    std::vector<CurrencyAmount> amounts;
+    for (const std::string_view text : texts) amounts.push_back(Money(text));
+    return amounts;
+}
 inline Date Day(int year, int month, int day) {
     return Date::FromYmd(year, month, day);
 }
@@ -36,9 +41,11 @@ inline const std::filesystem::path kDeliveredTables = std::filesystem::path(TALL
 // One asset in book 1, to be bent to the case: full business use, new, nothing sold.
 struct TestAsset {
     AssetRecord Record;
-    int Book = 1;
+    int Book;
 
-    TestAsset(std::string_view assetType, int type, int method, std::string_view period, std::string_view basis, Date inService) {
+    TestAsset(std::string_view assetType, int type, int method, std::string_view period, std::string_view basis, Date inService,
+              int book = 1)
+        : Book(book) {
         Record.AssetType = assetType;
         Record.NewUsed = "N";
         Record.BusinessUse = Units(100);

@@ -23,20 +23,16 @@ TestAsset Automobile(Date inService, std::string_view basis = "30000") {
 }
 
 TEST_F(AutoLimits, RowsEndOnTheirLastDay) {
-    const auto firstYear = [](Date day) { return AutoLimitsFor(day).Limits[0]; };
-    EXPECT_EQ(firstYear(Day(1950, 1, 1)), 0);
-    EXPECT_EQ(firstYear(Day(1986, 12, 31)), 0);
-    EXPECT_EQ(firstYear(Day(1987, 1, 1)), 2560);
-    EXPECT_EQ(firstYear(Day(1988, 12, 31)), 2560);
-    EXPECT_EQ(firstYear(Day(1989, 1, 1)), 2660);
-    EXPECT_EQ(firstYear(Day(1996, 12, 31).AddDays(0.75)), 3060) << "the evening of a row's last day";
-    EXPECT_EQ(firstYear(Day(1997, 1, 1)), 3160);
-    EXPECT_EQ(firstYear(Day(2050, 1, 1)), 3060);
-    // Rows 14 and 15 differ in the third year alone, 15 and 16 in the first.
-    EXPECT_EQ(AutoLimitsFor(Day(1997, 12, 31)).Limits[2], 3050);
-    EXPECT_EQ(AutoLimitsFor(Day(1998, 1, 1)).Limits[2], 2950);
-    EXPECT_EQ(AutoLimitsFor(Day(1999, 6, 1)).Limits[1], 5000);
-    EXPECT_EQ(AutoLimitsFor(Day(2000, 1, 1)).Limits[1], 4900);
+    struct Row {
+        Date InService;
+        std::size_t Year;
+        int Limit;
+    };
+    const Row rows[] = {{Day(1950, 1, 1), 0, 0},      {Day(1986, 12, 31), 0, 0},  {Day(1987, 1, 1), 0, 2560},
+                        {Day(1988, 12, 31), 0, 2560}, {Day(1989, 1, 1), 0, 2660}, {Day(1996, 12, 31).AddDays(0.75), 0, 3060},
+                        {Day(1997, 1, 1), 0, 3160},   {Day(2050, 1, 1), 0, 3060}, {Day(1997, 12, 31), 2, 3050},
+                        {Day(1998, 1, 1), 2, 2950},   {Day(1999, 6, 1), 1, 5000}, {Day(2000, 1, 1), 1, 4900}};
+    for (const Row& row : rows) EXPECT_EQ(AutoLimitsFor(row.InService).Limits[row.Year], row.Limit) << row.InService.Serial();
 }
 
 TEST_F(AutoLimits, AWholeLifeAtTheLimit) {
@@ -85,43 +81,28 @@ TEST_F(AutoLimits, OtherTypesAndOlderAutomobilesHaveNone) {
     EXPECT_EQ(general.Record.DeprLimit[1], Money("0"));
 }
 
-TEST_F(AutoLimits, Section179AndTheMethodShareTheFirstYear) {
-    const auto share = [this](std::string_view section179) {
-        TestAsset asset = Automobile(Day(1995, 5, 1));
-        asset.Record.Section179[1] = Money(section179);
-        const CurrencyAmount method = asset.Compute(engine, YearEnd(1995));
-        return std::pair(asset.Record.Section179[1], method);
-    };
-    using Pair = std::pair<CurrencyAmount, CurrencyAmount>;
-    EXPECT_EQ(share("1000"), Pair(Money("1000"), Money("2060")));
-    EXPECT_EQ(share("3060"), Pair(Money("3060"), Money("0")));
-    EXPECT_EQ(share("9000"), Pair(Money("3060"), Money("0")));
-}
-
-TEST_F(AutoLimits, TheAdditionalAmountComesBeforeTheMethod) {
+TEST_F(AutoLimits, Section179ComesBeforeTheAdditionalAmountAndTheMethodTakesTheRest) {
     struct Case {
-        const char* Basis;
-        const char* Section179;
-        const char* ADPct;
-        const char* Expected179;
-        const char* ExpectedAdditional;
-        const char* ExpectedMethod;
+        int Year, Basis, Section179, ADPct;
+        const char *Expected179, *ExpectedAdditional, *ExpectedMethod;
     };
     const Case cases[] = {
-        {"10000", "0", "30", "0", "3000", "1400"},       // all fit
-        {"20000", "0", "30", "0", "6000", "1660"},       // 6,000 + 2,800: the method gives way
-        {"30000", "0", "30", "0", "7660", "0"},          // 9,000: the additional amount itself is cut
-        {"20000", "5000", "30", "5000", "2660", "0"},    // 5,000 + 4,500
-        {"20000", "9000", "30", "7660", "0", "0"},       // Section 179 takes all
-        {"12660", "5000", "30", "5000", "2298", "362"},  // 5,000 + 2,298 + 1,072.40
+        {1995, 30000, 1000, 0, "1000", "0", "2060"},    {1995, 30000, 3060, 0, "3060", "0", "0"},
+        {1995, 30000, 9000, 0, "3060", "0", "0"},       {2002, 10000, 0, 30, "0", "3000", "1400"},  // all fit
+        {2002, 20000, 0, 30, "0", "6000", "1660"},       // 6,000 + 2,800: the method gives way
+        {2002, 30000, 0, 30, "0", "7660", "0"},          // 9,000: the additional amount itself is cut
+        {2002, 20000, 5000, 30, "5000", "2660", "0"},    // 5,000 + 4,500
+        {2002, 20000, 9000, 30, "7660", "0", "0"},       // Section 179 takes all
+        {2002, 12660, 5000, 30, "5000", "2298", "362"},  // 5,000 + 2,298 + 1,072.40
     };
     for (const Case& c : cases) {
-        TestAsset asset = Automobile(Day(2002, 5, 1), c.Basis);
-        asset.Record.Section179[1] = Money(c.Section179);
-        asset.Record.ADPct[1] = Money(c.ADPct);
-        EXPECT_EQ(asset.Compute(engine, YearEnd(2002)), Money(c.ExpectedMethod)) << c.Basis << ", " << c.Section179;
-        EXPECT_EQ(asset.Record.AddlDepr[1], Money(c.ExpectedAdditional)) << c.Basis << ", " << c.Section179;
-        EXPECT_EQ(asset.Record.Section179[1], Money(c.Expected179)) << c.Basis << ", " << c.Section179;
+        SCOPED_TRACE(std::to_string(c.Basis) + ", " + std::to_string(c.Section179));
+        TestAsset asset = Automobile(Day(c.Year, 5, 1), std::to_string(c.Basis));
+        asset.Record.Section179[1] = Units(c.Section179);
+        asset.Record.ADPct[1] = Units(c.ADPct);
+        EXPECT_EQ(asset.Compute(engine, YearEnd(c.Year)), Money(c.ExpectedMethod));
+        EXPECT_EQ(asset.Record.AddlDepr[1], Money(c.ExpectedAdditional));
+        EXPECT_EQ(asset.Record.Section179[1], Money(c.Expected179));
     }
 }
 

@@ -56,8 +56,7 @@ const std::vector<PrintedColumn>& PersonalPropertyColumns() {
         {"A-5", "5", 200, 11, true, {5.00, 38.00, 22.80, 13.68, 10.94, 9.58}},
         {"A-5", "7", 200, 12, true, {3.57, 27.55, 19.68, 14.06, 10.04, 8.73, 8.73, 7.64}},
         {"A-14", "5", 150, 12, false, {15.00, 25.50, 17.85, 16.66, 16.66, 8.33}},
-        {"A-14", "7", 150, 12, false, {10.71, 19.13, 15.03, 12.25, 12.25, 12.25, 12.25, 6.13}},
-    };
+        {"A-14", "7", 150, 12, false, {10.71, 19.13, 15.03, 12.25, 12.25, 12.25, 12.25, 6.13}}};
     return columns;
 }
 
@@ -90,8 +89,7 @@ TEST_F(Mcrs, AgreesWithThePrintedTablesOfRealProperty) {
         {"27.5", {3.485, 3.182, 2.879, 2.576, 2.273, 1.970, 1.667, 1.364, 1.061, 0.758, 0.455, 0.152}, 3.636},
         {"31.5", {3.042, 2.778, 2.513, 2.249, 1.984, 1.720, 1.455, 1.190, 0.926, 0.661, 0.397, 0.132}, 3.175},
         {"39", {2.461, 2.247, 2.033, 1.819, 1.605, 1.391, 1.177, 0.963, 0.749, 0.535, 0.321, 0.107}, 2.564, 0.0038},
-        {"40", {2.396, 2.188, 1.979, 1.771, 1.563, 1.354, 1.146, 0.938, 0.729, 0.521, 0.313, 0.104}, 2.500},
-    };
+        {"40", {2.396, 2.188, 1.979, 1.771, 1.563, 1.354, 1.146, 0.938, 0.729, 0.521, 0.313, 0.104}, 2.500}};
     for (const Column& column : columns) {
         for (int month = 1; month <= 12; ++month) {
             SCOPED_TRACE(std::string(column.Period) + " years, month " + std::to_string(month));
@@ -108,57 +106,31 @@ TEST_F(Mcrs, AgreesWithThePrintedTablesOfRealProperty) {
     }
 }
 
-TEST_F(Mcrs, PublishedYearsOfAFiveYearAsset) {
-    TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2000, 9, 9));
-    asset.Declining(200);
-    const std::vector<CurrencyAmount> expected = {Money("2000"), Money("3200"), Money("1920"),
-                                                  Money("1152"), Money("1152"), Money("576")};
-    EXPECT_EQ(asset.ComputeYears(engine, YearEnd(2000), 6), expected);
-    EXPECT_EQ(asset.Record.YearThru[1], 5);
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2006)), Money("0"));
-    EXPECT_EQ(engine.DeprStatusText(), "< ASSET Depreciation Period Completed");
-}
-
-TEST_F(Mcrs, TheLastYearIsTheWholePartOfThePeriodAndAHalf) {
-    const auto status = [this](std::string_view period, int yearOfLife) {
-        TestAsset asset("PP", kMcrs, kDb, period, "1000", Day(1990, 1, 1));
-        asset.Declining(200).Convention("Y").Compute(engine, YearEnd(1989 + yearOfLife));
-        return engine.DeprStatusCode();
+// Whole lives beside exact arithmetic reach the rest of the fractions and of the disposals (McrsLifeTest.cpp).
+TEST_F(Mcrs, WhatNoRegularLifeMeets) {
+    struct Case {
+        const char* AssetType;
+        int Method;
+        const char* Convention;
+        const char* Expected;
+        const char* Why;
+        Date Sold = Date();
+        int Year = 2000;
     };
-    EXPECT_EQ(status("5", 6), 0);
-    EXPECT_EQ(status("5", 7), 19);
-    EXPECT_EQ(status("5.5", 7), 0);
-    EXPECT_EQ(status("5.4999", 7), 19);
-}
-
-TEST_F(Mcrs, FractionsOfTheFirstYear) {
-    const auto firstYear = [this](std::string_view kind, int method, std::string_view convention, int month, Date asOf) {
-        TestAsset asset(kind, kMcrs, method, "10", "12000", Day(2000, month, 1));
-        return asset.Declining(150).Convention(convention).Compute(engine, asOf);
-    };
-    EXPECT_EQ(firstYear("PP", kSl, "Y", 7, YearEnd(2000)), Money("600"));
-    EXPECT_EQ(firstYear("PP", kSl, "N", 7, YearEnd(2000)), Money("600"));
-    EXPECT_EQ(firstYear("PP", kSl, "N", 1, YearEnd(2000)), Money("1200"));
-    EXPECT_EQ(firstYear("PP", kSl, "N", 12, YearEnd(2000)), Money("99.96")) << "1 - 0.9167: the quotient keeps four decimals";
-    EXPECT_EQ(firstYear("PP", kSl, "M", 7, YearEnd(2000)), Money("1200")) << "personal property knows no mid-month";
-    EXPECT_EQ(firstYear("RL", kSl, "M", 1, YearEnd(2000)), Money("1150")) << "11.5 of 12 months";
-    EXPECT_EQ(firstYear("RL", kDb, "M", 7, YearEnd(2000)), Money("900"));
-    EXPECT_EQ(firstYear("PP", kDb, "Y", 7, YearEnd(2000)), Money("900"));
-    // A fiscal year to June 30: July is month 1.
-    EXPECT_EQ(firstYear("RL", kSl, "M", 7, Day(2001, 6, 30)), Money("1150"));
-    EXPECT_EQ(firstYear("IN", kSl, "M", 7, YearEnd(2000)), Money("0")) << "the third class has no straight line";
-    EXPECT_EQ(engine.DeprStatusCode(), 0);
-    EXPECT_EQ(firstYear("IN", kDb, "M", 7, YearEnd(2000)), Money("1800")) << "but runs the declining balance";
-}
-
-TEST_F(Mcrs, MidQuarterStraightLineAndConventionsStamp) {
-    TestAsset asset("PP", kMcrs, kSl, "10", "10000", Day(2000, 11, 1));
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2000), true), Money("125"));
-    EXPECT_EQ(asset.Record.IRSConvUsed[1], "Q");
-    asset.Record.PrevDepr[1] = Money("125");
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2001), true), Money("1000")) << "only the first year is cut";
-    // The quarter is of the fiscal year: November is month 5 of a year to June 30.
-    EXPECT_EQ(asset.Compute(engine, Day(2001, 6, 30), true), Money("625"));
+    const Case cases[] = {{"PP", kSl, "M", "1200", "personal property knows no mid-month"},
+                          {"PP", kSl, "N", "600", "6 of 12 months"},
+                          {"IN", kSl, "M", "0", "the third class has no straight line"},
+                          {"IN", kDb, "M", "1800", "but runs the declining balance"},
+                          {"PP", kDb, "Y", "900", "sold in its first year: the half year, once", Day(2000, 11, 1)},
+                          {"PP", kDb, "M", "1800", "nor the months of the sale", Day(2002, 7, 1), 2002},
+                          {"RL", kSl, "Y", "650.04", "6.5 months as 0.5417 of a year", Day(2003, 7, 1), 2003}};
+    for (const Case& c : cases) {
+        TestAsset asset(c.AssetType, kMcrs, c.Method, "10", "12000", Day(2000, 7, 1));
+        asset.Declining(150).Convention(c.Convention);
+        if (!c.Sold.IsNone()) asset.SoldOn(c.Sold);
+        EXPECT_EQ(asset.Compute(engine, YearEnd(c.Year)), Money(c.Expected)) << c.Why;
+        EXPECT_EQ(engine.DeprStatusCode(), c.Sold.IsNone() ? 0 : 51) << c.Why;
+    }
 }
 
 TEST_F(Mcrs, MethodsWithoutAComputation) {
@@ -176,66 +148,14 @@ TEST_F(Mcrs, MethodsWithoutAComputation) {
     }
 }
 
-// A machine of 10,000 in its third year: 3,200 of 4,800 left would be 1,920 for the whole year at 40%.
-TEST_F(Mcrs, PersonalPropertyDisposal) {
-    const auto third = [this](std::string_view convention, int soldMonth, int serviceMonth = 2) {
-        TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2000, serviceMonth, 1));
-        asset.Declining(200).Convention(convention).SoldOn(Day(2002, soldMonth, 10)).Record.PrevDepr[1] = Money("5200");
-        const CurrencyAmount amount = asset.Compute(engine, YearEnd(2002));
-        EXPECT_EQ(engine.DeprStatusCode(), 51);
-        return amount;
-    };
-    EXPECT_EQ(third("Y", 1), Money("960"));
-    EXPECT_EQ(third("N", 1), Money("0"));
-    EXPECT_EQ(third("N", 7), Money("960"));
-    EXPECT_EQ(third("M", 7), Money("1920"));
-    EXPECT_EQ(third("Q", 3), Money("240"));
-    EXPECT_EQ(third("Q", 4), Money("720"));
-    EXPECT_EQ(third("Q", 9), Money("1200"));
-    EXPECT_EQ(third("Q", 10), Money("1680"));
-}
-
-TEST_F(Mcrs, DisposalSwitchesToStraightLineByTheServiceQuarter) {
-    const auto fifth = [this](std::string_view convention, int serviceMonth) {
-        TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2000, serviceMonth, 1));
-        asset.Declining(200).Convention(convention).SoldOn(Day(2004, 11, 10)).Record.PrevDepr[1] = Money("8500");
-        return asset.Compute(engine, YearEnd(2004));
-    };
-    // 1,500 left; 40% is 600. Straight line: over 1.5 years 1,000, over 1.125, 1.375, 1.625, 1.875 years under "Q".
-    EXPECT_EQ(fifth("Y", 2), Money("500"));
-    EXPECT_EQ(fifth("Q", 1), Money("1166.67"));
-    EXPECT_EQ(fifth("Q", 4), Money("954.55"));
-    EXPECT_EQ(fifth("Q", 9), Money("807.69"));
-    EXPECT_EQ(fifth("Q", 12), Money("700"));
-    EXPECT_EQ(fifth("N", 12), Money("1249.95")) << "1,500 over 1 year, ten months as 0.8333";
-}
-
-TEST_F(Mcrs, DisposalInTheFirstYearAndInEarlierYears) {
+TEST_F(Mcrs, BehindTheYearOfTheSaleTheStatusIsTheMethods) {
     TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2000, 2, 1));
     asset.Declining(200).SoldOn(Day(2000, 11, 1));
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2000)), Money("2000"));
-    EXPECT_EQ(engine.DeprStatusCode(), 51);
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("0"));
-    EXPECT_EQ(engine.DeprStatusCode(), 51) << "the method's status comes behind the disposal's";
-    asset.Record.AssetType = "IN";
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("0"));
-    EXPECT_EQ(engine.DeprStatusCode(), 5);
-
-    TestAsset straight("PP", kMcrs, kSl, "5", "10000", Day(2000, 2, 1));
-    straight.Convention("Y").SoldOn(Day(2002, 3, 1));
-    EXPECT_EQ(straight.Compute(engine, YearEnd(2002)), Money("1000"));
-}
-
-TEST_F(Mcrs, RealPropertyDisposal) {
-    const auto sale = [this](int method, std::string_view convention, int month) {
-        TestAsset asset("RL", kMcrs, method, "40", "480000", Day(2000, 2, 1));
-        return asset.Declining(150).Convention(convention).SoldOn(Day(2003, month, 10)).Compute(engine, YearEnd(2003));
-    };
-    EXPECT_EQ(sale(kSl, "M", 1), Money("0"));
-    EXPECT_EQ(engine.DeprStatusCode(), 51);
-    EXPECT_EQ(sale(kSl, "M", 7), Money("6000"));
-    EXPECT_EQ(sale(kSl, "Y", 7), Money("6500.40")) << "6.5 months as 0.5417 of a year";
-    EXPECT_EQ(sale(kDb, "M", 7), Money("9000"));
+    for (const auto& [type, status] : {std::pair{"PP", 51}, {"IN", 5}}) {
+        asset.Record.AssetType = type;
+        EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("0"));
+        EXPECT_EQ(engine.DeprStatusCode(), status) << type;
+    }
 }
 
 TEST_F(Mcrs, ASaleWithoutADateTakesTheHalfMonthOffRealProperty) {
@@ -246,38 +166,37 @@ TEST_F(Mcrs, ASaleWithoutADateTakesTheHalfMonthOffRealProperty) {
 }
 
 TEST_F(Mcrs, AdditionalFirstYearDepreciation) {
-    const auto firstYear = [this](auto bend) {
+    struct Case {
+        const char* Why;
+        const char* Additional;
+        const char* Method;
+        void (*Bend)(AssetRecord&);
+    };
+    const Case cases[] = {
+        {"30%", "3000", "1400", [](AssetRecord&) {}},
+        {"behind Section 179", "2700", "1260", [](AssetRecord& r) { r.Section179[1] = Units(1000); }},
+        {"too early: dropped, the basis stays reduced", "0", "1400", [](AssetRecord& r) { r.InService = Day(2001, 9, 10); }},
+        {"used: dropped as well", "0", "1400", [](AssetRecord& r) { r.NewUsed = "U"; }},
+        {"below one percent: dropped, then taken again", "50", "1990", [](AssetRecord& r) { r.ADPct[1] = Money("0.5"); }},
+        {"the credit's reduction is gone in the first year", "3000", "1400",
+         [](AssetRecord& r) { r.TaxCredit[1] = Units(1000); }},
+        {"and is there when it is dropped", "0", "1300", [](AssetRecord& r) {
+             r.TaxCredit[1] = Units(1000);
+             r.NewUsed = "U";
+         }}};
+    for (const Case& c : cases) {
         TestAsset asset("PP", kMcrs, kDb, "5", "10000", Day(2001, 9, 11));
-        asset.Declining(200).Record.ADPct[1] = Money("30");
-        bend(asset.Record);
-        const CurrencyAmount amount = asset.Compute(engine, YearEnd(asset.Record.InService.Year()));
-        return std::pair(asset.Record.AddlDepr[1], amount);
-    };
-    using Pair = std::pair<CurrencyAmount, CurrencyAmount>;
-    EXPECT_EQ(firstYear([](AssetRecord&) {}), Pair(Money("3000"), Money("1400")));
-    EXPECT_EQ(firstYear([](AssetRecord& r) { r.Section179[1] = Money("1000"); }), Pair(Money("2700"), Money("1260")));
-    // Dropped, and the basis stays reduced by what was dropped.
-    EXPECT_EQ(firstYear([](AssetRecord& r) { r.InService = Day(2001, 9, 10); }), Pair(Money("0"), Money("1400")));
-    EXPECT_EQ(firstYear([](AssetRecord& r) { r.NewUsed = "U"; }), Pair(Money("0"), Money("1400")));
-    // Below one percent it is dropped, and then taken again in the first year.
-    EXPECT_EQ(firstYear([](AssetRecord& r) { r.ADPct[1] = Money("0.5"); }), Pair(Money("50"), Money("1990")));
-    // The credit's reduction is gone in the first year.
-    const auto withCredit = [](AssetRecord& r) {
-        r.TaxCredit[1] = Money("1000");
-        r.ClassLife = Units(10);
-    };
-    EXPECT_EQ(firstYear(withCredit), Pair(Money("3000"), Money("1400")));
-    EXPECT_EQ(firstYear([&](AssetRecord& r) {
-                  withCredit(r);
-                  r.NewUsed = "U";
-              }),
-              Pair(Money("0"), Money("1300")));
-
-    TestAsset secondYear("PP", kMcrs, kDb, "5", "10000", Day(2001, 9, 11));
-    secondYear.Declining(200).Convention("Y").Record.ADPct[1] = Money("30");
-    secondYear.Record.PrevDepr[1] = Money("1400");
-    EXPECT_EQ(secondYear.Compute(engine, YearEnd(2002)), Money("2240"));
-    EXPECT_EQ(secondYear.Record.AddlDepr[1], Money("3000"));
+        asset.Declining(200).Record.ADPct[1] = Units(30);
+        asset.Record.ClassLife = Units(10);
+        c.Bend(asset.Record);
+        EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money(c.Method)) << c.Why;
+        EXPECT_EQ(asset.Record.AddlDepr[1], Money(c.Additional)) << c.Why;
+    }
+    TestAsset second("PP", kMcrs, kDb, "5", "10000", Day(2001, 9, 11));
+    second.Declining(200).Convention("Y").Record.ADPct[1] = Units(30);
+    second.Record.PrevDepr[1] = Units(1400);
+    EXPECT_EQ(second.Compute(engine, YearEnd(2002)), Money("2240"));
+    EXPECT_EQ(second.Record.AddlDepr[1], Money("3000"));
 }
 
 TEST_F(Mcrs, MidQuarterComesBeforeTheAdditionalStepInDecliningBalanceOnly) {

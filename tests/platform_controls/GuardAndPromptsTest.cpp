@@ -1,6 +1,5 @@
 #include <functional>
 
-#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -75,22 +74,6 @@ TEST(QtPrompts, NoIsTheDefaultAnswerAndEscapeMeansNo) {
     }
     Answer([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
     EXPECT_TRUE(prompts.AskYesNo("Delete Asset 000123?", "Confirm"));
-}
-
-TEST(QtPrompts, FileDialogsCarryTheCommandsWishes) {
-    QFileDialog box;
-    box.setOption(QFileDialog::DontUseNativeDialog);
-    QtPrompts::SetUp(box, {.Title = "Create a New Tallymar Database",
-                           .Filters = {{"All Files (*.*)", "*"}, {"Tallymar Data Files (*.mdb)", "*.mdb"}},
-                           .FilterIndex = 1,
-                           .InitialFolder = "/tmp",
-                           .FileName = {},
-                           .DefaultExtension = "mdb"});
-    EXPECT_EQ(box.windowTitle(), "Create a New Tallymar Database");
-    EXPECT_EQ(box.nameFilters().size(), 2);
-    EXPECT_EQ(box.selectedNameFilter(), "Tallymar Data Files (*.mdb)");
-    EXPECT_EQ(box.directory().absolutePath(), "/tmp");
-    EXPECT_EQ(box.defaultSuffix(), "mdb");
 }
 
 TEST(QtPrompts, ProgressReachesTheBarHoweverManyTheSteps) {

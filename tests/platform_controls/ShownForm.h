@@ -35,6 +35,9 @@ class ShownForm : public CSForm {
     void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(focusWidget(), static_cast<Qt::Key>(key), modifiers);
     }
+    void Press(std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys) Press(key);
+    }
     // QTest knows the keys of ASCII alone; any other character comes as a keyboard layout would send it.
     void Type(const char* utf8) {
         for (const QChar c : QString::fromUtf8(utf8)) {
@@ -48,12 +51,11 @@ class ShownForm : public CSForm {
     }
 
     std::vector<QString> Pages;
-    bool TakesPages = true;
 
  protected:
     bool OnPage(Page page) override {
         Pages.push_back(page == Page::Next ? QStringLiteral("next") : QStringLiteral("previous"));
-        return TakesPages;
+        return true;
     }
 
  private:

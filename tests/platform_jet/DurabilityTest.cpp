@@ -5,22 +5,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <functional>
 #include <random>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <thread>
-#include <utility>
-#include <vector>
 
 #include "OtherProgram.h"
 #include "Things.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/Recordset.h"
-#include "support/TempFolder.h"
 
 // What happens to a file when the disk, another program, or the machine's power gets in the way.
 namespace tallymar::jet {
@@ -62,29 +55,23 @@ class Child {
 class LockedElsewhere {
  public:
     LockedElsewhere(const std::filesystem::path& path, const std::string& sql)
-        : pipe_(MakePipe()), child_([&] {
+        : made_(pipe(ends_)), child_([&] {
               test::OtherProgram program(path);
               program.Run(sql);
-              if (write(pipe_[1], "x", 1) != 1) return 1;
+              if (write(ends_[1], "x", 1) != 1) return 1;
               std::this_thread::sleep_for(60s);
               return 0;
           }) {
         char ready = 0;
-        EXPECT_EQ(read(pipe_[0], &ready, 1), 1);
+        EXPECT_EQ(read(ends_[0], &ready, 1), 1);
     }
     ~LockedElsewhere() {
-        close(pipe_[0]);
-        close(pipe_[1]);
+        for (const int end : ends_) close(end);
     }
 
  private:
-    static std::array<int, 2> MakePipe() {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(pipe(ends.data()), 0);
-        return ends;
-    }
-
-    std::array<int, 2> pipe_;
+    int ends_[2];
+    int made_;
     Child child_;
 };
 

@@ -1,18 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-#include <string>
-
 #include "OtherProgram.h"
 #include "Things.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/Recordset.h"
-#include "support/TempFolder.h"
+#include "support/Files.h"
 
 // What stands in a file: for this program's next opening, and for other programs that read and write it.
 namespace tallymar::jet {
 namespace {
+
+using Rows = std::vector<std::string>;
 
 class FileTest : public testing::Test {
  protected:
@@ -37,7 +33,7 @@ TEST_F(FileTest, DefinitionsComeBackFromTheFile) {
     things.Indexes.push_back({"Late", {"Late", "Count"}, false, true});
     EXPECT_TRUE(database.GetTableDef("THINGS") == things);
     EXPECT_TRUE(database.GetTableDef(odd.Name) == odd);
-    EXPECT_EQ(database.TableNames(), (std::vector<std::string>{"Things", odd.Name}));
+    EXPECT_EQ(database.TableNames(), (Rows{"Things", odd.Name}));
     Recordset rows = database.OpenRecordset(odd.Name);
     rows.SetIndex("Second_Of");
     rows.AddNew();
@@ -71,11 +67,11 @@ TEST_F(FileTest, OtherProgramsReadAndWriteIt) {
     }
     test::OtherProgram program(path_);
     EXPECT_EQ(program.Run("SELECT *, typeof(\"When\"), typeof(Amount) FROM Things"),
-              (std::vector<std::string>{"101|\u20AC \u00E9|37848.0|10000|NULL|-1|real|integer"}));
-    EXPECT_EQ(program.Run("SELECT name FROM sqlite_schema WHERE type = 'table'"), (std::vector<std::string>{"Things"}));
-    EXPECT_EQ(program.Run("PRAGMA integrity_check"), (std::vector<std::string>{"ok"}));
-    EXPECT_EQ(program.Run("PRAGMA application_id"), (std::vector<std::string>{std::to_string(kApplicationId)}));
-    EXPECT_EQ(program.Run("PRAGMA journal_mode"), (std::vector<std::string>{"delete"}));
+              (Rows{"101|\u20AC \u00E9|37848.0|10000|NULL|-1|real|integer"}));
+    EXPECT_EQ(program.Run("SELECT name FROM sqlite_schema WHERE type = 'table'"), (Rows{"Things"}));
+    EXPECT_EQ(program.Run("PRAGMA integrity_check"), (Rows{"ok"}));
+    EXPECT_EQ(program.Run("PRAGMA application_id"), (Rows{std::to_string(kApplicationId)}));
+    EXPECT_EQ(program.Run("PRAGMA journal_mode"), (Rows{"delete"}));
     EXPECT_THROW(program.Run("INSERT INTO Things (Name) VALUES ('101  ')"), std::runtime_error);  // unique as we see it
     program.Run("INSERT INTO Things (Name, Amount) VALUES ('B', 5), ('a', 6)");
     Database database = Database::Open(path_);
@@ -107,12 +103,10 @@ TEST_F(FileTest, StrangeContentsAreReadAndPassedOver) {
     things.Update();
     for (const char* index : {"", "Name", "Note", "Amount"}) {
         things.SetIndex(index);
-        int forward = 0;
-        int back = 0;
-        for (; !things.Eof() && forward < 10; things.MoveNext()) ++forward;
-        for (things.MoveLast(); !things.Bof() && back < 10; things.MovePrevious()) ++back;
-        EXPECT_EQ(forward, 4) << index;
-        EXPECT_EQ(back, 4) << index;
+        int rows = 0;
+        for (; !things.Eof() && rows < 10; things.MoveNext()) ++rows;
+        for (things.MoveLast(); !things.Bof() && rows < 20; things.MovePrevious()) ++rows;
+        EXPECT_EQ(rows, 4 + 4) << index;
     }
     {
         WriteBatch batch(database);
@@ -126,7 +120,7 @@ TEST_F(FileTest, StrangeContentsAreReadAndPassedOver) {
         }
     }
     EXPECT_EQ(program.Run("SELECT \"Note(1)\", Flag FROM Things WHERE Name IS NULL"),
-              (std::vector<std::string>{"\u2192 arrow|-1", "\u2190 arrow|-1"}));
+              (Rows{"\u2192 arrow|-1", "\u2190 arrow|-1"}));
 }
 
 // An update may write further columns along for speed, but only what they certainly hold.
@@ -157,7 +151,7 @@ TEST_F(FileTest, AnUpdateLeavesAloneWhatItHasNotChanged) {
     plain.Set("B", std::int16_t{13});
     plain.Update();
     batch.Commit();
-    EXPECT_EQ(program.Run("SELECT * FROM Plain"), (std::vector<std::string>{"y|11|20", "→|12|13"}));
+    EXPECT_EQ(program.Run("SELECT * FROM Plain"), (Rows{"y|11|20", "→|12|13"}));
 }
 
 TEST_F(FileTest, AChangeByAnotherProgramIsSeen) {
@@ -171,7 +165,7 @@ TEST_F(FileTest, AChangeByAnotherProgramIsSeen) {
     EXPECT_EQ(things.Get("Count").Integer(), 5);
     things.Set("Flag", true);
     things.Update();
-    EXPECT_EQ(program.Run("SELECT Count, Flag FROM Things WHERE Name = '101'"), (std::vector<std::string>{"5|-1"}));
+    EXPECT_EQ(program.Run("SELECT Count, Flag FROM Things WHERE Name = '101'"), (Rows{"5|-1"}));
     program.Run("DELETE FROM Things WHERE Name = '101'");
     EXPECT_EQ(NumberOf([&] { things.Edit(); }), 3021);
     things.MoveNext();
@@ -180,15 +174,10 @@ TEST_F(FileTest, AChangeByAnotherProgramIsSeen) {
 
 TEST_F(FileTest, WhatIsNoDatabaseOrOnlyPartOfOneIsRefusedAtOpening) {
     { CreateThings(path_, 500); }
-    std::string whole;
-    {
-        std::ifstream in(path_, std::ios::binary);
-        whole.assign(std::istreambuf_iterator<char>(in), {});
-    }
-    const auto write = [&](const std::string& contents) { std::ofstream(path_, std::ios::binary | std::ios::trunc) << contents; };
+    const std::string whole = test::ReadAll(path_);
+    const auto write = [&](const std::string& contents) { test::WriteAll(path_, contents); };
     const auto open = [&] { Database::Open(path_); };
-    for (const std::size_t length : {std::size_t{0}, std::size_t{50}, std::size_t{700}, std::size_t{4096}, whole.size() / 2,
-                                     whole.size() - 4096, whole.size() - 1}) {
+    for (const std::size_t length : {0UL, 50UL, 700UL, 4096UL, whole.size() / 2, whole.size() - 4096, whole.size() - 1}) {
         write(whole.substr(0, length));
         EXPECT_EQ(NumberOf(open), 3343) << length << " of " << whole.size() << " bytes";
     }
@@ -206,14 +195,14 @@ TEST_F(FileTest, AnOrdinaryDatabaseOpensAndLacksTheTable) {
     test::OtherProgram(path_).Run("PRAGMA journal_mode = WAL; CREATE TABLE Letters (a)");
     Database database = Database::Open(path_);
     EXPECT_EQ(NumberOf([&] { database.OpenRecordset("Assets"); }), 3078);
-    EXPECT_EQ(test::OtherProgram(path_).Run("PRAGMA journal_mode"), (std::vector<std::string>{"delete"}));
+    EXPECT_EQ(test::OtherProgram(path_).Run("PRAGMA journal_mode"), (Rows{"delete"}));
     test::OtherProgram(path_).Run("PRAGMA application_id = " + std::to_string(kApplicationId) + "; PRAGMA user_version = 2");
     EXPECT_NE(TextOf([&] { Database::Open(path_); }).find("later release"), std::string::npos);
 }
 
 TEST_F(FileTest, CreatingReplacesAFileAndWhatStandsBesideIt) {
     { CreateThings(path_, 5); }
-    std::ofstream(path_.string() + "-journal") << "left over";
+    test::WriteAll(path_.string() + "-journal", "left over");
     Database database = Database::Create(path_);
     EXPECT_TRUE(database.TableNames().empty());
     EXPECT_FALSE(std::filesystem::exists(path_.string() + "-journal"));

@@ -1,20 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <random>
-#include <set>
-#include <string>
 #include <variant>
-#include <vector>
 
-#include "platform/jet/Database.h"
-#include "platform/jet/Recordset.h"
-#include "platform/runtime/PlatformError.h"
-#include "support/TempFolder.h"
+#include "Things.h"
 
 // Random operations on recordsets, beside a model that does the same on a map of rows. Everything that can be observed must agree
 // after every step: two recordsets on one table, indexes with many equal and Null keys, batches taken back, files closed and
@@ -65,24 +58,10 @@ struct Order {
         for (const int key : Keys) keys.push_back(KeyOf(values[static_cast<std::size_t>(key)]));
         return keys;
     }
-    static bool CellLess(const Cell& a, const Cell& b) {
-        if (a.index() == 1 && b.index() == 1) {
-            const auto& x = std::get<std::string>(a);
-            const auto& y = std::get<std::string>(b);
-            return std::lexicographical_compare(x.begin(), x.end(), y.begin(), y.end(), [](char c, char d) {
-                return static_cast<unsigned char>(c) < static_cast<unsigned char>(d);
-            });
-        }
-        return a < b;
-    }
     bool Less(const Row& a, const Row& b) const {
         const auto x = KeysOf(a.Values);
         const auto y = KeysOf(b.Values);
-        for (std::size_t i = 0; i < x.size(); ++i) {
-            if (CellLess(x[i], y[i])) return true;
-            if (CellLess(y[i], x[i])) return false;
-        }
-        return a.Id < b.Id;
+        return x != y ? x < y : a.Id < b.Id;
     }
 };
 
@@ -161,56 +140,18 @@ class Driver {
         const std::size_t which = Pick(2);
         Recordset& records = *records_[which];
         Cursor& cursor = cursors_[which];
-        switch (Pick(20)) {
-            case 0:
-                SetIndex(records, cursor);
-                break;
-            case 1:
-                MoveEnd(records, cursor, true);
-                break;
-            case 2:
-                MoveEnd(records, cursor, false);
-                break;
-            case 3:
-            case 4:
-            case 5:
-                MoveSome(records, cursor, true);
-                break;
-            case 6:
-            case 7:
-                MoveSome(records, cursor, false);
-                break;
-            case 8:
-            case 9:
-                Seek(records, cursor);
-                break;
-            case 10:
-                KeepBookmark(records, cursor);
-                break;
-            case 11:
-                UseBookmark(records, cursor);
-                break;
-            case 12:
-            case 13:
-                Edit(records, cursor);
-                break;
-            case 14:
-            case 15:
-                AddNew(records, cursor);
-                break;
-            case 16:
-                Update(records, cursor);
-                break;
-            case 17:
-                Cancel(records, cursor);
-                break;
-            case 18:
-                Pick(4) == 0 ? Delete(records, cursor) : Edit(records, cursor);
-                break;
-            default:
-                Pick(8) == 0 ? Reopen() : Batch();
-                break;
+        // How often each thing is done, in twentieths; what is left is for the batches and the reopening.
+        using Action = void (Driver::*)(Recordset&, Cursor&);
+        static constexpr std::pair<int, Action> kSteps[] = {
+            {1, &Driver::SetIndex},     {2, &Driver::MoveEnd},     {5, &Driver::MoveSome},    {2, &Driver::Seek},
+            {1, &Driver::KeepBookmark}, {1, &Driver::UseBookmark}, {2, &Driver::Edit},        {2, &Driver::AddNew},
+            {1, &Driver::Update},       {1, &Driver::Cancel},      {1, &Driver::DeleteOrEdit}};
+        int left = static_cast<int>(Pick(20));
+        for (const auto& [share, step] : kSteps) {
+            if (left >= 0 && left < share) (this->*step)(records, cursor);
+            left -= share;
         }
+        if (left >= 0) Pick(8) == 0 ? Reopen() : Batch();
         Compare();
     }
 
@@ -264,26 +205,19 @@ class Driver {
         }
     }
 
-    static int NumberOf(const std::function<void()>& action) {
-        try {
-            action();
-            return 0;
-        } catch (const PlatformError& error) {
-            return error.Number();
-        }
-    }
-
     void SetIndex(Recordset& records, Cursor& cursor) {
         cursor.By = &kOrders[Pick(kOrders.size())];
         records.SetIndex(cursor.By->Name);
         EXPECT_EQ(records.Index(), cursor.By->Name);
         cursor.End(rows_, true);
     }
-    void MoveEnd(Recordset& records, Cursor& cursor, bool first) {
+    void MoveEnd(Recordset& records, Cursor& cursor) {
+        const bool first = Pick(2) == 0;
         first ? records.MoveFirst() : records.MoveLast();
         cursor.End(rows_, first);
     }
-    void MoveSome(Recordset& records, Cursor& cursor, bool forward) {
+    void MoveSome(Recordset& records, Cursor& cursor) {
+        const bool forward = Pick(5) < 3;
         const std::size_t steps = Pick(3) == 0 ? 1 + Pick(40) : 1;
         for (std::size_t i = 0; i < steps; ++i) {
             const int number = NumberOf([&] { forward ? records.MoveNext() : records.MovePrevious(); });
@@ -413,7 +347,8 @@ class Driver {
         records.CancelUpdate();
         cursor.Edits = Cursor::None;
     }
-    void Delete(Recordset& records, Cursor& cursor) {
+    void DeleteOrEdit(Recordset& records, Cursor& cursor) {
+        if (Pick(4) != 0) return Edit(records, cursor);
         const int number = NumberOf([&] { records.Delete(); });
         cursor.Edits = Cursor::None;
         EXPECT_EQ(number, cursor.At == Cursor::OnRow ? 0 : 3021);
@@ -425,16 +360,15 @@ class Driver {
         if (batch_ == nullptr) {
             batch_ = std::make_unique<WriteBatch>(*database_);
             atBatch_ = rows_;
-        } else {
-            const std::size_t how = Pick(3);
-            if (how == 0) {
-                batch_->Rollback();
-                rows_ = atBatch_;
-            } else if (how == 1) {
-                batch_->Commit();
-            }
-            batch_.reset();
+            return;
         }
+        const std::size_t how = Pick(3);
+        if (how == 0) {
+            batch_->Rollback();
+            rows_ = atBatch_;
+        }
+        if (how == 1) batch_->Commit();
+        batch_.reset();
     }
     void Reopen() {
         batch_.reset();

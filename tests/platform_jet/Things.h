@@ -1,14 +1,14 @@
 #pragma once
 
-#include <filesystem>
-#include <functional>
-#include <string>
-
 #include "platform/jet/Database.h"
 #include "platform/jet/Recordset.h"
-#include "platform/runtime/PlatformError.h"
+#include "support/Failures.h"
+#include "support/TempFolder.h"
 
 namespace tallymar::jet {
+
+using test::NumberOf;
+using test::TextOf;
 
 // A small table with every type of field.
 inline TableDef ThingsTable() {
@@ -39,25 +39,6 @@ inline Database CreateThings(const std::filesystem::path& path, int rows = 0) {
     for (int i = 1; i <= rows; ++i) AddThing(things, std::to_string(100 + i), i);
     batch.Commit();
     return database;
-}
-
-// The number of the failure, 0 without one.
-inline int NumberOf(const std::function<void()>& action) {
-    try {
-        action();
-        return 0;
-    } catch (const PlatformError& error) {
-        return error.Number();
-    }
-}
-
-inline std::string TextOf(const std::function<void()>& action) {
-    try {
-        action();
-        return {};
-    } catch (const PlatformError& error) {
-        return error.what();
-    }
 }
 
 }  // namespace tallymar::jet

@@ -88,12 +88,8 @@ TEST(Pdf, LabelSheetsStandUpright) {
     if (OutputOf("command -v pdftotext").empty()) GTEST_SKIP() << "poppler-utils is not installed";
     const TempFolder folder;
     PrintPreviewControl v(kLetterPortrait);
-    v.CurrentX = 480;
-    v.CurrentY = 15000;
-    v.FontSize = 11;
-    v.PrintText("Asset: 000123");
     v.FontName = "Courier New";
-    v.PrintText("fixed");
+    v.PrintText("000123");
     const std::filesystem::path pdf = DeliverToFile(v, {}, folder / "labels.pdf");
     EXPECT_THAT(OutputOf("pdfinfo " + pdf.string()), HasSubstr("612 x 792 pts"));
     EXPECT_THAT(OutputOf("pdffonts " + pdf.string()), HasSubstr("LiberationMono"));
@@ -110,10 +106,9 @@ TEST(Printing, PutsTheChosenPagesOnThePaper) {
     printer.setOutputFileName(QString::fromStdString(pdf.string()));
     PrintPages(report->Pages, printer, 2, 3);
     const std::string text = OutputOf("pdftotext -layout " + pdf.string() + " -");
-    EXPECT_THAT(text, HasSubstr("Page 2"));
-    EXPECT_THAT(text, HasSubstr("Page 3"));
-    EXPECT_THAT(text, testing::Not(HasSubstr("Page 1")));
-    EXPECT_THAT(text, testing::Not(HasSubstr("Page 4")));
+    for (const int page : {1, 2, 3, 4}) {
+        EXPECT_EQ(text.find("Page " + std::to_string(page)) != std::string::npos, page == 2 || page == 3) << page;
+    }
     EXPECT_THAT(OutputOf("pdfinfo " + pdf.string()), HasSubstr("792 x 612 pts"));
     const std::vector<Word> words = WordsOf(pdf);
     const auto number =

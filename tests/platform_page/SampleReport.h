@@ -3,12 +3,11 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 
 #include "platform/page/Delivery.h"
+#include "support/Files.h"
 
 namespace tallymar::test {
 
@@ -69,11 +68,6 @@ inline std::shared_ptr<PrintedDocument> SampleReport(int pages) {
         }
     }
     return document;
-}
-
-inline std::string ReadAll(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 // What a program prints; empty when it cannot be run.

@@ -44,22 +44,16 @@ class Preview : public testing::Test {
 
 TEST_F(Preview, GoesThroughThePagesByKeys) {
     Show(5);
-    EXPECT_EQ(pages_->CurrentPage(), 1);
-    Press(Qt::Key_PageDown);
-    EXPECT_EQ(pages_->CurrentPage(), 2);
-    EXPECT_EQ(Find<QSpinBox>("PageNumber")->value(), 2);
-    EXPECT_EQ(Find<QListView>("PageList")->currentIndex().row(), 1);
-    Press(Qt::Key_End);
-    EXPECT_EQ(pages_->CurrentPage(), 5);
-    EXPECT_FALSE(Find<QPushButton>("cmdNext")->isEnabled());
-    Press(Qt::Key_PageDown);
-    EXPECT_EQ(pages_->CurrentPage(), 5);
-    Press(Qt::Key_PageUp);
-    EXPECT_EQ(pages_->CurrentPage(), 4);
-    Press(Qt::Key_Home);
-    EXPECT_EQ(pages_->CurrentPage(), 1);
-    Press(Qt::Key_PageDown, Qt::ControlModifier);
-    EXPECT_EQ(pages_->CurrentPage(), 2);
+    const std::tuple<Qt::Key, Qt::KeyboardModifiers, int> keys[] = {
+        {Qt::Key_PageDown, Qt::NoModifier, 2}, {Qt::Key_End, Qt::NoModifier, 5},  {Qt::Key_PageDown, Qt::NoModifier, 5},
+        {Qt::Key_PageUp, Qt::NoModifier, 4},   {Qt::Key_Home, Qt::NoModifier, 1}, {Qt::Key_PageDown, Qt::ControlModifier, 2}};
+    for (const auto& [key, modifiers, page] : keys) {
+        Press(key, modifiers);
+        EXPECT_EQ(pages_->CurrentPage(), page);
+        EXPECT_EQ(Find<QSpinBox>("PageNumber")->value(), page);
+        EXPECT_EQ(Find<QListView>("PageList")->currentIndex().row(), page - 1);
+        EXPECT_EQ(Find<QPushButton>("cmdNext")->isEnabled(), page < 5);
+    }
     Press(Qt::Key_G, Qt::ControlModifier);
     Type("4");
     Press(Qt::Key_Return);
@@ -100,12 +94,10 @@ TEST_F(Preview, SearchMarksAndGoesRound) {
     EXPECT_EQ(Find<QLabel>("SearchResult")->text(), QStringLiteral("1 of 1"));
     Press(Qt::Key_F, Qt::ControlModifier);
     Type("page");
-    Press(Qt::Key_F3);
-    EXPECT_EQ(pages_->CurrentPage(), 2);  // from where the user looks
-    Press(Qt::Key_F3);
-    EXPECT_EQ(pages_->CurrentPage(), 3);
-    Press(Qt::Key_F3);
-    EXPECT_EQ(pages_->CurrentPage(), 1);
+    for (const int page : {2, 3, 1}) {  // from where the user looks, and round
+        Press(Qt::Key_F3);
+        EXPECT_EQ(pages_->CurrentPage(), page);
+    }
     Press(Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_EQ(pages_->CurrentPage(), 3);
     EXPECT_EQ(Find<QLabel>("SearchResult")->text(), QStringLiteral("3 of 3"));
@@ -136,21 +128,17 @@ TEST_F(Preview, ShowsTheText) {
     EXPECT_GT(marked, 200);
 }
 
-TEST_F(Preview, SavesUnderTheChosenName) {
+TEST_F(Preview, SavesUnderTheChosenNameAndClosesOnEscape) {
     const TempFolder folder;
     Show(2);
     prompts_.SaveFiles = {folder / "a.txt", std::nullopt, folder / "b", folder / "c"};
-    std::ofstream(folder / "c.pdf") << "earlier";
+    WriteAll(folder / "c.pdf", "earlier");
     prompts_.YesNo = {false};
     for (int i = 0; i < 4; ++i) Press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(ReadAll(folder / "a.txt").find("Page 1") != std::string::npos, true);
     EXPECT_EQ(ReadAll(folder / "b.pdf").substr(0, 5), "%PDF-");
     EXPECT_EQ(ReadAll(folder / "c.pdf"), "earlier");
     EXPECT_EQ(prompts_.Dialogs.at(0).Filters.size(), 4u);
-}
-
-TEST_F(Preview, EscapeCloses) {
-    Show(1);
     Press(Qt::Key_Escape);
     EXPECT_FALSE(window_->isVisible());
 }

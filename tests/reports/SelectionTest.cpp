@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "store/Disposal.h"
+
 #include "PageGrid.h"
 #include "ReportCompany.h"
 #include "platform/runtime/PlatformError.h"

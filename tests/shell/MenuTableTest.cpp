@@ -50,49 +50,32 @@ const Names kWithAssets = {"mnuActivitiesComputeCurrent",
                            "Toolbar:Find",
                            "Toolbar:Calculate"};
 
-TEST(Commands, WithoutACompany) {
+TEST(Commands, OpenWithTheCompanyAndWithItsFirstAsset) {
     EXPECT_EQ(EnabledIn({}), kWithoutCompany);
-}
-
-TEST(Commands, WithACompanyWithoutAssetsThoseOfAnEmptyTable) {
     EXPECT_EQ(Without(EnabledIn({true, 0}), kWithoutCompany), kWithEmptyCompany);
-}
-
-TEST(Commands, WithAssetsAllOfThem) {
     EXPECT_EQ(Without(Without(EnabledIn({true, 1}), kWithoutCompany), kWithEmptyCompany), kWithAssets);
 }
 
+// Three commands have hints under other captions than their own, one has none.
 TEST(Hints, AreFoundByTheCaption) {
-    EXPECT_EQ(HintForCaption("&File"), "Access Open, Save, Print and Exit options");
-    EXPECT_EQ(HintForCaption("&Open"), "Select an Tallymar company");
-    EXPECT_EQ(HintForCaption("Create Form 4&562"), "Create an IRS Form 4563");
-    EXPECT_EQ(HintForCaption("Co&mparison Reports"), "Select a Comparison Report");
-    EXPECT_EQ(HintForCaption("&Find Assets"), "Find assets in the database");
-    EXPECT_EQ(HintForCaption("File"), "");
-}
-
-TEST(Hints, FourCommandsShowNone) {
     for (const MenuItem& item : MenuItems()) {
-        const bool none =
-            item.Name == "mnuBackup" || item.Name == "mnuRestore" || item.Name == "mnuDeleteDB" || item.Name == "mnuCreate8824";
+        const bool none = Names{"mnuBackup", "mnuRestore", "mnuDeleteDB", "mnuCreate8824"}.contains(std::string(item.Name));
         EXPECT_EQ(HintForCaption(item.Caption).empty(), none) << item.Name;
     }
-    EXPECT_EQ(HintForCaption("&Restore a Database"), "Restore a copy of an Company Tallymar database");
+    const std::pair<const char*, const char*> odd[] = {{"&Open", "Select an Tallymar company"},
+                                                       {"Create Form 4&562", "Create an IRS Form 4563"},
+                                                       {"File", ""},
+                                                       {"&Restore a Database", "Restore a copy of an Company Tallymar database"}};
+    for (const auto& [caption, hint] : odd) EXPECT_EQ(HintForCaption(caption), hint);
 }
 
-TEST(Menus, AccessKeysAreUniqueWithinAMenu) {
-    std::set<char> taken;
+TEST(Menus, EachHasAnAccessKeyOfItsOwn) {
     std::set<char> ofMenus;
     for (const MenuItem& item : MenuItems()) {
         const std::size_t mark = item.Caption.find('&');
         ASSERT_NE(mark, std::string_view::npos);
-        const char key = static_cast<char>(std::tolower(item.Caption[mark + 1]));
-        if (item.Command == Command::None) {
-            EXPECT_TRUE(ofMenus.insert(key).second) << item.Name;
-            taken.clear();
-        } else {
-            taken.insert(key);
-        }
+        if (item.Command != Command::None) continue;
+        EXPECT_TRUE(ofMenus.insert(static_cast<char>(std::tolower(item.Caption[mark + 1]))).second) << item.Name;
     }
     EXPECT_EQ(ofMenus.size(), 8u);
 }

@@ -12,25 +12,20 @@ namespace {
 
 // ---- company
 
-void SetText(jet::Recordset& company, const char* column, std::string_view text) {
-    company.Edit();
-    company.Set(column, text);
-    company.Update();
-}
-
 TEST(CompanyProfile, EveryColumnComesBackAsItWasSaved) {
     test::TestCompany company;
+    constexpr std::pair<std::string CompanyProfile::*, const char*> kTexts[] = {{&CompanyProfile::Company, "Caf\xe9 & Sons"},
+                                                                                {&CompanyProfile::LastName, "Orrery"},
+                                                                                {&CompanyProfile::FirstName, "Wil"},
+                                                                                {&CompanyProfile::Address1, "1 Main St"},
+                                                                                {&CompanyProfile::Address2, "Suite 2"},
+                                                                                {&CompanyProfile::City, "Reno"},
+                                                                                {&CompanyProfile::State, "NV"},
+                                                                                {&CompanyProfile::ZipCode, "89501"},
+                                                                                {&CompanyProfile::Id, "123-45-6789"},
+                                                                                {&CompanyProfile::Telephone, "(775) 555-0100"}};
     CompanyProfile saved;
-    saved.Company = "Caf\xe9 & Sons";
-    saved.LastName = "Orrery";
-    saved.FirstName = "Wil";
-    saved.Address1 = "1 Main St";
-    saved.Address2 = "Suite 2";
-    saved.City = "Reno";
-    saved.State = "NV";
-    saved.ZipCode = "89501";
-    saved.Id = "123-45-6789";
-    saved.Telephone = "(775) 555-0100";
+    for (const auto& [member, text] : kTexts) saved.*member = text;
     saved.BeginDate = Date::FromYmd(1983, 1, 1);
     for (int book = kFirstBook; book <= kLastBook; ++book) saved.FiscalYearEnd[book] = Date::FromYmd(2003, book, 28);
     saved.FiscalYearEnd[3] = Date();
@@ -38,11 +33,7 @@ TEST(CompanyProfile, EveryColumnComesBackAsItWasSaved) {
     saved.Save(company.Session.CompanyRecordset());
 
     const CompanyProfile read = CompanyProfile::LoadEdit(company.Session.CompanyRecordset());
-    for (const auto member : {&CompanyProfile::Company, &CompanyProfile::LastName, &CompanyProfile::FirstName,
-                              &CompanyProfile::Address1, &CompanyProfile::Address2, &CompanyProfile::City, &CompanyProfile::State,
-                              &CompanyProfile::ZipCode, &CompanyProfile::Id, &CompanyProfile::Telephone}) {
-        EXPECT_EQ(read.*member, saved.*member);
-    }
+    for (const auto& [member, text] : kTexts) EXPECT_EQ(read.*member, text);
     EXPECT_EQ(read.BeginDate, saved.BeginDate);
     EXPECT_EQ(read.FiscalYearEnd, saved.FiscalYearEnd);
     EXPECT_TRUE(read.Round);
@@ -59,8 +50,10 @@ TEST(CompanyProfile, TheStateComesOffTheCity) {
     test::TestCompany company;
     jet::Recordset& row = company.Session.CompanyRecordset();
     for (const auto& [city, state, shownCity, shownState] : cases) {
-        SetText(row, "City", city);
-        SetText(row, "State", state);
+        row.Edit();
+        row.Set("City", city);
+        row.Set("State", state);
+        row.Update();
         const CompanyProfile profile = CompanyProfile::LoadEdit(row);
         EXPECT_EQ(profile.City, shownCity);
         EXPECT_EQ(profile.State, shownState);
