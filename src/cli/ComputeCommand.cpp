@@ -32,6 +32,11 @@ std::string Quoted(std::string_view text) {
     return quoted + '"';
 }
 
+// Numbers are letters and digits, but a CSV that was loaded may have brought others.
+std::string NumberField(std::string_view assetNum) {
+    return ToUtf8(assetNum.find_first_of(",\"\r\n") == std::string_view::npos ? std::string(assetNum) : Quoted(assetNum));
+}
+
 PerBook<bool> Chosen(const std::vector<int>& books) {
     PerBook<bool> chosen;
     for (const int book : books) chosen[book] = true;
@@ -46,7 +51,7 @@ void Run(const Options& options, Context& context) {
     std::optional<FileReplacement> list;
     if (!options.List.empty()) list.emplace(options.List).Write("AssetNum,Book,CurrDepr,Status,StatusText\r\n");
     const auto addToList = [&list](const ComputedAsset& asset) {
-        list->Write(std::string(asset.AssetNum) + ',' + std::to_string(asset.Book) + ',' + asset.CurrDepr.ToText() + ',' +
+        list->Write(NumberField(asset.AssetNum) + ',' + std::to_string(asset.Book) + ',' + asset.CurrDepr.ToText() + ',' +
                     std::to_string(asset.Status) + ',' + (asset.StatusText.empty() ? "" : ToUtf8(Quoted(asset.StatusText))) + "\r\n");
     };
     const PerBook<bool> books = Chosen(options.Books);

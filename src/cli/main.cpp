@@ -49,6 +49,10 @@ int main(int argc, char** argv) {
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
+        const std::vector<std::string> unknown = app.remaining();
+        if (app.get_subcommands().empty() && !unknown.empty()) {
+            return Fail("There is no command \"" + unknown.front() + "\"; --help names them all");
+        }
         return Fail(error.what());
     } catch (const tallymar::PlatformError& failure) {
         return Fail(tallymar::ToUtf8(failure.what()));

@@ -1,6 +1,7 @@
 #include "store/CompanySession.h"
 
 #include <array>
+#include <system_error>
 #include <utility>
 
 #include "platform/runtime/PlatformError.h"
@@ -13,6 +14,12 @@ namespace {
 constexpr std::array<std::string_view, kLastBook + 1> kYearEndColumns = {"", "FYEFederal", "FYEState", "FYEBook", "FYEAMT"};
 
 constexpr std::string_view kNewCompanyName = "New Company";
+
+// A file that could not be finished must not pass for a company.
+void RemoveUnfinished(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (std::filesystem::is_regular_file(path, ignored)) std::filesystem::remove(path, ignored);
+}
 
 }  // namespace
 
@@ -54,22 +61,33 @@ bool CompanySession::FileNew(Prompts& prompts) {
 
 void CompanySession::NewCompany(const std::filesystem::path& path) {
     FileClose();
-    SetOpen(CreateJetDatabase(path), std::filesystem::absolute(path));
-    jet::Recordset& company = CompanyRecordset();
-    company.AddNew();
-    company.Update();
-    company.MoveFirst();
-    company.Edit();
-    company.Set("Company", kNewCompanyName);
-    company.Update();
+    try {
+        jet::Database database = CreateJetDatabase(path);
+        jet::Recordset company = database.OpenRecordset("Company");
+        company.AddNew();
+        company.Update();
+        company.MoveFirst();
+        company.Edit();
+        company.Set("Company", kNewCompanyName);
+        company.Update();
+        SetOpen(std::move(database), std::filesystem::absolute(path));
+    } catch (...) {
+        RemoveUnfinished(path);
+        throw;
+    }
     NewCompanyPending = true;
     if (observer_ != nullptr) observer_->OpenEnable();
 }
 
 jet::Database CompanySession::CreateJetDatabase(const std::filesystem::path& path) {
-    jet::Database database = jet::Database::Create(path);
-    CreateSchema(database);
-    return database;
+    try {
+        jet::Database database = jet::Database::Create(path);
+        CreateSchema(database);
+        return database;
+    } catch (...) {
+        RemoveUnfinished(path);
+        throw;
+    }
 }
 
 bool CompanySession::FileOpen(Prompts& prompts) {

@@ -73,6 +73,7 @@ TEST_F(CliTest, RefusalsChangeNothing) {
     EXPECT_THAT(Bad("load c.mdb bad.csv"), testing::AllOf(HasSubstr("line 3"), HasSubstr("Basis(1)")));
     EXPECT_THAT(Bad("dump c.mdb --columns Nonsense"), HasSubstr("Nonsense"));
     Bad("compute c.mdb --books 5");
+    EXPECT_THAT(Bad("lode c.mdb two.csv"), HasSubstr("lode"));
     Bad("compute c.mdb");
     Bad("compute c.mdb --books 1 --list /nonexistent/list.csv");
     Bad("frobnicate c.mdb");
@@ -93,6 +94,14 @@ TEST_F(CliTest, NeedsNoFolderOfItsOwn) {
     EXPECT_EQ(Good("compute c.mdb --books 1"), "Federal 2,000.25 1,000.25 50.01\n");
     EXPECT_THAT(Good("dump c.mdb"), HasSubstr("A2"));
     EXPECT_EQ(cli_.Read("app"), "a file where the application folder should be");
+}
+
+TEST_F(CliTest, TheListOfResultsStaysACsvWhateverTheNumbersHold) {
+    Good("new c.mdb");
+    cli_.Write("odd.csv", "AssetNum\n\"A,\"\"1\"\n\xC3\x89" "2\n");
+    Good("load c.mdb odd.csv");
+    Good("compute c.mdb --books 1 --list list.csv");
+    EXPECT_THAT(cli_.Read("list.csv"), testing::AllOf(HasSubstr("\n\"A,\"\"1\",1,0,"), HasSubstr("\n\xC3\x89" "2,1,0,")));
 }
 
 TEST_F(CliTest, HelpIsEverywhere) {

@@ -82,5 +82,14 @@ TEST_F(FaultsTest, AFullDiskTakesTheWholeCommandBack) {
     umount(disk.c_str());
 }
 
+TEST_F(FaultsTest, ACompanyThatCannotBeFinishedLeavesNoFile) {
+    const std::filesystem::path disk = cli_.Folder() / "disk";
+    std::filesystem::create_directory(disk);
+    if (mount("tmpfs", disk.c_str(), "tmpfs", 0, "size=40k") != 0) GTEST_SKIP() << "mounting is not allowed here";
+    EXPECT_THAT(Message("new disk/c.mdb"), HasSubstr("full"));
+    EXPECT_TRUE(std::filesystem::is_empty(disk));
+    umount(disk.c_str());
+}
+
 }  // namespace
 }  // namespace tallymar

@@ -52,6 +52,7 @@ TEST(AppPath, AnInstalledProgramFillsTheUsersFolderAndKeepsWhatTheUserChanged) {
 
 TEST(AppPath, AFolderThatCannotBeFilledLeavesTheDeliveredTables) {
     test::TempFolder folder;
+    Write(folder / "usr/bin/tallymar", "");
     Write(folder / "usr/share/tallymar/MACSDB05.DPP", "delivered");
     Write(folder / "home", "a file where the folder should be");
     const AppPath path = AppPath::At(folder / "home/tallymar", folder / "usr/bin");
