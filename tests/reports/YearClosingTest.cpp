@@ -30,7 +30,8 @@ ReportOptions Posting(int book = 1) {
 }
 
 std::vector<fs::path> Backups(const ReportCompany& company) {
-    const fs::directory_iterator folder(company.Session.Paths().Backup());
+    std::error_code none;  // the folder comes with the first copy
+    const fs::directory_iterator folder(company.Session.Paths().Backup(), none);
     std::vector<fs::path> files(begin(folder), end(folder));
     std::sort(files.begin(), files.end());
     return files;
