@@ -8,62 +8,15 @@
 #include <string>
 #include <utility>
 
+#include "BenchCompany.h"
 #include "Floor.h"
 #include "platform/page/Delivery.h"
-#include "platform/prompts/Prompts.h"
 #include "reports/Reports.h"
 
 namespace {
 
 using namespace tallymar;
 using namespace tallymar::bench;
-
-class SilentPrompts : public Prompts {
- public:
-    void Message(std::string_view, std::string_view, MessageKind) override {}
-    bool AskYesNo(std::string_view, std::string_view) override { return false; }
-    std::optional<std::filesystem::path> AskOpenFile(const FileDialog&) override { return std::nullopt; }
-    std::optional<std::filesystem::path> AskSaveFile(const FileDialog&) override { return std::nullopt; }
-    void ProgressStart(std::int64_t) override {}
-    void ProgressStep(std::int64_t) override {}
-};
-
-AssetRecord Asset(int row) {
-    char number[16];
-    std::snprintf(number, sizeof number, "%06d", row);
-    AssetRecord asset;
-    asset.AssetNum = number;
-    asset.Division = "Plant";
-    asset.Description = "Drill press, floor " + std::to_string(row % 97);
-    asset.AccountNum = "1500-" + std::to_string(row % 41);
-    asset.AssetType = "PP";
-    asset.NewUsed = "N";
-    asset.ClassLife = Units(12);
-    asset.BusinessUse = Units(100);
-    asset.InService = Date::FromYmd(1990 + row * 7 % 14, 1 + row % 12, 1 + row % 28);
-    asset.Sold = row % 50 == 0;
-    if (asset.Sold) asset.DateSold = Date::FromYmd(2003, 6, 30);
-    for (int book = kFirstBook; book <= kLastBook; ++book) {
-        asset.Basis[book] = CurrencyAmount::FromTenThousandths(std::int64_t{row} * 7919 % 900'000'000);
-        asset.PrevDepr[book] = CurrencyAmount::FromTenThousandths(std::int64_t{row} * 104729 % 500'000'000);
-        asset.CurrDepr[book] = CurrencyAmount::FromTenThousandths(std::int64_t{row} * 1299709 % 90'000'000);
-        asset.Period[book] = Units(7);
-        asset.DBPercent[book] = 200;
-        asset.IRSConvUsed[book] = "Y";
-    }
-    return asset;
-}
-
-void Build(CompanySession& session, const std::filesystem::path& path, int assets) {
-    session.NewCompany(path);
-    jet::WriteBatch batch(session.Database());
-    for (int row = 0; row < assets; ++row) session.AddAssetRecord(Asset(row));
-    jet::Recordset& company = session.CompanyRecordset();
-    company.Edit();
-    company.Set("FYEFederal", Date::FromYmd(2003, 12, 31));
-    company.Update();
-    batch.Commit();
-}
 
 // What a document holds, apart from spare room.
 double MegabytesOf(const PrintPreviewControl& canvas) {
@@ -85,7 +38,7 @@ int main(int argc, char** argv) {
     UserProfile profile;
     SilentPrompts prompts;
     CompanySession session(AppPath::At(folder, folder), profile);
-    Build(session, file, assets);
+    BuildCompany(session, file, assets, RegisterAsset);
     ADepre engine(folder);
 
     ReportOptions options = ReportOptions::Defaults(kFixedAssetReport, Date::FromYmd(2004, 1, 15));

@@ -7,26 +7,15 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "BenchCompany.h"
 #include "Floor.h"
 #include "batch/ComputeCurrent.h"
-#include "platform/prompts/Prompts.h"
-#include "store/CompanySession.h"
 #include "store/Vocabularies.h"
 
 namespace {
 
 using namespace tallymar;
 using namespace tallymar::bench;
-
-class SilentPrompts : public Prompts {
- public:
-    void Message(std::string_view, std::string_view, MessageKind) override {}
-    bool AskYesNo(std::string_view, std::string_view) override { return false; }
-    std::optional<std::filesystem::path> AskOpenFile(const FileDialog&) override { return std::nullopt; }
-    std::optional<std::filesystem::path> AskSaveFile(const FileDialog&) override { return std::nullopt; }
-    void ProgressStart(std::int64_t) override {}
-    void ProgressStep(std::int64_t) override {}
-};
 
 // A company's usual mix: mostly modified ACRS personal property of the last ten years, some real property and older types.
 AssetRecord MixedAsset(int row, int rows) {
@@ -55,17 +44,6 @@ AssetRecord MixedAsset(int row, int rows) {
         record.Period[book] = real ? Units(39) : Units(5 + row % 6);
     }
     return record;
-}
-
-void Build(CompanySession& session, const std::filesystem::path& path, int rows) {
-    session.NewCompany(path);
-    jet::Recordset& company = session.CompanyRecordset();
-    company.Edit();
-    for (const char* column : {"FYEFederal", "FYEState", "FYEBook", "FYEAMT"}) company.Set(column, Date::FromYmd(2003, 12, 31));
-    company.Update();
-    jet::WriteBatch batch(session.Database());
-    for (int row = 0; row < rows; ++row) session.AddAssetRecord(MixedAsset(row, rows));
-    batch.Commit();
 }
 
 double ReadPass(CompanySession& session) {
@@ -113,7 +91,6 @@ int main(int argc, char** argv) {
     const int rows = argc > 1 ? std::atoi(argv[1]) : 100'000;
     const std::filesystem::path tables = argc > 2 ? argv[2] : ".";
     const std::filesystem::path folder = std::filesystem::temp_directory_path() / "tallymar-store-bench";
-    std::filesystem::create_directories(folder);
     const std::filesystem::path path = folder / "company.mdb";
 
     UserProfile profile;
@@ -121,19 +98,22 @@ int main(int argc, char** argv) {
     CompanySession session(AppPath::At(folder, folder / "none"), profile);
     ADepre engine(tables);
 
-    Build(session, path, rows / 2);
+    const auto build = [&](int count) { BuildCompany(session, path, count, [&](int row) { return MixedAsset(row, count); }); };
+    build(rows / 2);
     ComputeFourBooks(session, engine, prompts, 1);
     const long memoryOfHalf = PeakMemoryKiB();
-    Build(session, path, rows);
+    build(rows);
     ComputeFourBooks(session, engine, prompts, 1);
     std::printf("peak memory of computing: %ld MiB with %d assets, %ld MiB with %d\n", memoryOfHalf / 1024, rows / 2,
                 PeakMemoryKiB() / 1024, rows);
     PrintHead(rows);
     {
         const Bare bare(path);
-        Pair("read into a record", rows, [&](int) { return bare.Scan(kScanByNumber); }, [&](int) { return ReadPass(session); });
-        Pair("read, change, write a record", rows, [&](int round) { return bare.Update(round); },
-             [&](int round) { return UpdatePass(session, round); });
+        Pair(
+            "read into a record", rows, [&](int) { return bare.Scan(kScanByNumber); }, [&](int) { return ReadPass(session); });
+        Pair(
+            "read, change, write a record", rows, [&](int round) { return bare.Update(round); },
+            [&](int round) { return UpdatePass(session, round); });
         Pair(
             "compute four books; floor: four such passes", rows,
             [&](int round) {

@@ -1,17 +1,14 @@
 #pragma once
 
-#include "platform/controls/CSForm.h"
 #include "reports/AssetLabels.h"
-
-class QProgressBar;
+#include "reports/frmDocumentForm.h"
 
 namespace tallymar {
 
-class CSOptList;
 class sitxEdit;
 
 // "Asset Labels": labels on laser sheets for the assets chosen.
-class frmLabelOptions : public CSForm {
+class frmLabelOptions : public frmDocumentForm {
     Q_OBJECT
 
  public:
@@ -19,16 +16,14 @@ class frmLabelOptions : public CSForm {
 
  private:
     LabelOptions OptionsOfControls() const;
-    void Ok();
+    void Ok() override;
 
     CompanySession& session_;
     CSOptList* optlType_ = nullptr;
-    CSOptList* optlOutput_ = nullptr;
     sitxEdit* sitxSTT_ = nullptr;
     sitxEdit* sitxENT_ = nullptr;
     sitxEdit* sitxSelectedDivision_ = nullptr;
     sitxEdit* sitxSelectedDepartment_ = nullptr;
-    QProgressBar* progressBar_ = nullptr;
 };
 
 }  // namespace tallymar

@@ -1,15 +1,10 @@
 #include "reports/frmReportOptions.h"
 
-#include <array>
-
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
-#include <QProgressBar>
 #include <QVBoxLayout>
 
 #include "platform/controls/CSChkList.h"
-#include "platform/controls/CSCmdBtn.h"
 #include "platform/controls/CSOptList.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
@@ -18,7 +13,6 @@
 #include "platform/controls/ScreenText.h"
 #include "platform/controls/sidtEdit.h"
 #include "platform/controls/sitxEdit.h"
-#include "platform/page/frmPreview.h"
 
 namespace tallymar {
 
@@ -27,9 +21,7 @@ namespace {
 constexpr int kDivisionLength = 16;  // as the columns of the assets
 constexpr int kCodeSectionLength = 8;
 
-constexpr int kPreviewItem = 0;
 constexpr int kPrinterItem = 1;
-constexpr std::array<OutputTarget, 3> kTargets = {OutputTarget::Preview, OutputTarget::Printer, OutputTarget::File};
 
 QStringList SequenceItems() {
     QStringList items;
@@ -46,7 +38,7 @@ QStringList BookItems() {
 }  // namespace
 
 frmReportOptions::frmReportOptions(CompanySession& session, ADepre& engine, QWidget* parent)
-    : CSForm("frmReportOptions", tr("Report Options"), parent), session_(session), engine_(engine) {
+    : frmDocumentForm("frmReportOptions", tr("Report Options"), parent), session_(session), engine_(engine) {
     lblReportName_ = Named(new QLabel(this), "lblReportName");
     QFont large = lblReportName_->font();
     large.setPointSizeF(large.pointSizeF() * 1.3);
@@ -62,10 +54,8 @@ frmReportOptions::frmReportOptions(CompanySession& session, ADepre& engine, QWid
                                        {tr("Double Space Report"), tr("Print 2nd Description Line"), tr("Update Database"),
                                         tr("Print Investments"), tr("Include 179 Expense")},
                                        this);
-    optlOutput_ = new CSOptList("optlOutput", tr("Output To"), {tr("Preview"), tr("Printer"), tr("File")}, this);
     optlBook_->SetHints(tr("The book to report"));
     optlSequence_->SetHints(tr("The order of the assets and the groups that are subtotalled"));
-    optlOutput_->SetHints(tr("Where the report goes"));
     chklPrintPY_->SetHints(tr("Disposals of earlier years to be printed too"));
 
     auto* grid = new QGridLayout;
@@ -74,37 +64,20 @@ frmReportOptions::frmReportOptions(CompanySession& session, ADepre& engine, QWid
     grid->addWidget(optlSequence_, 0, 1);
     grid->addWidget(chklPrintPY_, 1, 0);
     grid->addWidget(chklMiscellaneous_, 1, 1);
-    grid->addWidget(optlOutput_, 2, 0);
+    grid->addWidget(MakeOutput(tr("Where the report goes")), 2, 0);
     grid->addWidget(MakeReportDate(), 2, 1);
     grid->addWidget(MakeFilter(), 0, 2, 3, 1);
-
-    progressBar_ = Named(new QProgressBar(this), "ProgressBar1");
-    progressBar_->setAccessibleName(tr("Progress"));
-    progressBar_->setRange(0, 1);
-    progressBar_->setValue(0);
-    progressBar_->setTextVisible(false);
-
-    auto* cmdOK = Named(new CSCmdBtn(tr("&Ok"), this), "cmdOK");
-    auto* cmdCancel = Named(new CSCmdBtn(tr("&Cancel"), this), "cmdCancel");
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(MakeHintLine(), 1);
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
 
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(16, 14, 16, 12);
     all->setSpacing(12);
     all->addWidget(lblReportName_);
     all->addLayout(grid);
-    all->addWidget(progressBar_);
-    all->addLayout(buttons);
+    AddFoot(*all);
 
     options_.Include179 = true;
     connect(optlBook_, &CSOptList::Clicked, this, Guarded([this] { ShowReportName(); }));
     connect(chklMiscellaneous_, &CSChkList::Clicked, this, Guarded([this] { TakeMiscellaneous(); }));
-    connect(cmdOK, &QPushButton::clicked, this, Guarded([this] { Ok(); }));
-    connect(cmdCancel, &QPushButton::clicked, this, &CSForm::Unload);
-    SetCancelButton(cmdCancel);
 }
 
 QWidget* frmReportOptions::MakeReportDate() {
@@ -237,29 +210,8 @@ void frmReportOptions::Run(const ReportFilter& filter) {
                 this, [this] { Unload(); }, Qt::QueuedConnection);
         throw;
     }
-    hide();
-    try {
-        Deliver(document, posts);
-    } catch (...) {
-        Unload();
-        throw;
-    }
-    Unload();
-}
-
-void frmReportOptions::Deliver(std::shared_ptr<const PrintedDocument> document, bool posted) {
-    QWidget* over = parentWidget() ? parentWidget()->window() : nullptr;
-    QtPrompts prompts(over);
-    const OutputTarget target = kTargets.at(static_cast<std::size_t>(optlOutput_->Index()));
-    bool delivered = false;
-    try {
-        delivered = DeliverDocument(target, document, prompts, over);
-    } catch (const std::exception& failure) {
-        if (!posted) throw;
-        ReportFailure(failure);
-    }
     // A posting cannot be printed again: what was posted is shown, whatever became of its paper.
-    if (!delivered && posted) DeliverDocument(kTargets[kPreviewItem], document, prompts, over);
+    DeliverAndUnload(document, posts);
 }
 
 }  // namespace tallymar

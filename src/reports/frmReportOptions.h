@@ -1,21 +1,18 @@
 #pragma once
 
-#include "platform/controls/CSForm.h"
-#include "platform/page/Delivery.h"
 #include "reports/Reports.h"
+#include "reports/frmDocumentForm.h"
 
 class QGroupBox;
-class QProgressBar;
 
 namespace tallymar {
 
 class CSChkList;
-class CSOptList;
 class sidtEdit;
 class sitxEdit;
 
 // The one form behind every columnar report. A new one is made for each report and unloads itself when the report has run.
-class frmReportOptions : public CSForm {
+class frmReportOptions : public frmDocumentForm {
     Q_OBJECT
 
  public:
@@ -38,9 +35,8 @@ class frmReportOptions : public CSForm {
     void TakeMiscellaneous();
     void ShowCaution(const QString& caution);
     ReportOptions OptionsOfControls() const;
-    void Ok();
+    void Ok() override;
     void Run(const ReportFilter& filter);
-    void Deliver(std::shared_ptr<const PrintedDocument> document, bool posted);
 
     CompanySession& session_;
     ADepre& engine_;
@@ -51,7 +47,6 @@ class frmReportOptions : public CSForm {
     QLabel* lblFilter_ = nullptr;
     CSOptList* optlBook_ = nullptr;
     CSOptList* optlSequence_ = nullptr;
-    CSOptList* optlOutput_ = nullptr;
     CSChkList* chklPrintPY_ = nullptr;
     CSChkList* chklMiscellaneous_ = nullptr;
     sidtEdit* sidtReportDate_ = nullptr;
@@ -60,7 +55,6 @@ class frmReportOptions : public CSForm {
     sitxEdit* sitxCodeSection_ = nullptr;
     sidtEdit* sidtYStart_ = nullptr;
     sidtEdit* sidtYEnd_ = nullptr;
-    QProgressBar* progressBar_ = nullptr;
 };
 
 }  // namespace tallymar

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -8,7 +6,6 @@
 namespace tallymar {
 namespace {
 
-using test::CliResult;
 using testing::HasSubstr;
 
 class AssetCommandsTest : public testing::Test {
@@ -24,18 +21,8 @@ class AssetCommandsTest : public testing::Test {
         Good("load c.mdb a.csv");
     }
 
-    std::string Good(const std::string& arguments) {
-        const CliResult result = cli_(arguments);
-        EXPECT_EQ(result.ExitStatus, 0) << arguments << ": " << result.Error;
-        return result.Out;
-    }
-    std::string Bad(const std::string& arguments) {
-        const CliResult result = cli_(arguments);
-        EXPECT_EQ(result.ExitStatus, 1) << arguments;
-        EXPECT_EQ(result.Out, "");
-        EXPECT_EQ(std::count(result.Error.begin(), result.Error.end(), '\n'), 1) << result.Error;
-        return result.Error;
-    }
+    std::string Good(const std::string& arguments) { return cli_.Good(arguments); }
+    std::string Bad(const std::string& arguments) { return cli_.Bad(arguments); }
 
     test::CliRunner cli_;
 };

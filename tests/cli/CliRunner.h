@@ -2,10 +2,13 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "support/TempFolder.h"
 
@@ -30,6 +33,23 @@ class CliRunner {
                                     " >out.txt 2>error.txt </dev/null";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(folder_ / "out.txt"), ReadText(folder_ / "error.txt")};
+    }
+
+    // A call that does what it was told, with nothing to say against it. What it printed.
+    std::string Good(const std::string& arguments) const {
+        const CliResult result = (*this)(arguments);
+        EXPECT_EQ(result.ExitStatus, 0) << arguments << ": " << result.Error;
+        EXPECT_EQ(result.Error, "") << arguments;
+        return result.Out;
+    }
+
+    // A call that fails: one clear line on standard error, status 1, nothing printed. The line.
+    std::string Bad(const std::string& arguments) const {
+        const CliResult result = (*this)(arguments);
+        EXPECT_EQ(result.ExitStatus, 1) << arguments;
+        EXPECT_EQ(result.Out, "") << arguments;
+        EXPECT_EQ(std::count(result.Error.begin(), result.Error.end(), '\n'), 1) << result.Error;
+        return result.Error;
     }
 
     void Write(const std::string& name, const std::string& contents) const {

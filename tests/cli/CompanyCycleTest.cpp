@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -8,7 +6,6 @@
 namespace tallymar {
 namespace {
 
-using test::CliResult;
 using testing::HasSubstr;
 
 constexpr const char* kTwoAssets =
@@ -18,21 +15,8 @@ constexpr const char* kTwoAssets =
 
 class CliTest : public testing::Test {
  protected:
-    std::string Good(const std::string& arguments) {
-        const CliResult result = cli_(arguments);
-        EXPECT_EQ(result.ExitStatus, 0) << arguments << ": " << result.Error;
-        EXPECT_EQ(result.Error, "");
-        return result.Out;
-    }
-
-    // One clear line on standard error, status 1, nothing printed.
-    std::string Bad(const std::string& arguments) {
-        const CliResult result = cli_(arguments);
-        EXPECT_EQ(result.ExitStatus, 1) << arguments;
-        EXPECT_EQ(result.Out, "");
-        EXPECT_EQ(std::count(result.Error.begin(), result.Error.end(), '\n'), 1) << result.Error;
-        return result.Error;
-    }
+    std::string Good(const std::string& arguments) { return cli_.Good(arguments); }
+    std::string Bad(const std::string& arguments) { return cli_.Bad(arguments); }
 
     test::CliRunner cli_;
 };

@@ -44,6 +44,8 @@ class Preview : public testing::Test {
 
 TEST_F(Preview, GoesThroughThePagesByKeys) {
     Show(5);
+    EXPECT_DOUBLE_EQ(pages_->Zoom(), 1);
+    pages_->SetFit(frmPreviewPages::Fit::Page);
     const std::tuple<Qt::Key, Qt::KeyboardModifiers, int> keys[] = {
         {Qt::Key_PageDown, Qt::NoModifier, 2}, {Qt::Key_End, Qt::NoModifier, 5},  {Qt::Key_PageDown, Qt::NoModifier, 5},
         {Qt::Key_PageUp, Qt::NoModifier, 4},   {Qt::Key_Home, Qt::NoModifier, 1}, {Qt::Key_PageDown, Qt::ControlModifier, 2}};

@@ -1,5 +1,6 @@
 #include "platform/page/frmPreview.h"
 
+#include <algorithm>
 #include <array>
 
 #include <QAbstractListModel>
@@ -24,6 +25,7 @@
 #include "platform/controls/ScreenText.h"
 #include "platform/page/frmPreviewPages.h"
 #include "platform/page/frmPrint.h"
+#include "platform/runtime/Windows1252.h"
 
 namespace tallymar {
 
@@ -45,6 +47,17 @@ constexpr std::array<SaveFormat, 4> kSaveFormats = {{
     {FileFormat::Csv, "&Comma-Separated Rows...", "Comma-Separated Rows (*.csv)", "csv"},
     {FileFormat::Workbook, "&Excel Workbook...", "Excel Workbooks (*.xlsx)", "xlsx"},
 }};
+
+// The document's title, as far as every file system takes it, offered as its file name. The extension is part of it: with one
+// there the dialog changes it along with the type that is chosen.
+std::string OfferedName(const PrintPreviewControl& pages, const std::string& extension) {
+    static constexpr std::string_view kRefused = "/\\:*?\"<>|";
+    std::string name = ToUtf8(Trim(pages.Title));
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return kRefused.find(c) != std::string_view::npos; }, '-');
+    while (!name.empty() && name.back() == '.') name.pop_back();
+    return name.empty() ? name : name + "." + extension;
+}
 
 // The pages as small pictures, each drawn when it first comes into sight.
 class ThumbnailModel : public QAbstractListModel {
@@ -408,6 +421,7 @@ bool SaveDocument(const PrintedDocument& document, FileFormat format, Prompts& p
         if (known.Format == format) {
             dialog.FilterIndex = dialog.Filters.size();
             dialog.DefaultExtension = known.Extension;
+            dialog.FileName = OfferedName(document.Pages, known.Extension);
         }
         dialog.Filters.push_back({known.FilterName, std::string("*.") + known.Extension});
     }

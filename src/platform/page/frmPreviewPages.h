@@ -67,7 +67,7 @@ class frmPreviewPages : public QAbstractScrollArea {
     std::shared_ptr<const PrintedDocument> document_;
     std::unique_ptr<PagePainter> painter_;
     double zoom_ = 1;
-    Fit fit_ = Fit::Page;
+    Fit fit_ = Fit::None;  // the paper size first: type of 7.5 points cannot be read on a page shrunk to a small screen
     int currentPage_ = 1;
     bool moving_ = false;  // the scroll bars follow a page or zoom, not the user
     std::vector<PageHit> hits_;
