@@ -28,14 +28,20 @@ double InServiceTotals::FourthQuarterPercent() const {
     return InService > CurrencyAmount() ? FourthQuarter.ToDouble() / InService.ToDouble() * 100.0 : 0.0;
 }
 
-std::string InServiceTotals::InServiceText() const { return Format(InService, pictures::kTotal); }
+std::string InServiceTotals::InServiceText() const {
+    return Format(InService, pictures::kTotal);
+}
 
-std::string InServiceTotals::FourthQuarterText() const { return Format(FourthQuarter, pictures::kTotal); }
+std::string InServiceTotals::FourthQuarterText() const {
+    return Format(FourthQuarter, pictures::kTotal);
+}
 
-std::string InServiceTotals::PercentText() const { return Format(FourthQuarterPercent(), pictures::kPercent); }
+std::string InServiceTotals::PercentText() const {
+    return Format(FourthQuarterPercent(), pictures::kPercent);
+}
 
-PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options, Prompts& prompts,
-                                        const std::function<void(const ComputedAsset&)>& onComputed) {
+PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options,
+                                        Prompts& prompts, const std::function<void(const ComputedAsset&)>& onComputed) {
     PerBook<InServiceTotals> totals;
     jet::Recordset& assets = session.AssetsRecordset();
     assets.SetIndex("AssetNum");
@@ -58,7 +64,8 @@ PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine,
                                          std::string(kBookNames[static_cast<std::size_t>(book)]) + ": ");
             }
             if (onComputed) {
-                onComputed({record.AssetNum.Trimmed(), book, record.CurrDepr[book], engine.DeprStatusCode(), engine.DeprStatusText()});
+                onComputed(
+                    {record.AssetNum.Trimmed(), book, record.CurrDepr[book], engine.DeprStatusCode(), engine.DeprStatusText()});
             }
             progress.Step();
         }

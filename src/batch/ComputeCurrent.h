@@ -38,11 +38,11 @@ struct ComputedAsset {
     std::string_view StatusText;
 };
 
-// Computes the current year of every asset for the chosen books, as of each book's fiscal year end, and writes the results back. Bad assets
-// do not stop it; a failure that ends it (a type mismatch, a bad table file) comes as PlatformError with the asset's number and book
-// before the text, and the rows done before it stay. engine.ComputeMonth has its effect on book 3.
-// onComputed, when given, hears of every asset and book.
-PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options, Prompts& prompts,
-                                        const std::function<void(const ComputedAsset&)>& onComputed = {});
+// Computes the current year of every asset for the chosen books, as of each book's fiscal year end, and writes the results back.
+// Bad assets do not stop it; a failure that ends it (a type mismatch, a bad table file) comes as PlatformError with the asset's
+// number and book before the text, and the rows done before it stay. engine.ComputeMonth has its effect on book 3. onComputed,
+// when given, hears of every asset and book.
+PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options,
+                                        Prompts& prompts, const std::function<void(const ComputedAsset&)>& onComputed = {});
 
 }  // namespace tallymar

@@ -52,11 +52,12 @@ void Run(const Options& options, Context& context) {
     if (!options.List.empty()) list.emplace(options.List).Write("AssetNum,Book,CurrDepr,Status,StatusText\r\n");
     const auto addToList = [&list](const ComputedAsset& asset) {
         list->Write(NumberField(asset.AssetNum) + ',' + std::to_string(asset.Book) + ',' + asset.CurrDepr.ToText() + ',' +
-                    std::to_string(asset.Status) + ',' + (asset.StatusText.empty() ? "" : ToUtf8(Quoted(asset.StatusText))) + "\r\n");
+                    std::to_string(asset.Status) + ',' + (asset.StatusText.empty() ? "" : ToUtf8(Quoted(asset.StatusText))) +
+                    "\r\n");
     };
     const PerBook<bool> books = Chosen(options.Books);
-    const auto totals = ComputeCurrent(session, engine, {.Compute = books, .UseMidQuarter = Chosen(options.MidQuarter)}, context.Asking(),
-                                       list ? std::function<void(const ComputedAsset&)>(addToList) : nullptr);
+    const auto totals = ComputeCurrent(session, engine, {.Compute = books, .UseMidQuarter = Chosen(options.MidQuarter)},
+                                       context.Asking(), list ? std::function<void(const ComputedAsset&)>(addToList) : nullptr);
     if (list) list->Commit();
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!books[book]) continue;

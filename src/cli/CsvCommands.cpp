@@ -37,7 +37,8 @@ void AddDumpCommand(CLI::App& app, Context& context) {
     auto options = std::make_shared<DumpOptions>();
     CLI::App* command = app.add_subcommand("dump", "Print every asset as a CSV");
     command->add_option("FILE", options->File, "Company file")->required();
-    command->add_option("--columns", options->Columns, "Columns to print, apart by commas; all of them unless named")->delimiter(',');
+    command->add_option("--columns", options->Columns, "Columns to print, apart by commas; all of them unless named")
+        ->delimiter(',');
     command->callback([options, &context] {
         std::vector<std::string> columns;
         for (const std::string& column : options->Columns) columns.push_back(FromArgument(column));

@@ -7,7 +7,9 @@
 
 namespace tallymar::cli {
 
-void TerminalPrompts::Message(std::string_view text, std::string_view, MessageKind) { std::cerr << ToUtf8(text) << '\n'; }
+void TerminalPrompts::Message(std::string_view text, std::string_view, MessageKind) {
+    std::cerr << ToUtf8(text) << '\n';
+}
 
 bool TerminalPrompts::AskYesNo(std::string_view text, std::string_view) {
     std::cerr << ToUtf8(text) << " [y/N] " << std::flush;

@@ -1,5 +1,5 @@
-#include "engine/ADepre.h"
 #include "store/Disposal.h"
+#include "engine/ADepre.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {

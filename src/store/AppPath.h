@@ -14,8 +14,8 @@ class AppPath {
     static AppPath At(const std::filesystem::path& folder, const std::filesystem::path& programFolder);
     // The program's folder when it can be written and holds the delivered data (a portable copy); else the user's data folder.
     static AppPath Find(const std::filesystem::path& programFolder);
-    // Makes Backup and Images and brings in delivered data that the folder lacks; what the user has changed there stays. Fails with
-    // PathAccess or PermissionDenied when the folder cannot be made.
+    // Makes Backup and Images and brings in delivered data that the folder lacks; what the user has changed there stays. Fails
+    // with PathAccess or PermissionDenied when the folder cannot be made.
     void Prepare() const;
 
     // The folder of the running program.

@@ -32,8 +32,8 @@ struct AssetRecord {
     CurrencyAmount SoldExpense;
     CurrencyAmount BusinessUse;  // percent
     CurrencyAmount FairMktValue;
-    CurrencyAmount ClassLife;  // years
-    std::int16_t FedLife = 0;  // the whole part of ClassLife
+    CurrencyAmount ClassLife;          // years
+    std::int16_t FedLife = 0;          // the whole part of ClassLife
     PerBook<std::int16_t> DeprType;    // index into DeprTypeCode's table
     PerBook<std::int16_t> DeprMethod;  // index into DeprMethodCode's table
     PerBook<CurrencyAmount> Basis;

@@ -80,7 +80,9 @@ void VisitColumns(Record& r, Visit&& visit) {
 
 // Rows have always been read through text: a Null is then nothing, and a number of another type than the column's, as a file of
 // another program may hold, still reads as a number.
-double NumberOf(const jet::Value& value) { return Val(value.ToText()); }
+double NumberOf(const jet::Value& value) {
+    return Val(value.ToText());
+}
 
 void Load(const jet::Value& value, std::string& item) {
     if (value.Type() == jet::Value::Kind::Text) {
@@ -108,9 +110,13 @@ void Load(const jet::Value& value, std::int16_t& item) {
     item = value.Type() == jet::Value::Kind::Integer ? value.Integer() : ToInteger(NumberOf(value));
 }
 
-void Load(const jet::Value& value, Date& item) { item = value.IsDate() ? value.AsDate() : Date(); }
+void Load(const jet::Value& value, Date& item) {
+    item = value.IsDate() ? value.AsDate() : Date();
+}
 
-void Load(const jet::Value& value, bool& item) { item = value.Boolean(); }
+void Load(const jet::Value& value, bool& item) {
+    item = value.Boolean();
+}
 
 template <std::size_t N>
 jet::Value ValueOf(const FixedText<N>& item) {

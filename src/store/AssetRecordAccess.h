@@ -12,11 +12,12 @@ namespace tallymar {
 // failed write leaves the stored row as it was and no edit pending.
 class AssetRecordAccess {
  public:
-    // Looks the columns up once, since files of earlier releases hold them in another order. Failure::ItemNotFound when one is missing.
+    // Looks the columns up once, since files of earlier releases hold them in another order. Failure::ItemNotFound when one is
+    // missing.
     explicit AssetRecordAccess(jet::Recordset& assets);
 
-    // A Null reads as empty, 0 or date 0, but in a Boolean column it fails with InvalidUseOfNull. FedLife is set from ClassLife, and
-    // a blank CodeSection below a class life of 11 becomes "1245".
+    // A Null reads as empty, 0 or date 0, but in a Boolean column it fails with InvalidUseOfNull. FedLife is set from ClassLife,
+    // and a blank CodeSection below a class life of 11 becomes "1245".
     void ReadAssetRecord(AssetRecord& record);
     // Rewrites the row. An empty TaxGroup is stored as six blanks.
     void WriteAssetRecord(const AssetRecord& record);

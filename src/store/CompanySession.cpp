@@ -132,22 +132,34 @@ CompanySession::Open& CompanySession::Opened() {
     return *open_;
 }
 
-jet::Database& CompanySession::Database() { return Opened().Database; }
+jet::Database& CompanySession::Database() {
+    return Opened().Database;
+}
 
-jet::Recordset& CompanySession::CompanyRecordset() { return Opened().Company; }
+jet::Recordset& CompanySession::CompanyRecordset() {
+    return Opened().Company;
+}
 
-jet::Recordset& CompanySession::AssetsRecordset() { return Opened().Assets; }
+jet::Recordset& CompanySession::AssetsRecordset() {
+    return Opened().Assets;
+}
 
-AssetRecordAccess& CompanySession::Assets() { return Opened().Access; }
+AssetRecordAccess& CompanySession::Assets() {
+    return Opened().Access;
+}
 
 jet::Value CompanySession::CompanyValue(std::string_view column) {
     jet::Recordset& company = CompanyRecordset();
     return company.HasCurrentRow() ? company.Get(column) : jet::Value();
 }
 
-std::string CompanySession::CompanyName() { return CompanyValue("Company").ToText(); }
+std::string CompanySession::CompanyName() {
+    return CompanyValue("Company").ToText();
+}
 
-std::string CompanySession::RoundText() { return CompanyValue("Round").ToText(); }
+std::string CompanySession::RoundText() {
+    return CompanyValue("Round").ToText();
+}
 
 std::string_view CompanySession::YearEndColumn(int book) {
     if (book < kFirstBook || book > kLastBook) throw PlatformError(Failure::SubscriptOutOfRange);
@@ -159,6 +171,8 @@ Date CompanySession::FiscalYearEnd(int book) {
     return value.IsDate() ? value.AsDate() : Date();
 }
 
-std::int64_t CompanySession::AssetCount() { return AssetsRecordset().RecordCount(); }
+std::int64_t CompanySession::AssetCount() {
+    return AssetsRecordset().RecordCount();
+}
 
 }  // namespace tallymar

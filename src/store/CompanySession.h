@@ -45,7 +45,8 @@ class CompanySession {
     // The same without a dialog.
     void NewCompany(const std::filesystem::path& path);
     void OpenCompany(const std::filesystem::path& path, Prompts& prompts);
-    // Makes the open company the one that the next start offers, as FileOpen does; a profile that cannot be written is passed over.
+    // Makes the open company the one that the next start offers, as FileOpen does; a profile that cannot be written is passed
+    // over.
     void RememberLastCompany();
     // The two tables in a new file; one of that path is deleted first.
     static jet::Database CreateJetDatabase(const std::filesystem::path& path);
@@ -63,7 +64,7 @@ class CompanySession {
 
     // A company table that has lost its row reads as if its row were empty, until the profile form adds one.
     std::string CompanyName();
-    std::string RoundText();      // "True" or "False", as the rounding of amounts is told it
+    std::string RoundText();       // "True" or "False", as the rounding of amounts is told it
     Date FiscalYearEnd(int book);  // date 0 when the profile holds none
     static std::string_view YearEndColumn(int book);
     std::int64_t AssetCount();

@@ -15,8 +15,9 @@ struct DisposalMarks {
     bool Notice4 = false;
 };
 
-// With an amount of sale or expense an asset has left the books, marked or not, unless it went in an exchange under Notice 2000-4:
-// that goes on depreciating. Without one the marks tell, and Notice4 alone is none of them. Asset: anything with these items.
+// With an amount of sale or expense an asset has left the books, marked or not, unless it went in an exchange under Notice
+// 2000-4: that goes on depreciating. Without one the marks tell, and Notice4 alone is none of them. Asset: anything with these
+// items.
 template <typename Asset>
 bool CheckDisposed(const Asset& asset) {
     constexpr CurrencyAmount kNothing;

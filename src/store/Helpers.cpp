@@ -12,9 +12,13 @@ void RoundAmount(CurrencyAmount& amount, std::string_view roundFlag) {
     if (roundFlag == "Y") amount = CurrencyAmount::FromInteger(WholePartOfProduct(amount, Units(1)));
 }
 
-CurrencyAmount PercentOf(CurrencyAmount value) { return CurrencyAmount::FromDouble(value.ToDouble() / 100.0); }
+CurrencyAmount PercentOf(CurrencyAmount value) {
+    return CurrencyAmount::FromDouble(value.ToDouble() / 100.0);
+}
 
-Date TextToDate(std::string_view text) { return ParseDate(text).value_or(Date()); }
+Date TextToDate(std::string_view text) {
+    return ParseDate(text).value_or(Date());
+}
 
 YearMonthCount YearsAndMonths(Date from, Date to) {
     const int fromYear = from.Year();
@@ -47,6 +51,8 @@ void SplitCityState(std::string& city, std::string& state) {
     }
 }
 
-std::int16_t ScaledInteger(float first, float second) { return ToInteger(static_cast<double>(first / second)); }
+std::int16_t ScaledInteger(float first, float second) {
+    return ToInteger(static_cast<double>(first / second));
+}
 
 }  // namespace tallymar

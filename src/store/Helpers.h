@@ -10,9 +10,9 @@
 // The small computations that every subsystem shares.
 namespace tallymar {
 
-// Rounds to the cent, halves toward plus infinity (2.005 is 2.01, -2.005 is -2.00); then, only if roundFlag is exactly "Y", to the
-// dollar in the same way. Callers pass the text of the company's Round column, which reads "True" or "False": so amounts keep their
-// cents, as they always have.
+// Rounds to the cent, halves toward plus infinity (2.005 is 2.01, -2.005 is -2.00); then, only if roundFlag is exactly "Y", to
+// the dollar in the same way. Callers pass the text of the company's Round column, which reads "True" or "False": so amounts keep
+// their cents, as they always have.
 void RoundAmount(CurrencyAmount& amount, std::string_view roundFlag);
 
 // value / 100.
@@ -40,6 +40,8 @@ void SplitCityState(std::string& city, std::string& state);
 // first / second, ties to even. Overflow fails with Failure::Overflow.
 std::int16_t ScaledInteger(float first, float second);
 
-constexpr std::string_view CheckMark(bool set) { return set ? "X" : " "; }
+constexpr std::string_view CheckMark(bool set) {
+    return set ? "X" : " ";
+}
 
 }  // namespace tallymar

@@ -28,30 +28,30 @@ constexpr FieldType kInteger = FieldType::Integer;
 constexpr FieldType kBoolean = FieldType::Boolean;
 
 constexpr Column kCompanyColumns[] = {
-    {"Company", kText, 40},   {"LastName", kText, 32}, {"FirstName", kText, 32}, {"Address1", kText, 40},
-    {"Address2", kText, 40},  {"City", kText, 40},     {"State", kText, 2},      {"ZipCode", kText, 12},
-    {"ID", kText, 16},        {"Telephone", kText, 32}, {"FYEFederal", kDate},   {"FYEState", kDate},
-    {"FYEBook", kDate},       {"FYEAMT", kDate},       {"Round", kBoolean},      {"BeginDate", kDate},
+    {"Company", kText, 40},  {"LastName", kText, 32},  {"FirstName", kText, 32}, {"Address1", kText, 40},
+    {"Address2", kText, 40}, {"City", kText, 40},      {"State", kText, 2},      {"ZipCode", kText, 12},
+    {"ID", kText, 16},       {"Telephone", kText, 32}, {"FYEFederal", kDate},    {"FYEState", kDate},
+    {"FYEBook", kDate},      {"FYEAMT", kDate},        {"Round", kBoolean},      {"BeginDate", kDate},
 };
 
 constexpr Column kAssetColumns[] = {
-    {"AssetNum", kText, 6},      {"Division", kText, 16},  {"Department", kText, 16}, {"Description", kText, 32},
-    {"Descrip2", kText, 32},     {"SerialNum", kText, 20}, {"Purchased", kDate},      {"CodeSection", kText, 8},
-    {"AccountNum", kText, 12},   {"TaxGroup", kText, 6},   {"PictureName", kText, 32}, {"NewUsed", kText, 1},
-    {"InService", kDate},        {"AssetType", kText, 2},  {"FairMktValue", kCurrency}, {"FedLife", kInteger},
-    {"BusinessUse", kCurrency},  {"ClassLife", kCurrency}, {"Casualty", kBoolean},    {"LikeKind", kBoolean},
-    {"Notice4", kBoolean},       {"Abandoned", kBoolean},  {"Sold", kBoolean},        {"PropertyTax", kBoolean},
-    {"DateSold", kDate},         {"SoldAmount", kCurrency}, {"SoldExpense", kCurrency}, {"AssocAsset", kText, 6},
+    {"AssetNum", kText, 6},     {"Division", kText, 16},   {"Department", kText, 16},   {"Description", kText, 32},
+    {"Descrip2", kText, 32},    {"SerialNum", kText, 20},  {"Purchased", kDate},        {"CodeSection", kText, 8},
+    {"AccountNum", kText, 12},  {"TaxGroup", kText, 6},    {"PictureName", kText, 32},  {"NewUsed", kText, 1},
+    {"InService", kDate},       {"AssetType", kText, 2},   {"FairMktValue", kCurrency}, {"FedLife", kInteger},
+    {"BusinessUse", kCurrency}, {"ClassLife", kCurrency},  {"Casualty", kBoolean},      {"LikeKind", kBoolean},
+    {"Notice4", kBoolean},      {"Abandoned", kBoolean},   {"Sold", kBoolean},          {"PropertyTax", kBoolean},
+    {"DateSold", kDate},        {"SoldAmount", kCurrency}, {"SoldExpense", kCurrency},  {"AssocAsset", kText, 6},
 };
 
 // Once for each book, the book's number in parentheses behind the name.
 constexpr Column kBookColumns[] = {
-    {"DeprType", kInteger},     {"DateDeprToo", kDate},     {"DeprMethod", kInteger},    {"Basis", kCurrency},
-    {"PrevDepr", kCurrency},    {"CurrDepr", kCurrency},    {"AddlDepr", kCurrency},     {"ADPct", kCurrency},
-    {"DeprLimit", kCurrency},   {"Section179", kCurrency},  {"TaxCredit", kCurrency},    {"TaxCreditUsed", kCurrency},
-    {"TaxCreditYear", kInteger}, {"Period", kCurrency},     {"SwitchBasis", kCurrency},  {"SwitchYear", kInteger},
-    {"SwitchPeriod", kInteger}, {"YearThru", kInteger},     {"DBPercent", kInteger},     {"IRSConvUsed", kText, 1},
-    {"Listed", kBoolean},       {"Auto", kBoolean},         {"Agri", kBoolean},          {"Salvage", kCurrency},
+    {"DeprType", kInteger},      {"DateDeprToo", kDate},    {"DeprMethod", kInteger},   {"Basis", kCurrency},
+    {"PrevDepr", kCurrency},     {"CurrDepr", kCurrency},   {"AddlDepr", kCurrency},    {"ADPct", kCurrency},
+    {"DeprLimit", kCurrency},    {"Section179", kCurrency}, {"TaxCredit", kCurrency},   {"TaxCreditUsed", kCurrency},
+    {"TaxCreditYear", kInteger}, {"Period", kCurrency},     {"SwitchBasis", kCurrency}, {"SwitchYear", kInteger},
+    {"SwitchPeriod", kInteger},  {"YearThru", kInteger},    {"DBPercent", kInteger},    {"IRSConvUsed", kText, 1},
+    {"Listed", kBoolean},        {"Auto", kBoolean},        {"Agri", kBoolean},         {"Salvage", kCurrency},
 };
 
 Field FieldOf(const Column& column, std::string name) {
@@ -59,7 +59,9 @@ Field FieldOf(const Column& column, std::string name) {
     return {.Name = std::move(name), .Type = column.Type, .Size = column.Size, .AllowZeroLength = allowZeroLength};
 }
 
-std::string BookColumn(std::string_view name, int book) { return std::string(name) + "(" + std::to_string(book) + ")"; }
+std::string BookColumn(std::string_view name, int book) {
+    return std::string(name) + "(" + std::to_string(book) + ")";
+}
 
 TableDef MakeCompanyTable() {
     TableDef table{.Name = "Company", .Fields = {}, .Indexes = {}};

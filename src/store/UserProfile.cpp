@@ -61,7 +61,9 @@ bool UserProfile::Save(const std::filesystem::path& file) {
     }
 }
 
-const std::string& UserProfile::At(int position) const { return values_[Slot(position)]; }
+const std::string& UserProfile::At(int position) const {
+    return values_[Slot(position)];
+}
 
 void UserProfile::Set(int position, std::string_view text) {
     std::string value(text);
@@ -69,6 +71,8 @@ void UserProfile::Set(int position, std::string_view text) {
     values_[Slot(position)] = std::move(value);
 }
 
-std::filesystem::path UserProfile::LastFolder() const { return std::filesystem::path(LastDataPath).parent_path(); }
+std::filesystem::path UserProfile::LastFolder() const {
+    return std::filesystem::path(LastDataPath).parent_path();
+}
 
 }  // namespace tallymar

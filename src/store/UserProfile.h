@@ -7,8 +7,8 @@
 
 namespace tallymar {
 
-// The installation's settings: who the preparer is, where other data lies, the defaults of new assets and of the find grid. Kept as
-// Assets1.dat: 100 quoted texts, one a line, whose positions are a file format.
+// The installation's settings: who the preparer is, where other data lies, the defaults of new assets and of the find grid. Kept
+// as Assets1.dat: 100 quoted texts, one a line, whose positions are a file format.
 class UserProfile {
  public:
     // What stands at each position that this program knows, counted from 1 as in the file.
@@ -45,7 +45,8 @@ class UserProfile {
     const std::string& At(int position) const;
     void Set(int position, std::string_view text);
 
-    // The decoded settings. They can run ahead of the positions: the form changes them on each click and only its save writes them.
+    // The decoded settings. They can run ahead of the positions: the form changes them on each click and only its save writes
+    // them.
     std::string DefaultNewUsed = "NEW";
     std::string DefaultDeprMethod = "DB";
     std::string DefaultDeprType = "MCRS";

@@ -21,7 +21,7 @@ enum DeprTypeIndex : std::int16_t {
     kColl = 10  // a collectible
 };
 
-inline constexpr std::array<std::string_view, 11> kDeprTypes = {"MCRS", "XXXX", "AMRT", "GENL", "ADS",  "ADR",
+inline constexpr std::array<std::string_view, 11> kDeprTypes = {"MCRS", "XXXX", "AMRT", "GENL", "ADS", "ADR",
                                                                 "ACRS", "ACAM", "MACS", "STCK", "COLL"};
 
 enum DeprMethodIndex : std::int16_t {
@@ -45,7 +45,8 @@ constexpr std::string_view DeprMethodCode(int index) {
     return index >= 0 && index < static_cast<int>(kDeprMethods.size()) ? kDeprMethods[static_cast<std::size_t>(index)] : "??";
 }
 
-// "Y" half-year, "Q" mid-quarter, "M" mid-month, "N" none (whole months count), "X" no depreciation; in the order of the edit list.
+// "Y" half-year, "Q" mid-quarter, "M" mid-month, "N" none (whole months count), "X" no depreciation; in the order of the edit
+// list.
 inline constexpr std::string_view kConventions = "YQMNX";
 
 // "PP" personal property, "RL" real property, "IN" a third class.

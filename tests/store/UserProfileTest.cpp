@@ -48,7 +48,8 @@ TEST(UserProfile, MissingAndEmptyFilesGiveTheSameDefaults) {
 TEST(UserProfile, DecodesFlagsAndKeepsWhatItDoesNotKnow) {
     test::TempFolder folder;
     UserProfile profile = Loaded(
-        folder, FileOf({{3, "/data/a, b/client.mdb"}, {26, "kept"}, {30, "False"}, {31, "True"}, {32, "perhaps"}, {90, "Used"}}, 92));
+        folder,
+        FileOf({{3, "/data/a, b/client.mdb"}, {26, "kept"}, {30, "False"}, {31, "True"}, {32, "perhaps"}, {90, "Used"}}, 92));
     EXPECT_FALSE(profile.FindByDate);
     EXPECT_TRUE(profile.FindByGLNumber);
     EXPECT_FALSE(profile.NumericAssetNumbers);

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-// What a command may ask of or tell its user while it runs: windows answer with dialogs, the command line tool on the terminal, tests
-// from a script.
+// What a command may ask of or tell its user while it runs: windows answer with dialogs, the command line tool on the terminal,
+// tests from a script.
 namespace tallymar {
 
 enum class MessageKind { Information, Warning, Error };
@@ -23,10 +23,10 @@ struct FileFilter {
 struct FileDialog {
     std::string Title;
     std::vector<FileFilter> Filters;
-    std::size_t FilterIndex = 0;       // preselected
+    std::size_t FilterIndex = 0;  // preselected
     std::filesystem::path InitialFolder;
-    std::filesystem::path FileName;    // offered; may be empty
-    std::string DefaultExtension;      // put behind a typed name that has none ("mdb"); may be empty
+    std::filesystem::path FileName;  // offered; may be empty
+    std::string DefaultExtension;    // put behind a typed name that has none ("mdb"); may be empty
 };
 
 class Prompts {
@@ -43,7 +43,8 @@ class Prompts {
 
     // nullopt when cancelled.
     virtual std::optional<std::filesystem::path> AskOpenFile(const FileDialog& dialog) = 0;  // the file exists
-    virtual std::optional<std::filesystem::path> AskSaveFile(const FileDialog& dialog) = 0;  // asks before an existing file is chosen
+    virtual std::optional<std::filesystem::path> AskSaveFile(
+        const FileDialog& dialog) = 0;  // asks before an existing file is chosen
 
     // Steps of long work. A maximum of 0 takes the bar away.
     virtual void ProgressStart(std::int64_t maximum) = 0;

@@ -33,11 +33,15 @@ Wide DivideTiesToEven(Wide value, Wide divisor) {
     return below % 2 == 0 ? below : below + 1;
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 }  // namespace
 
-CurrencyAmount CurrencyAmount::FromInteger(std::int64_t units) { return CurrencyAmount(Narrow(Wide(units) * kScale)); }
+CurrencyAmount CurrencyAmount::FromInteger(std::int64_t units) {
+    return CurrencyAmount(Narrow(Wide(units) * kScale));
+}
 
 CurrencyAmount CurrencyAmount::FromDouble(double value) {
     const double count = RoundTiesToEven(value * 10000.0);
@@ -93,9 +97,13 @@ std::string CurrencyAmount::ToText() const {
     return text;
 }
 
-std::int64_t CurrencyAmount::WholePart() const { return static_cast<std::int64_t>(FloorDivide(count_, kScale)); }
+std::int64_t CurrencyAmount::WholePart() const {
+    return static_cast<std::int64_t>(FloorDivide(count_, kScale));
+}
 
-CurrencyAmount CurrencyAmount::operator-() const { return CurrencyAmount(Narrow(-Wide(count_))); }
+CurrencyAmount CurrencyAmount::operator-() const {
+    return CurrencyAmount(Narrow(-Wide(count_)));
+}
 
 CurrencyAmount& CurrencyAmount::operator+=(CurrencyAmount other) {
     count_ = Narrow(Wide(count_) + other.count_);

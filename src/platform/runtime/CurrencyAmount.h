@@ -25,8 +25,8 @@ class CurrencyAmount {
     static CurrencyAmount FromInteger(std::int64_t units);
     // value x 10000, formed in double, ties to even.
     static CurrencyAmount FromDouble(double value);
-    // The whole of text as a plain decimal ("-1234.5", ".25"; no commas, no blanks, no exponent); nullopt when it is anything else
-    // or does not fit.
+    // The whole of text as a plain decimal ("-1234.5", ".25"; no commas, no blanks, no exponent); nullopt when it is anything
+    // else or does not fit.
     static std::optional<CurrencyAmount> Parse(std::string_view text);
 
     constexpr std::int64_t TenThousandths() const { return count_; }

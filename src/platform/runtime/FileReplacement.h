@@ -7,8 +7,8 @@
 
 namespace tallymar {
 
-// New contents of a file, written beside it while they come and put in its place, whole, by Commit; without Commit the earlier file
-// stays as it was. What cannot be replaced, such as a printer's device, is written directly. A link is followed; owner-set
+// New contents of a file, written beside it while they come and put in its place, whole, by Commit; without Commit the earlier
+// file stays as it was. What cannot be replaced, such as a printer's device, is written directly. A link is followed; owner-set
 // permissions of an earlier file stay. The constructor already fails where nothing can be written, so that a long computation
 // need not run first.
 // Failures, each text naming the file: PathNotFound, PermissionDenied, PathAccess, DiskFull, DeviceError.

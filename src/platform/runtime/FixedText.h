@@ -20,7 +20,7 @@ class FixedText {
     }
 
     std::string_view View() const { return {characters_.data(), N}; }  // at full width
-    std::string_view Trimmed() const {                                // without the trailing blanks
+    std::string_view Trimmed() const {                                 // without the trailing blanks
         const std::string_view all = View();
         return all.substr(0, all.find_last_not_of(' ') + 1);
     }

@@ -29,8 +29,12 @@ double RoundTiesToEven(double value) {
     return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
 }
 
-std::int16_t ToInteger(double value) { return RoundTo<std::int16_t>(value); }
+std::int16_t ToInteger(double value) {
+    return RoundTo<std::int16_t>(value);
+}
 
-std::int32_t ToLong(double value) { return RoundTo<std::int32_t>(value); }
+std::int32_t ToLong(double value) {
+    return RoundTo<std::int32_t>(value);
+}
 
 }  // namespace tallymar

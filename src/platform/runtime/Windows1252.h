@@ -6,8 +6,8 @@
 namespace tallymar {
 
 // Text in memory is Windows-1252, one byte a character. These convert where it leaves memory.
-// The five bytes that the code page leaves undefined (81, 8D, 8F, 90, 9D) stand for the C1 control of the same number, both ways, so
-// that every byte survives.
+// The five bytes that the code page leaves undefined (81, 8D, 8F, 90, 9D) stand for the C1 control of the same number, both ways,
+// so that every byte survives.
 std::string ToUtf8(std::string_view windows1252);
 void AppendUtf8(std::string_view windows1252, std::string& out);
 
