@@ -41,7 +41,10 @@ void AssetEditSession::LoadEdit() {
         }
         if (!assets.HasCurrentRow()) return;
     }
-    company_.ReadAssetRecord(editRecord_);
+    // A row that cannot be read leaves the asset on the screen whole.
+    AssetRecord record;
+    company_.ReadAssetRecord(record);
+    editRecord_ = record;
     RecordToFields(editRecord_, Values);
     for (int book = kFirstBook; book <= kLastBook; ++book) ComputeAdjBasis(Values, book);
     ComputeGainLoss(Values, editRecord_);
@@ -66,6 +69,8 @@ void AssetEditSession::SaveEdit() {
     }
     editRecord_ = record;
     unsavable_.reset();
+    // A new number is what the form comes back to, unless Close has forgotten the asset.
+    if (!state_.CurrentAssetNum.empty()) state_.CurrentAssetNum = Values.AssetNum;
     if (OnFindEnable) OnFindEnable(true);
     TabFocusArmed = true;
     state_.NewAssetPending = false;
@@ -112,7 +117,7 @@ void AssetEditSession::New() {
 bool AssetEditSession::Delete() {
     if (editBookmark_.empty()) return false;
     jet::Recordset& assets = company_.AssetsRecordset();
-    // The check of a number may have moved the recordset to another asset: the one on the screen is meant.
+    // Another window may have moved the recordset: the asset on the screen is meant.
     assets.SetBookmark(editBookmark_);
     if (!prompts_.AskYesNo("Delete Asset " + std::string(RTrim(assets.Get("AssetNum").ToText())) + "?", "Confirm")) return false;
     assets.Delete();
@@ -207,7 +212,9 @@ void AssetEditSession::ValidateAssetNum() {
     if (state_.NewAssetPending || !HasRow() || UCase(RTrim(Values.AssetNum)) == UCase(stored)) return;
     jet::Recordset& assets = company_.AssetsRecordset();
     assets.Seek(Values.AssetNum);
-    if (assets.NoMatch()) return;
+    const bool taken = !assets.NoMatch();
+    assets.SetBookmark(editBookmark_);
+    if (!taken) return;
     prompts_.Message("Asset Number already exists. Use a different number", kTitle, MessageKind::Warning);
     Values.AssetNum = stored;
     AssetNumRejected = true;

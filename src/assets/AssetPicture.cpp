@@ -106,8 +106,4 @@ std::optional<std::string> PictureProblem(const fs::path& path) {
     return known ? std::nullopt : std::optional<std::string>(kInvalidPicture);
 }
 
-std::string PictureNotFound(std::string_view pictureName) {
-    return "Picture file " + std::string(pictureName) + " not found";
-}
-
 }  // namespace tallymar

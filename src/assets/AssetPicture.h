@@ -33,6 +33,5 @@ std::filesystem::path PicturePath(const std::filesystem::path& images, std::stri
 // still refuse it: kInvalidPicture then.
 std::optional<std::string> PictureProblem(const std::filesystem::path& path);
 inline constexpr std::string_view kInvalidPicture = "Invalid Placeable Picture";
-std::string PictureNotFound(std::string_view pictureName);
 
 }  // namespace tallymar

@@ -137,9 +137,10 @@ std::string_view FindColumns::Heading(int column) const {
     return DefOf(Columns[static_cast<std::size_t>(column)]).Heading;
 }
 
-std::optional<int> FindColumns::Find(std::string_view heading) const {
+std::optional<int> FindColumns::Find(std::string_view name) const {
     for (int column = 0; column < kCount; ++column) {
-        if (UCase(Heading(column)) == UCase(heading)) return column;
+        const ColumnDef& def = DefOf(Columns[static_cast<std::size_t>(column)]);
+        if (UCase(def.Heading) == UCase(name) || UCase(def.Column) == UCase(name)) return column;
     }
     return std::nullopt;
 }

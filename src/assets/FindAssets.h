@@ -38,8 +38,8 @@ struct FindColumns {
 
     static FindColumns For(bool byDate, bool byGLNumber);
     std::string_view Heading(int column) const;
-    // The column of that heading, letter case apart; nullopt when there is none.
-    std::optional<int> Find(std::string_view heading) const;
+    // The column of that heading or column name, letter case apart; nullopt when there is none.
+    std::optional<int> Find(std::string_view name) const;
 };
 
 // The list of all assets in the find window: a view of the company, sorted on a click, with a jump to what is typed.

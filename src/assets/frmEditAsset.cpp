@@ -380,7 +380,7 @@ void frmEditAsset::Delete() {
 void frmEditAsset::Build() {
     DeprBuildGrid grid;
     if (!edit_.Build(engine_, grid)) return;
-    frmDeprBuild form(grid, edit_.Mirrors.AssetNum, this);
+    frmDeprBuild form(grid, edit_.Values.AssetNum, this);
     form.ShowModal();
     edit_.FinishBuild(form.BuildCancelled());
     ShowAll();

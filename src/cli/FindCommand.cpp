@@ -56,7 +56,7 @@ void AddFindCommand(CLI::App& app, Context& context) {
     auto options = std::make_shared<Options>();
     CLI::App* command = app.add_subcommand("find", "List the assets; (*) after a number marks one sold or otherwise disposed of");
     command->add_option("FILE", options->File, "Company file")->required();
-    command->add_option("--sort", options->Sort, "Heading of the column to sort by");
+    command->add_option("--sort", options->Sort, "Column to sort by, by its heading or name: \"Asset #\" or AssetNum");
     command->add_flag("--descending", options->Descending, "Sort from the greatest down");
     command->add_flag("--date", options->ByDate, "Show dates in service");
     command->add_flag("--gl", options->ByGLNumber, "Show general ledger numbers");

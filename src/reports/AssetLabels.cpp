@@ -4,6 +4,7 @@
 #include "platform/runtime/Pictures.h"
 #include "platform/runtime/Windows1252.h"
 #include "reports/ReportWriter.h"
+#include "store/IndexScope.h"
 
 namespace tallymar {
 
@@ -114,7 +115,7 @@ int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Promp
     LabelPrinter printer(*options.Sheet, v);
     if (details != nullptr) DeclareDetails(*details);
     jet::Recordset& assets = session.AssetsRecordset();
-    assets.SetIndex("AssetNum");
+    const IndexScope byNumber(assets, "AssetNum");
     ProgressScope progress(prompts, assets.RecordCount());
     AssetRecord asset;
     int labels = 0;

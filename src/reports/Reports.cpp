@@ -7,6 +7,7 @@
 #include "platform/runtime/Windows1252.h"
 #include "reports/ReportProcedures.h"
 #include "reports/YearClosing.h"
+#include "store/IndexScope.h"
 
 namespace tallymar {
 
@@ -23,24 +24,6 @@ bool IsCalendarDate(Date date) {
     constexpr double kLastDay = 2958465;  // 12/31/9999
     return !date.IsNone() && date.Serial() > 0 && date.Serial() < kLastDay + 1;
 }
-
-// The assets in the report's order for as long as it stands, however the report ends.
-class IndexScope {
- public:
-    IndexScope(jet::Recordset& assets, const std::string& index) : assets_(assets) { assets_.SetIndex(index); }
-    ~IndexScope() {
-        try {
-            assets_.SetIndex("AssetNum");
-        } catch (const PlatformError&) {
-            // The failure that the report itself met is the one to tell.
-        }
-    }
-    IndexScope(const IndexScope&) = delete;
-    IndexScope& operator=(const IndexScope&) = delete;
-
- private:
-    jet::Recordset& assets_;
-};
 
 std::string IndexOf(const ReportOptions& options) {
     std::string index(InfoOf(options.Sequence).Index);

@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QProxyStyle>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QStyleOption>
 #include <QTimer>
@@ -79,6 +80,7 @@ Tallymar::Tallymar(AppPath paths) : session_(std::move(paths), profile_), engine
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setBackground(palette().brush(QPalette::Mid));
     setCentralWidget(area_);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_F4, this), &QShortcut::activated, area_, &QMdiArea::closeActiveSubWindow);
     resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
 
     MakeRoutes();

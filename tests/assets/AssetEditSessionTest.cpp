@@ -130,13 +130,14 @@ TEST_F(AssetEditSessionTest, ClosingByTheFrameComesBackToTheAsset) {
     edit_.Open();
     edit_.Next();
     edit_.Values.Description = "stored on closing";
+    edit_.Values.AssetNum = "A15";
     edit_.Unload();
     EXPECT_TRUE(state_.EditFormClosed);
-    EXPECT_EQ(Stored("A2").Description, "stored on closing");
+    EXPECT_EQ(Stored("A15").Description, "stored on closing");
     company_.Session.AssetsRecordset().MoveFirst();
     AssetEditSession again(company_.Session, state_, company_.Prompts);
     again.Open();
-    EXPECT_EQ(again.Values.AssetNum, "A2");
+    EXPECT_EQ(again.Values.AssetNum, "A15") << "under its new number";
     again.Close();
     again.Unload();
     company_.Session.AssetsRecordset().MoveFirst();
@@ -152,7 +153,7 @@ TEST_F(AssetEditSessionTest, ClosingByTheFrameComesBackToTheAsset) {
     company_.Session.AssetsRecordset().MoveLast();
     company_.Session.AssetsRecordset().MoveNext();
     fourth.LoadEdit();
-    EXPECT_EQ(fourth.Values.AssetNum, "A2");
+    EXPECT_EQ(fourth.Values.AssetNum, "A15");
 }
 
 TEST_F(AssetEditSessionTest, ARowThatCannotBeWrittenStaysAsItWas) {
@@ -189,9 +190,11 @@ TEST_F(AssetEditSessionTest, ARowThatCannotBeWrittenStaysAsItWas) {
 TEST_F(AssetEditSessionTest, ADuplicateNumberIsRefusedInTheField) {
     Add({"A1", "A2"});
     edit_.Open();
+    const jet::Recordset& assets = company_.Session.AssetsRecordset();
     edit_.Values.AssetNum = "B7";
     edit_.Left(AssetField::AssetNum);
     EXPECT_FALSE(edit_.AssetNumRejected);
+    EXPECT_TRUE(assets.HasCurrentRow()) << "what copies the asset finds it";
     edit_.Values.AssetNum = "A2";
     edit_.Tab = 3;
     edit_.Left(AssetField::AssetNum);
@@ -200,7 +203,10 @@ TEST_F(AssetEditSessionTest, ADuplicateNumberIsRefusedInTheField) {
     EXPECT_EQ(edit_.Tab, kGeneralTab);
     EXPECT_EQ(company_.Prompts.Messages.back().Text, "Asset Number already exists. Use a different number");
 
-    // The check has moved the recordset to A2; what is deleted or saved is still the asset on the screen.
+    EXPECT_EQ(assets.Get("AssetNum").Text(), "A1    ");
+
+    // Wherever the recordset has gone, what is deleted or saved is the asset on the screen.
+    company_.Session.AssetsRecordset().MoveLast();
     company_.Prompts.YesNo = {false};
     edit_.Delete();
     EXPECT_EQ(company_.Prompts.Questions.back().Text, "Delete Asset A1?");

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -13,54 +14,43 @@ CurrencyAmount Amount(const char* text) {
     return CurrencyAmount::Parse(text).value();
 }
 
-struct BasisCase {
-    const char* What;
-    const char* Basis;
-    const char* BusinessUse;
-    const char* Salvage;
-    const char* Section179;
-    const char* ADPct;
-    const char* Credit;
-    const char* ClassLife;
-    const char* InService;
-    const char* AddlDepr;
-    const char* AdjBasis;
-};
-
-class AdjBasis : public testing::TestWithParam<BasisCase> {};
-
-TEST_P(AdjBasis, IsComputedThroughTheFields) {
-    const BasisCase& c = GetParam();
-    AssetFieldValues values;
-    values.BusinessUse = Amount(c.BusinessUse);
-    values.ClassLife = Amount(c.ClassLife);
-    values.InService = c.InService;
-    BookFieldValues& book = values.Book[3];
-    book.Basis = Amount(c.Basis);
-    book.Salvage = Amount(c.Salvage);
-    book.Section179 = Amount(c.Section179);
-    book.ADPct = Amount(c.ADPct);
-    book.TaxCredit = Amount(c.Credit);
-    ComputeAdjBasis(values, 3);
-    EXPECT_EQ(book.AddlDepr, Amount(c.AddlDepr)) << c.What;
-    EXPECT_EQ(book.AdjBasis, Amount(c.AdjBasis)) << c.What;
+std::vector<CurrencyAmount> Amounts(const char* texts) {
+    std::istringstream in(texts);
+    std::vector<CurrencyAmount> amounts;
+    for (std::string text; in >> text;) amounts.push_back(Amount(text.c_str()));
+    return amounts;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rules, AdjBasis,
-    testing::Values(
-        BasisCase{"additional depreciation on what is left", "10000", "60", "0", "2000", "30", "0", "5", "1/1/2003", "1200",
-                  "2800"},
-        BasisCase{"the use as a fraction of four decimals", "3000", "33.33", "0", "0", "0", "0", "5", "1/1/2003", "0", "999.9"},
-        BasisCase{"a negative basis stands", "1000", "100", "1500", "0", "0", "0", "5", "1/1/2003", "0", "-500"},
-        BasisCase{"each step is shown to the cent", "100.01", "50", "0", "0", "50", "0", "5", "1/1/2003", "25.01", "25"},
-        BasisCase{"a credit of a tenth halves in", "10000", "100", "0", "0", "0", "1000", "7", "1/1/1983", "0", "9500"},
-        BasisCase{"a credit of eight in the hundred does not", "10000", "100", "0", "0", "0", "800", "7", "1/1/1983", "0",
-                  "10000"},
-        BasisCase{"no credit reduction before 1983", "10000", "100", "0", "0", "0", "1000", "7", "12/31/1982", "0", "10000"},
-        BasisCase{"no date, no reduction", "10000", "100", "0", "0", "0", "1000", "7", "", "0", "10000"},
-        BasisCase{"a short life looks at a twentieth", "10000", "100", "0", "0", "0", "600", "3", "1/1/1985", "0", "9700"},
-        BasisCase{"between four and five both", "10000", "100", "0", "0", "0", "1000", "4.5", "1/1/1985", "0", "9000"}));
+TEST(FieldRules, AdjBasisIsComputedThroughTheFields) {
+    struct {
+        const char* What;
+        const char* InService;
+        const char* Entries;  // cost, business use, salvage, Section 179, additional percent, credit, class life
+        const char* Results;  // AddlDepr, AdjBasis
+    } const cases[] = {
+        {"additional depreciation on what is left", "1/1/2003", "10000 60 0 2000 30 0 5", "1200 2800"},
+        {"the use as a fraction of four decimals", "1/1/2003", "3000 33.33 0 0 0 0 5", "0 999.9"},
+        {"a negative basis stands", "1/1/2003", "1000 100 1500 0 0 0 5", "0 -500"},
+        {"each step is shown to the cent", "1/1/2003", "100.01 50 0 0 50 0 5", "25.01 25"},
+        {"a credit of a tenth halves in", "1/1/1983", "10000 100 0 0 0 1000 7", "0 9500"},
+        {"a credit of eight in the hundred does not", "1/1/1983", "10000 100 0 0 0 800 7", "0 10000"},
+        {"no credit reduction before 1983", "12/31/1982", "10000 100 0 0 0 1000 7", "0 10000"},
+        {"no date, no reduction", "", "10000 100 0 0 0 1000 7", "0 10000"},
+        {"a short life looks at a twentieth", "1/1/1985", "10000 100 0 0 0 600 3", "0 9700"},
+        {"between four and five both", "1/1/1985", "10000 100 0 0 0 1000 4.5", "0 9000"},
+    };
+    for (const auto& c : cases) {
+        AssetFieldValues values;
+        BookFieldValues& book = values.Book[3];
+        values.InService = c.InService;
+        CurrencyAmount* const entries[] = {&book.Basis, &values.BusinessUse, &book.Salvage,    &book.Section179,
+                                           &book.ADPct, &book.TaxCredit,     &values.ClassLife};
+        const std::vector<CurrencyAmount> given = Amounts(c.Entries);
+        for (std::size_t i = 0; i < std::size(entries); ++i) *entries[i] = given.at(i);
+        ComputeAdjBasis(values, 3);
+        EXPECT_EQ((std::vector{book.AddlDepr, book.AdjBasis}), Amounts(c.Results)) << c.What;
+    }
+}
 
 AssetFieldValues Personal() {
     AssetFieldValues values;

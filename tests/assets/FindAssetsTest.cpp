@@ -46,6 +46,9 @@ TEST_F(FindAssetsTest, ColumnsFollowTheSettings) {
             text += std::string(found.Columns().Heading(i)) + "=" + found.Cell(0, i) + " ";
         return text;
     };
+    EXPECT_EQ(FindColumns::For(false, true).Find("g/l number"), 2);
+    EXPECT_EQ(FindColumns::For(false, true).Find("AccountNum"), 2);
+    EXPECT_EQ(FindColumns::For(false, true).Find("Department"), std::nullopt);
     EXPECT_EQ(texts(false, false), "Asset #=A1 Division=East Department=DEast Description=Lathe ");
     EXPECT_EQ(texts(false, true), "Asset #=A1 Division=East G/L Number=GLA1 Description=Lathe ");
     EXPECT_EQ(texts(true, false), "Asset #=A1 Division=East Date=2003/02/01 Description=Lathe ");

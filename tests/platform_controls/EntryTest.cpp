@@ -188,7 +188,10 @@ TEST(NumberEntry, AYearOnItsWayMayLieBelowItsLimitUntilTheFieldIsLeft) {
     form.Put(new sitxEdit(5), QStringLiteral("next"), QStringLiteral("The next field"));
     year->SetValue(1999);
     form.Show();
+    std::vector<int> changes;
+    QObject::connect(year, &EntryEdit::Changed, [&] { changes.push_back(year->Value()); });
     form.Type("2003");
+    EXPECT_EQ(changes, std::vector<int>{2003}) << "2, 20 and 200 are no years to store";
     form.Press(Qt::Key_Tab);
     EXPECT_EQ(year->Value(), 2003);
     year->setFocus(Qt::TabFocusReason);

@@ -89,9 +89,13 @@ TEST(AssetLabels, AreFilteredByNumberDivisionAndDepartment) {
         PrintPreviewControl canvas(kLetterPortrait);
         return PrintAssetLabels(company.Session, options, company.Prompts, canvas);
     };
+    jet::Recordset& assets = company.Session.AssetsRecordset();
+    assets.Seek("A103");
     LabelOptions options;
     options.Start = "A102";
     EXPECT_EQ(labels(options), 3);
+    ASSERT_TRUE(assets.HasCurrentRow()) << "an asset form that is open saves only while the recordset is on a row";
+    EXPECT_EQ(assets.Get("AssetNum").Text(), "A103  ");
     options.End = "A103";
     EXPECT_EQ(labels(options), 2);
     options.Start = "A104";

@@ -72,9 +72,16 @@ void NumberEdit::SetAmount(CurrencyAmount amount) {
     entered_ = Amount();  // another row may come under a focused field
 }
 
+// Zero stands for an empty field, whatever the limits.
+bool NumberEdit::IsOutside(CurrencyAmount amount) const {
+    return !amount.IsZero() && (amount < limits_.Minimum || amount > limits_.Maximum);
+}
+
 void NumberEdit::NoteChange() {
     const CurrencyAmount amount = Amount();
     if (amount == noted_) return;  // only the commas or the zeros behind the point are others
+    // The first digits of a year are not its value yet, and must not be stored when the form turns to another row.
+    if (hasFocus() && IsOutside(amount)) return;
     noted_ = amount;
     emit Changed();
 }
@@ -137,8 +144,7 @@ void NumberEdit::Enter() {
 
 void NumberEdit::Leave() {
     const CurrencyAmount amount = Amount();
-    const bool outside = !amount.IsZero() && (amount < limits_.Minimum || amount > limits_.Maximum);
-    if (outside && amount != entered_) {
+    if (IsOutside(amount) && amount != entered_) {
         SetAmount(entered_);
         emit Refused(tr("%1 is not between %2 and %3.").arg(Shown(amount), Shown(limits_.Minimum), Shown(limits_.Maximum)));
         return;

@@ -40,6 +40,7 @@ class NumberEdit : public EntryEdit {
  private:
     QString Shown(CurrencyAmount amount) const;
     QString Grouped(const QString& plain) const;
+    bool IsOutside(CurrencyAmount amount) const;
     void NoteChange();
 
     Limits limits_;

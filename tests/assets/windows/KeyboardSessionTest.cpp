@@ -49,6 +49,27 @@ class KeyboardTest : public testing::Test {
 
     std::string Text(const char* name) { return form_->findChild<QLineEdit*>(QString::fromLatin1(name))->text().toStdString(); }
 
+    // Steps at the form, apart by bars: "new NUMBER", "check FIELD", "press KEY", "FIELD=what is typed", "FIELD shows TEXT".
+    void Play(const QString& steps) {
+        for (const QString& part : steps.split(QStringLiteral(" | "))) {
+            const auto after = [&part](const char* word) { return part.section(QLatin1String(word), 1).toStdString(); };
+            const auto before = [&part](const char* word) { return part.section(QLatin1String(word), 0, 0).toStdString(); };
+            if (part.startsWith(QLatin1String("new "))) {
+                keys_.Alt(Qt::Key_N);
+                EXPECT_EQ(Keyboard::Name(), "sitxAssetNum");
+                keys_.Type(after("new ").c_str());
+            } else if (part.startsWith(QLatin1String("check "))) {
+                keys_.Check(after("check ").c_str());
+            } else if (part.startsWith(QLatin1String("press "))) {
+                keys_.Press(static_cast<Qt::Key>(QKeySequence(part.mid(6))[0].key()));
+            } else if (part.contains(QLatin1String(" shows "))) {
+                EXPECT_EQ(Text(before(" shows ").c_str()), after(" shows "));
+            } else {
+                keys_.Fill(before("=").c_str(), after("=").c_str());
+            }
+        }
+    }
+
     test::TestCompany company_;
     ADepre engine_{company_.Folder.Path()};
     AssetEditState state_;
@@ -61,116 +82,42 @@ class KeyboardTest : public testing::Test {
 TEST_F(KeyboardTest, ACompanyIsKeyedIn) {
     Open();
     EXPECT_EQ(Text("sitxAssetNum"), "NEW001") << "an empty company starts with a new asset";
-    const auto save = [this] { keys_.Press(Qt::Key_PageDown); };
-    const auto begin = [this](const char* number) {
-        keys_.Alt(Qt::Key_N);
-        EXPECT_EQ(Keyboard::Name(), "sitxAssetNum");
-        keys_.Type(number);
-    };
-
-    // A machine; the Federal cost spreads to the other books.
+    // A machine: the date in service takes over the day of purchase, the Federal cost spreads to the other books.
     keys_.Type("m001");
-    keys_.Fill("cboAssetType", "P");
-    keys_.Fill("sitxDescription", "Lathe, 16 inch");
-    keys_.Fill("sitxDivision", "Plant");
-    keys_.Fill("sidtPurchased", "3/10/01");
-    keys_.Press(Qt::Key_Up);  // the date in service takes over the day of purchase
-    EXPECT_EQ(Text("sidtInService"), "3/10/2001");
-    keys_.Fill("sidbBasis(1)", "42500.50");
-    EXPECT_EQ(Text("sidbAdjBasis(4)"), "42,500.50");
-    save();
-
+    Play("cboAssetType=P | sitxDescription=Lathe, 16 inch | sitxDivision=Plant | sidtPurchased=3/10/01 | press Up");
+    Play("sidtInService shows 3/10/2001 | sidbBasis(1)=42500.50 | sidbAdjBasis(4) shows 42,500.50 | press PgDown");
     // Real property: straight line and mid-month by its type.
-    begin("B001");
-    keys_.Fill("cboAssetType", "RL");
-    keys_.Fill("sidbClassLife", "39");
-    keys_.Fill("sitxDescription", "Plant building");
-    keys_.Fill("sidtInService", "July 15, 1999");
-    keys_.Fill("sidbPeriod(1)", "39");
-    keys_.Fill("sidbBasis(1)", "250000");
-    for (const char* period : {"sidbPeriod(2)", "sidbPeriod(3)", "sidbPeriod(4)"}) keys_.Fill(period, "39");
-    save();
-
-    // A third-class asset.
-    begin("I001");
-    keys_.Fill("cboAssetType", "I");
-    keys_.Fill("sitxDescription", "Licence");
-    keys_.Fill("sidtInService", "20020101");
-    keys_.Press(Qt::Key_Return);
-    EXPECT_EQ(Text("sidtInService"), "20020101") << "no date: it stays to be put right";
-    keys_.Press(Qt::Key_Up);
-    keys_.Type("1/1/2002");
-    keys_.Fill("sidbBasis(1)", "1200");
-    save();
-
-    // A used automobile, mostly private: not more than half in business forces straight line. With a limit, listed, and with a
-    // credit.
-    begin("V001");
-    keys_.Fill("cboNewUsed", "U");
-    keys_.Fill("cboAssetType", "P");
-    keys_.Fill("sitxDescription", "Sedan");
-    keys_.Fill("sitxSerialNum", "1FAFP53U");
-    keys_.Fill("sidbBusinessUse", "40");
-    keys_.Fill("sidtInService", "9-1-02");
-    keys_.Check("chkListed(1)");
-    keys_.Check("chkAuto(1)");
-    keys_.Fill("sidbBasis(1)", "18,900");
-    EXPECT_EQ(Text("sidbAdjBasis(2)"), "7,560.00");
-    save();
-
+    Play("new B001 | cboAssetType=RL | sidbClassLife=39 | sitxDescription=Plant building | sidtInService=July 15, 1999");
+    Play("sidbPeriod(1)=39 | sidbBasis(1)=250000 | sidbPeriod(2)=39 | sidbPeriod(3)=39 | sidbPeriod(4)=39 | press PgDown");
+    // A third-class asset; what is no date stays to be put right.
+    Play("new I001 | cboAssetType=I | sitxDescription=Licence | sidtInService=20020101 | press Return");
+    Play("sidtInService shows 20020101 | sidtInService=1/1/2002 | sidbBasis(1)=1200 | press PgDown");
+    // A used automobile, mostly private: not more than half in business forces straight line. With a limit, and listed.
+    Play("new V001 | cboNewUsed=U | cboAssetType=P | sitxDescription=Sedan | sitxSerialNum=1FAFP53U | sidbBusinessUse=40");
+    Play("sidtInService=9-1-02 | check chkListed(1) | check chkAuto(1) | sidbBasis(1)=18,900");
+    Play("sidbAdjBasis(2) shows 7,560.00 | press PgDown");
     // A stock and a collectible: nothing depreciates.
-    for (const auto& [number, type] : {std::pair("S001", "ST"), std::pair("C001", "CO")}) {
-        begin(number);
-        keys_.Fill("sidtInService", "5/5/2000");
-        keys_.Fill("cboDeprType(1)", type);
-        keys_.Fill("sidbBasis(1)", "999.99");
-        save();
-    }
-    // An amortised cost, general depreciation with salvage in one book, an expensed asset, one with additional depreciation.
-    begin("A001");
-    keys_.Fill("sitxDescription", "Start-up costs");
-    keys_.Fill("sidtInService", "1/1/2003");
-    keys_.Fill("cboDeprType(1)", "AM");
-    keys_.Fill("cboDeprMethod(1)", "SL");
-    keys_.Fill("sidbPeriod(1)", "5");
-    keys_.Fill("sidbBasis(1)", "6000");
-    save();
-    begin("G001");
-    keys_.Fill("sidtInService", "4/1/2000");
-    keys_.Fill("sidbBasis(1)", "8000");
-    keys_.Fill("cboDeprType(3)", "G");
-    keys_.Fill("cboDeprMethod(3)", "SY");
-    keys_.Fill("sidbSalvage(3)", "800");
-    EXPECT_EQ(Text("sidbSalvage(1)"), "0.00") << "nothing spreads from another book";
-    save();
-    begin("E001");
-    keys_.Fill("sidtInService", "2/2/2003");
-    keys_.Fill("sidbBasis(1)", "2400");
-    keys_.Fill("sidbSection179(1)", "2400");
-    save();
-    begin("P001");
-    keys_.Fill("sidtInService", "6/1/2003");
-    keys_.Fill("sidbADPct(1)", "30");
-    keys_.Fill("sidbBasis(1)", "10000");
-    EXPECT_EQ(Text("sidbAddlDepr(1)"), "3,000.00");
+    Play("new S001 | sidtInService=5/5/2000 | cboDeprType(1)=ST | sidbBasis(1)=999.99 | press PgDown");
+    Play("new C001 | sidtInService=5/5/2000 | cboDeprType(1)=CO | sidbBasis(1)=999.99 | press PgDown");
+    // An amortised cost; salvage in one book, which spreads to no other; an expensed asset; one with additional depreciation.
+    Play("new A001 | sitxDescription=Start-up costs | sidtInService=1/1/2003 | cboDeprType(1)=AM | cboDeprMethod(1)=SL");
+    Play("sidbPeriod(1)=5 | sidbBasis(1)=6000 | press PgDown");
+    Play("new G001 | sidtInService=4/1/2000 | sidbBasis(1)=8000 | cboDeprType(3)=G | cboDeprMethod(3)=SY | sidbSalvage(3)=800");
+    Play("sidbSalvage(1) shows 0.00 | press PgDown");
+    Play("new E001 | sidtInService=2/2/2003 | sidbBasis(1)=2400 | sidbSection179(1)=2400 | press PgDown");
+    Play("new P001 | sidtInService=6/1/2003 | sidbADPct(1)=30 | sidbBasis(1)=10000 | sidbAddlDepr(1) shows 3,000.00");
     keys_.Press(Qt::Key_Plus, Qt::KeypadModifier);
     EXPECT_EQ(company_.Session.AssetCount(), 10);
 
-    // Two are changed: the first two by number.
+    // The first two by number are changed; the collectible behind them is deleted.
     keys_.Press(Qt::Key_PageUp, Qt::NoModifier, 12);
-    EXPECT_EQ(Text("sitxAssetNum"), "A001");
-    keys_.Fill("sitxDescription", "Start-up costs, Denver");
-    keys_.Press(Qt::Key_PageDown);
-    EXPECT_EQ(Text("sitxAssetNum"), "B001");
-    keys_.Fill("sidbFairMktValue", "310000");
-    keys_.Press(Qt::Key_PageDown);
-    // The collectible is deleted.
-    EXPECT_EQ(Text("sitxAssetNum"), "C001");
+    Play("sitxAssetNum shows A001 | sitxDescription=Start-up costs, Denver | press PgDown");
+    Play("sitxAssetNum shows B001 | sidbFairMktValue=310000 | press PgDown | sitxAssetNum shows C001");
     company_.Prompts.YesNo = {true};
     keys_.Alt(Qt::Key_D);
     EXPECT_EQ(company_.Prompts.Questions.back().Text, "Delete Asset C001?");
     // What follows it is copied three times.
-    EXPECT_EQ(Text("sitxAssetNum"), "E001");
+    Play("sitxAssetNum shows E001");
     company_.Prompts.YesNo = {true, true, true};
     Keyboard::WhenModal("frmCopyAsset", [this] {
         keys_.Type("3");
@@ -182,20 +129,13 @@ TEST_F(KeyboardTest, ACompanyIsKeyedIn) {
     keys_.Alt(Qt::Key_C);
     EXPECT_EQ(company_.Session.AssetCount(), 12);
     // The general one is sold, the machine built and saved.
-    keys_.Press(Qt::Key_PageDown);
-    EXPECT_EQ(Text("sitxAssetNum"), "G001");
-    keys_.Fill("sidtDateSold", "11/30/2003");
-    keys_.Fill("sidbSoldAmount", "5000");
-    keys_.Fill("sidbSoldExpense", "125.75");
-    EXPECT_EQ(Text("sidbGainLoss"), "-3,125.75");
-    keys_.Check("chkAbandoned");
-    keys_.Check("chkSold");
-    keys_.Press(Qt::Key_PageDown, Qt::NoModifier, 2);
+    Play("press PgDown | sitxAssetNum shows G001 | sidtDateSold=11/30/2003 | sidbSoldAmount=5000 | sidbSoldExpense=125.75");
+    Play("sidbGainLoss shows -3,125.75 | check chkAbandoned | check chkSold | press PgDown | press PgDown");
     keys_.GoTo("sitxAssetNum");
-    EXPECT_EQ(Text("sitxAssetNum"), "M001");
+    Play("sitxAssetNum shows M001");
     Keyboard::WhenModal("frmDeprBuild", [this] { keys_.Press(Qt::Key_Return); });
     keys_.Alt(Qt::Key_B);
-    EXPECT_EQ(Text("sidbPrevDepr(1)"), "22,100.26");
+    Play("sidbPrevDepr(1) shows 22,100.26");
     keys_.Alt(Qt::Key_L);
     EXPECT_TRUE(state_.EditFormClosed);
 
@@ -207,12 +147,17 @@ TEST_F(KeyboardTest, ACompanyIsKeyedIn) {
 }
 
 TEST_F(KeyboardTest, EnterAndTheArrowsGoThroughAllTabs) {
-    company_.Session.AddAssetRecord(test::Machine("A1", Date::FromYmd(2003, 3, 1), 1000));
-    company_.Session.AddAssetRecord(test::Machine("A2", Date::FromYmd(2003, 3, 1), 2000));
+    for (const char* number : {"A1", "A2"}) company_.Session.AddAssetRecord(test::Machine(number, Date(), 1000));
     Open();
     auto* tabs = form_->findChild<QTabWidget*>("SSTab1");
     auto* hint = form_->findChild<QLabel*>("FieldHint");
     EXPECT_EQ(hint->text(), "Enter the Asset Number (You may use characters A-Z or 0-9)");
+    // A number that another asset has comes back; capitals as they are typed.
+    keys_.Type("a2");
+    Play("sitxAssetNum shows A2 | press Return | sitxAssetNum shows A1 | press Up");
+    ASSERT_EQ(company_.Prompts.Messages.size(), 1u);
+    EXPECT_EQ(company_.Prompts.Messages[0].Text, "Asset Number already exists. Use a different number");
+
     keys_.Press(Qt::Key_Up);
     EXPECT_EQ(Keyboard::Name(), "chkNotice4") << "before the first field comes the last";
     EXPECT_EQ(tabs->currentIndex(), 5);
@@ -271,18 +216,6 @@ TEST_F(KeyboardTest, OddRowsAreShownAndKept) {
     keys_.Type("TOOLS");
     keys_.Press(Qt::Key_PageDown);
     EXPECT_EQ(Dump({"TaxGroup"}), "TaxGroup\r\nTOOLS\r\n");
-}
-
-TEST_F(KeyboardTest, ADuplicateNumberComesBack) {
-    company_.Session.AddAssetRecord(test::Machine("A1", Date(), 1));
-    company_.Session.AddAssetRecord(test::Machine("A2", Date(), 1));
-    Open();
-    keys_.Type("a2");
-    EXPECT_EQ(Text("sitxAssetNum"), "A2") << "capitals as they are typed";
-    keys_.Press(Qt::Key_Return);
-    EXPECT_EQ(Text("sitxAssetNum"), "A1");
-    ASSERT_EQ(company_.Prompts.Messages.size(), 1u);
-    EXPECT_EQ(company_.Prompts.Messages[0].Text, "Asset Number already exists. Use a different number");
 }
 
 TEST_F(KeyboardTest, TheBuildGridCopies) {
