@@ -22,13 +22,18 @@ double ReadColumns(sqlite3_stmt* statement, int first) {
     const int columns = sqlite3_column_count(statement);
     for (int i = first; i < columns; ++i) {
         switch (sqlite3_column_type(statement, i)) {
-            case SQLITE_INTEGER: sum += static_cast<double>(sqlite3_column_int64(statement, i)); break;
-            case SQLITE_FLOAT: sum += sqlite3_column_double(statement, i); break;
+            case SQLITE_INTEGER:
+                sum += static_cast<double>(sqlite3_column_int64(statement, i));
+                break;
+            case SQLITE_FLOAT:
+                sum += sqlite3_column_double(statement, i);
+                break;
             case SQLITE_TEXT:
                 sum += sqlite3_column_text(statement, i)[0];
                 sum += sqlite3_column_bytes(statement, i);
                 break;
-            default: break;
+            default:
+                break;
         }
     }
     return sum;

@@ -39,10 +39,13 @@ class Bare {
 
 // Assets are numbered 000000 to rows - 1, in another order than that of the rows.
 std::string AssetNumber(int row);
-inline int ShuffledNumber(int row, int rows) { return static_cast<int>(std::int64_t{row} * 7919 % rows); }
+inline int ShuffledNumber(int row, int rows) {
+    return static_cast<int>(std::int64_t{row} * 7919 % rows);
+}
 
 // Both in turn, three times; prints the least time per item of each, and their ratio.
-void Pair(const char* name, int count, const std::function<double(int round)>& floor, const std::function<double(int round)>& ours);
+void Pair(const char* name, int count, const std::function<double(int round)>& floor,
+          const std::function<double(int round)>& ours);
 void PrintHead(int rows);
 double NanosecondsPer(int count, const std::function<void()>& work);
 

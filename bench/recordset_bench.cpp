@@ -22,10 +22,14 @@ jet::Value Filling(const jet::Field& field, int row) {
         case jet::FieldType::Text:
             if (field.Name == "AccountNum") return row % 2 == 0 ? "1500-01" : "1500-02";
             return field.Size >= 16 ? "Desk, walnut    " : field.Size >= 6 ? "ABC   " : "M";
-        case jet::FieldType::Date: return Date::FromSerial(37000.0 + row % 900);
-        case jet::FieldType::Currency: return CurrencyAmount::FromTenThousandths(std::int64_t{row} * 12345 % 100'000'000);
-        case jet::FieldType::Integer: return static_cast<std::int16_t>(row % 7);
-        case jet::FieldType::Boolean: return row % 5 == 0;
+        case jet::FieldType::Date:
+            return Date::FromSerial(37000.0 + row % 900);
+        case jet::FieldType::Currency:
+            return CurrencyAmount::FromTenThousandths(std::int64_t{row} * 12345 % 100'000'000);
+        case jet::FieldType::Integer:
+            return static_cast<std::int16_t>(row % 7);
+        case jet::FieldType::Boolean:
+            return row % 5 == 0;
     }
     return {};
 }
@@ -49,12 +53,18 @@ void Build(const std::filesystem::path& path, int rows) {
 
 double SumOf(const jet::Value& value) {
     switch (value.Type()) {
-        case jet::Value::Kind::Null: return 0;
-        case jet::Value::Kind::Text: return value.Text()[0] + static_cast<double>(value.Text().size());
-        case jet::Value::Kind::Date: return value.AsDate().Serial();
-        case jet::Value::Kind::Currency: return static_cast<double>(value.Currency().TenThousandths());
-        case jet::Value::Kind::Integer: return value.Integer();
-        case jet::Value::Kind::Boolean: return value.Boolean() ? -1 : 0;
+        case jet::Value::Kind::Null:
+            return 0;
+        case jet::Value::Kind::Text:
+            return value.Text()[0] + static_cast<double>(value.Text().size());
+        case jet::Value::Kind::Date:
+            return value.AsDate().Serial();
+        case jet::Value::Kind::Currency:
+            return static_cast<double>(value.Currency().TenThousandths());
+        case jet::Value::Kind::Integer:
+            return value.Integer();
+        case jet::Value::Kind::Boolean:
+            return value.Boolean() ? -1 : 0;
     }
     return 0;
 }
@@ -121,14 +131,18 @@ int main(int argc, char** argv) {
     {
         const Bare bare(path);
         jet::Database database = jet::Database::Open(path);
-        Pair("read all columns, row order", rows, [&](int) { return bare.Scan(kScanByRow); },
-             [&](int) { return OurScan(database, ""); });
-        Pair("read all columns, order of AssetNum", rows, [&](int) { return bare.Scan(kScanByNumber); },
-             [&](int) { return OurScan(database, "AssetNum"); });
-        Pair("find by number, read all columns", 20'000, [&](int) { return bare.Find(rows, 20'000); },
-             [&](int) { return OurFind(database, rows, 20'000); });
-        Pair("read, set all, one changed, one transaction", rows, [&](int round) { return bare.Update(round); },
-             [&](int round) { return OurUpdate(database, round); });
+        Pair(
+            "read all columns, row order", rows, [&](int) { return bare.Scan(kScanByRow); },
+            [&](int) { return OurScan(database, ""); });
+        Pair(
+            "read all columns, order of AssetNum", rows, [&](int) { return bare.Scan(kScanByNumber); },
+            [&](int) { return OurScan(database, "AssetNum"); });
+        Pair(
+            "find by number, read all columns", 20'000, [&](int) { return bare.Find(rows, 20'000); },
+            [&](int) { return OurFind(database, rows, 20'000); });
+        Pair(
+            "read, set all, one changed, one transaction", rows, [&](int round) { return bare.Update(round); },
+            [&](int round) { return OurUpdate(database, round); });
     }
     std::filesystem::remove(path);
     return 0;

@@ -26,8 +26,8 @@ int main(int argc, char** argv) {
         window.show();
         QApplication::processEvents();
         window.grab();
-        std::printf("%-60s %6.0f ms to the main window with its asset form, painted; floor: %.0f ms for the toolkit alone\n", argv[i],
-                    milliseconds() - before + toolkit, toolkit);
+        std::printf("%-60s %6.0f ms to the main window with its asset form, painted; floor: %.0f ms for the toolkit alone\n",
+                    argv[i], milliseconds() - before + toolkit, toolkit);
     }
     std::filesystem::remove_all(folder);
     return 0;

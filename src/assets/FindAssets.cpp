@@ -146,9 +146,7 @@ std::optional<int> FindColumns::Find(std::string_view name) const {
 }
 
 FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
-    : columns_(FindColumns::For(byDate, byGLNumber)),
-      assets_(session.Database().OpenRecordset("Assets")),
-      disposal_(assets_) {
+    : columns_(FindColumns::For(byDate, byGLNumber)), assets_(session.Database().OpenRecordset("Assets")), disposal_(assets_) {
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         ordinals_[column] = assets_.Ordinal(DefOf(columns_.Columns[column]).Column);
     }
@@ -172,7 +170,8 @@ void FindAssets::FillAll() {
 }
 
 void FindAssets::Append() {
-    Row row{.Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = CheckDisposed(disposal_.Read(assets_))};
+    Row row{
+        .Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = CheckDisposed(disposal_.Read(assets_))};
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         const jet::Value value = assets_.Get(ordinals_[column]);
         const std::size_t start = texts_.size();

@@ -10,8 +10,8 @@
 #include "store/CompanySession.h"
 #include "store/UserProfile.h"
 
-// The commands of the command line tool. Each Add... puts one command with its options before the user; what it does is in the body
-// that the windows use too.
+// The commands of the command line tool. Each Add... puts one command with its options before the user; what it does is in the
+// body that the windows use too.
 namespace tallymar::cli {
 
 // What every command works with. The session is opened by the command; the settings of the user profile are read, never written.
@@ -47,7 +47,8 @@ void AddReportCommand(CLI::App& app, Context& context);
 void AddPostCommand(CLI::App& app, Context& context);
 void AddLabelsCommand(CLI::App& app, Context& context);
 
-// A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file cannot.
+// A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file
+// cannot.
 std::string FromArgument(const std::string& argument);
 // Makes the asset of that number, as typed on the command line, the current row. Failure::InvalidCall when there is none.
 void SeekAsset(CompanySession& session, const std::string& argument);

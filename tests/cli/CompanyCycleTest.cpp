@@ -82,10 +82,13 @@ TEST_F(CliTest, NeedsNoFolderOfItsOwn) {
 
 TEST_F(CliTest, TheListOfResultsStaysACsvWhateverTheNumbersHold) {
     Good("new c.mdb");
-    cli_.Write("odd.csv", "AssetNum\n\"A,\"\"1\"\n\xC3\x89" "2\n");
+    cli_.Write("odd.csv",
+               "AssetNum\n\"A,\"\"1\"\n\xC3\x89"
+               "2\n");
     Good("load c.mdb odd.csv");
     Good("compute c.mdb --books 1 --list list.csv");
-    EXPECT_THAT(cli_.Read("list.csv"), testing::AllOf(HasSubstr("\n\"A,\"\"1\",1,0,"), HasSubstr("\n\xC3\x89" "2,1,0,")));
+    EXPECT_THAT(cli_.Read("list.csv"), testing::AllOf(HasSubstr("\n\"A,\"\"1\",1,0,"), HasSubstr("\n\xC3\x89"
+                                                                                                 "2,1,0,")));
 }
 
 TEST_F(CliTest, HelpIsEverywhere) {

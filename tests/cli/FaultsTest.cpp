@@ -17,7 +17,8 @@ using testing::HasSubstr;
 class FaultsTest : public testing::Test {
  protected:
     void MakeCompany(const std::string& name, int assets) {
-        std::string csv = "AssetNum,AssetType,NewUsed,InService,BusinessUse,ClassLife,Basis(1),Period(1),DBPercent(1),IRSConvUsed(1)\n";
+        std::string csv =
+            "AssetNum,AssetType,NewUsed,InService,BusinessUse,ClassLife,Basis(1),Period(1),DBPercent(1),IRSConvUsed(1)\n";
         for (int i = 0; i < assets; ++i) csv += std::to_string(100000 + i) + ",PP,N,2003-02-01,100,5,1000,5,200,Y\n";
         cli_.Write("assets.csv", csv);
         ASSERT_EQ(cli_("new " + name).ExitStatus, 0);

@@ -201,7 +201,8 @@ TEST_F(MainWindow, TheAssetFormGivesWayToABatchCommandAndComesBack) {
     QTest::qWait(0);
     ASSERT_FALSE(window_.EditFormClosed());
     EXPECT_TRUE(Action("mnuEditFind")->isEnabled());
-    QTimer::singleShot(0, [] { qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Yes)->click(); });
+    QTimer::singleShot(0,
+                       [] { qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Yes)->click(); });
     In<QPushButton>("frmEditAsset", "cmdDelete")->click();
     EXPECT_FALSE(Action("mnuEditFind")->isEnabled());
     EXPECT_FALSE(Action("Find")->isEnabled());

@@ -8,8 +8,8 @@ class QCheckBox;
 
 namespace tallymar {
 
-// A titled list of items that are checked or not. Its value is the sum of the checked items' values: 1, 2, 4 ... from the top. Its boxes
-// carry the list's name with their place: "chklPrintPY(0)".
+// A titled list of items that are checked or not. Its value is the sum of the checked items' values: 1, 2, 4 ... from the top.
+// Its boxes carry the list's name with their place: "chklPrintPY(0)".
 class CSChkList : public QGroupBox {
     Q_OBJECT
 
