@@ -19,7 +19,8 @@ class EntryEdit : public QLineEdit {
     QSize minimumSizeHint() const override;
 
  signals:
-    // The value is another one: sent on each keystroke that makes it so, and when the program sets it.
+    // The value is another one: sent on each keystroke that makes it so, but not while a number being typed lies outside its
+    // limits; and when the program sets it.
     void Changed();
     // The field has taken an entry back on leaving; why, for the status line.
     void Refused(const QString& why);
