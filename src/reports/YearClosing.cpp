@@ -3,10 +3,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <system_error>
 
 #include "platform/runtime/DateText.h"
+#include "platform/runtime/FileName.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/Vocabularies.h"
@@ -16,17 +16,6 @@ namespace tallymar {
 namespace fs = std::filesystem;
 
 namespace {
-
-// What no file system, this one's or that of a stick it is carried on, takes in a name becomes a "-".
-std::string AsFileName(std::string_view text) {
-    static constexpr std::string_view kRefused = "/\\:*?\"<>|";
-    std::string name(Trim(text));
-    std::replace_if(
-        name.begin(), name.end(),
-        [](char c) { return static_cast<unsigned char>(c) < ' ' || kRefused.find(c) != std::string_view::npos; }, '-');
-    while (!name.empty() && name.front() == '.') name.erase(0, 1);
-    return name.empty() ? "Company" : name;
-}
 
 fs::path FreeName(const fs::path& folder, const std::string& name) {
     fs::path path = folder / (name + ".mdb");
@@ -48,7 +37,8 @@ YearClosing::YearClosing(CompanySession& session, int book) : session_(session),
 
 fs::path YearClosing::CopyCompanyFile() {
     const std::string book(kBookNames.at(static_cast<std::size_t>(book_)));
-    const std::string name = AsFileName(session_.CompanyName()) + " " + AsFileName(book) + " " +
+    const std::string company = AsFileName(session_.CompanyName());
+    const std::string name = (company.empty() ? "Company" : company) + " " + book + " " +
                              FormatIsoDate(session_.FiscalYearEnd(book_)) + " before closing";
     const fs::path folder = session_.Paths().Backup();
     std::error_code error;

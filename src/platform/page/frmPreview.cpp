@@ -25,6 +25,7 @@
 #include "platform/controls/ScreenText.h"
 #include "platform/page/frmPreviewPages.h"
 #include "platform/page/frmPrint.h"
+#include "platform/runtime/FileName.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace tallymar {
@@ -48,14 +49,10 @@ constexpr std::array<SaveFormat, 4> kSaveFormats = {{
     {FileFormat::Workbook, "&Excel Workbook...", "Excel Workbooks (*.xlsx)", "xlsx"},
 }};
 
-// The document's title, as far as every file system takes it, offered as its file name. The extension is part of it: with one
-// there the dialog changes it along with the type that is chosen.
+// The document's title offered as its file name. The extension is part of it: with one there the dialog changes it along with the
+// type that is chosen.
 std::string OfferedName(const PrintPreviewControl& pages, const std::string& extension) {
-    static constexpr std::string_view kRefused = "/\\:*?\"<>|";
-    std::string name = ToUtf8(Trim(pages.Title));
-    std::replace_if(
-        name.begin(), name.end(), [](char c) { return kRefused.find(c) != std::string_view::npos; }, '-');
-    while (!name.empty() && name.back() == '.') name.pop_back();
+    const std::string name = ToUtf8(AsFileName(pages.Title));
     return name.empty() ? name : name + "." + extension;
 }
 
