@@ -9,13 +9,12 @@
 #include "platform/runtime/Val.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/Helpers.h"
+#include "store/TaxGroup.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {
 
 namespace {
-
-constexpr std::string_view kBlankTaxGroup = "      ";
 
 std::string DateText(Date date) {
     return date.IsNone() ? std::string() : FormatShortDate(date);

@@ -9,13 +9,13 @@
 #include "platform/runtime/Rounding.h"
 #include "platform/runtime/Val.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/TaxGroup.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {
 
 namespace {
 
-constexpr std::string_view kBlankTaxGroup = "      ";
 constexpr std::int16_t kDefaultLife = 5;
 constexpr std::int16_t kDefaultDBPercent = 200;
 constexpr std::size_t kFullWidth = 6;

@@ -7,6 +7,7 @@
 #include "platform/runtime/PerBook.h"
 #include "platform/runtime/Rounding.h"
 #include "platform/runtime/Val.h"
+#include "store/TaxGroup.h"
 
 namespace tallymar {
 
@@ -16,7 +17,6 @@ using R = AssetRecord;
 
 constexpr CurrencyAmount kLongClassLife = Units(11);
 constexpr std::string_view kShortLifeSection = "1245";
-constexpr std::string_view kBlankTaxGroup = "      ";
 
 // Every column of the table and the record's item for it, in the order in which a row is written: for each, visit(name, item,
 // book), the book being 0 for the common columns.
