@@ -9,8 +9,8 @@ void BuildCompany(CompanySession& session, const std::filesystem::path& path, in
                   const std::function<AssetRecord(int row)>& asset) {
     std::filesystem::create_directories(path.parent_path());
     session.NewCompany(path);
-    jet::WriteBatch batch(session.Database());
-    jet::Recordset& company = session.CompanyRecordset();
+    recordset::WriteBatch batch(session.Database());
+    recordset::Recordset& company = session.CompanyRecordset();
     company.Edit();
     for (const char* column : {"FYEFederal", "FYEState", "FYEBook", "FYEAMT"}) company.Set(column, Date::FromYmd(2003, 12, 31));
     company.Update();

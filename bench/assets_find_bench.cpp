@@ -22,7 +22,7 @@ constexpr std::int64_t kFirstRows = 200;  // that the window reads before it sho
 
 void Build(CompanySession& session, const std::filesystem::path& path, int rows) {
     session.NewCompany(path);
-    jet::WriteBatch batch(session.Database());
+    recordset::WriteBatch batch(session.Database());
     AssetRecord record;
     for (int row = 0; row < rows; ++row) {
         record.AssetNum = AssetNumber(ShuffledNumber(row, rows));
@@ -38,7 +38,7 @@ void Build(CompanySession& session, const std::filesystem::path& path, int rows)
 }
 
 std::size_t BarePass(CompanySession& session) {
-    jet::Recordset assets = session.Database().OpenRecordset("Assets");
+    recordset::Recordset assets = session.Database().OpenRecordset("Assets");
     assets.SetIndex("AssetNum");
     const int texts[] = {assets.Ordinal("AssetNum"), assets.Ordinal("Division"), assets.Ordinal("Department"),
                          assets.Ordinal("Description")};

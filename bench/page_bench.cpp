@@ -18,8 +18,8 @@ constexpr int kPages = 2000;
 constexpr int kRows = 50;
 constexpr int kColumns = 16;
 
-PrintPreviewControl MakePages() {
-    PrintPreviewControl v;
+PageDocument MakePages() {
+    PageDocument v;
     v.Title = "Fixed Asset Report";
     std::int64_t amount = 1;
     for (int page = 1; page <= kPages; ++page) {
@@ -38,15 +38,15 @@ PrintPreviewControl MakePages() {
     return v;
 }
 
-const PrintPreviewControl& Pages() {
-    static const PrintPreviewControl pages = MakePages();
+const PageDocument& Pages() {
+    static const PageDocument pages = MakePages();
     return pages;
 }
 
 void BuildModel(benchmark::State& state) {
     for (auto _ : state) {
         const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
-        const PrintPreviewControl pages = MakePages();
+        const PageDocument pages = MakePages();
         const std::size_t after = mallinfo2().uordblks + mallinfo2().hblkhd;
         state.counters["bytes/item"] = static_cast<double>(after - before) / (kPages * kRows * kColumns);
         state.counters["MB"] = static_cast<double>(after - before) / 1e6;

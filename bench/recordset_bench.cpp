@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "Floor.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/Recordset.h"
+#include "platform/recordset/Database.h"
+#include "platform/recordset/Recordset.h"
 #include "store/Schema.h"
 
 namespace {
@@ -17,29 +17,29 @@ namespace {
 using namespace tallymar;
 using namespace tallymar::bench;
 
-jet::Value Filling(const jet::Field& field, int row) {
+recordset::Value Filling(const recordset::Field& field, int row) {
     switch (field.Type) {
-        case jet::FieldType::Text:
+        case recordset::FieldType::Text:
             if (field.Name == "AccountNum") return row % 2 == 0 ? "1500-01" : "1500-02";
             return field.Size >= 16 ? "Desk, walnut    " : field.Size >= 6 ? "ABC   " : "M";
-        case jet::FieldType::Date:
+        case recordset::FieldType::Date:
             return Date::FromSerial(37000.0 + row % 900);
-        case jet::FieldType::Currency:
+        case recordset::FieldType::Currency:
             return CurrencyAmount::FromTenThousandths(std::int64_t{row} * 12345 % 100'000'000);
-        case jet::FieldType::Integer:
+        case recordset::FieldType::Integer:
             return static_cast<std::int16_t>(row % 7);
-        case jet::FieldType::Boolean:
+        case recordset::FieldType::Boolean:
             return row % 5 == 0;
     }
     return {};
 }
 
 void Build(const std::filesystem::path& path, int rows) {
-    jet::Database database = jet::Database::Create(path);
+    recordset::Database database = recordset::Database::Create(path);
     CreateSchema(database);
-    jet::Recordset assets = database.OpenRecordset("Assets");
-    const std::vector<jet::Field> fields = assets.Definition().Fields;
-    jet::WriteBatch batch(database);
+    recordset::Recordset assets = database.OpenRecordset("Assets");
+    const std::vector<recordset::Field> fields = assets.Definition().Fields;
+    recordset::WriteBatch batch(database);
     for (int row = 0; row < rows; ++row) {
         assets.AddNew();
         for (std::size_t i = 0; i < fields.size(); ++i) assets.Set(static_cast<int>(i), Filling(fields[i], row));
@@ -51,32 +51,32 @@ void Build(const std::filesystem::path& path, int rows) {
 
 // --- Ours
 
-double SumOf(const jet::Value& value) {
+double SumOf(const recordset::Value& value) {
     switch (value.Type()) {
-        case jet::Value::Kind::Null:
+        case recordset::Value::Kind::Null:
             return 0;
-        case jet::Value::Kind::Text:
+        case recordset::Value::Kind::Text:
             return value.Text()[0] + static_cast<double>(value.Text().size());
-        case jet::Value::Kind::Date:
+        case recordset::Value::Kind::Date:
             return value.AsDate().Serial();
-        case jet::Value::Kind::Currency:
+        case recordset::Value::Kind::Currency:
             return static_cast<double>(value.Currency().TenThousandths());
-        case jet::Value::Kind::Integer:
+        case recordset::Value::Kind::Integer:
             return value.Integer();
-        case jet::Value::Kind::Boolean:
+        case recordset::Value::Kind::Boolean:
             return value.Boolean() ? -1 : 0;
     }
     return 0;
 }
 
-double ReadRow(const jet::Recordset& assets, int fields) {
+double ReadRow(const recordset::Recordset& assets, int fields) {
     double sum = 0;
     for (int i = 0; i < fields; ++i) sum += SumOf(assets.Get(i));
     return sum;
 }
 
-double OurScan(jet::Database& database, const char* index) {
-    jet::Recordset assets = database.OpenRecordset("Assets");
+double OurScan(recordset::Database& database, const char* index) {
+    recordset::Recordset assets = database.OpenRecordset("Assets");
     assets.SetIndex(index);
     const int fields = static_cast<int>(assets.Definition().Fields.size());
     double sum = 0;
@@ -85,15 +85,15 @@ double OurScan(jet::Database& database, const char* index) {
 }
 
 // Every field is handed back as it was read, as the program's record does, and one of them changed.
-double OurUpdate(jet::Database& database, int round) {
-    jet::Recordset assets = database.OpenRecordset("Assets");
+double OurUpdate(recordset::Database& database, int round) {
+    recordset::Recordset assets = database.OpenRecordset("Assets");
     assets.SetIndex("AssetNum");
     const int fields = static_cast<int>(assets.Definition().Fields.size());
     const int changed = assets.Ordinal(kChanged);
-    std::vector<jet::Value> row(static_cast<std::size_t>(fields));
+    std::vector<recordset::Value> row(static_cast<std::size_t>(fields));
     double sum = 0;
     int number = 0;
-    jet::WriteBatch batch(database);
+    recordset::WriteBatch batch(database);
     for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
         for (int i = 0; i < fields; ++i) {
             row[static_cast<std::size_t>(i)] = assets.Get(i);
@@ -108,8 +108,8 @@ double OurUpdate(jet::Database& database, int round) {
     return sum;
 }
 
-double OurFind(jet::Database& database, int rows, int finds) {
-    jet::Recordset assets = database.OpenRecordset("Assets");
+double OurFind(recordset::Database& database, int rows, int finds) {
+    recordset::Recordset assets = database.OpenRecordset("Assets");
     assets.SetIndex("AssetNum");
     const int fields = static_cast<int>(assets.Definition().Fields.size());
     double sum = 0;
@@ -130,7 +130,7 @@ int main(int argc, char** argv) {
     PrintHead(rows);
     {
         const Bare bare(path);
-        jet::Database database = jet::Database::Open(path);
+        recordset::Database database = recordset::Database::Open(path);
         Pair(
             "read all columns, row order", rows, [&](int) { return bare.Scan(kScanByRow); },
             [&](int) { return OurScan(database, ""); });

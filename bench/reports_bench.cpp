@@ -19,7 +19,7 @@ using namespace tallymar;
 using namespace tallymar::bench;
 
 // What a document holds, apart from spare room.
-double MegabytesOf(const PrintPreviewControl& canvas) {
+double MegabytesOf(const PageDocument& canvas) {
     std::size_t bytes = 0;
     for (int page = 1; page <= canvas.PageCount(); ++page) {
         for (const PageItem* item = canvas.PageBegin(page); item != canvas.PageEnd(page); ++item)
@@ -44,10 +44,10 @@ int main(int argc, char** argv) {
     ReportOptions options = ReportOptions::Defaults(kFixedAssetReport, Date::FromYmd(2004, 1, 15));
     options.Sequence = ReportSequence::InServiceDate;
     const std::optional<ReportFilter> filter = CheckReportOptions(session, options, prompts);
-    PrintPreviewControl last;
+    PageDocument last;
     DetailTable details;
     const auto print = [&](DetailTable* table) {
-        PrintPreviewControl canvas;
+        PageDocument canvas;
         ReportRun run{
             .Session = session, .Engine = engine, .Asking = prompts, .V = canvas, .Filter = *filter, .Now = {}, .Details = table};
         PrintReport(run);

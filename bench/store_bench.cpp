@@ -47,7 +47,7 @@ AssetRecord MixedAsset(int row, int rows) {
 }
 
 double ReadPass(CompanySession& session) {
-    jet::Recordset& assets = session.AssetsRecordset();
+    recordset::Recordset& assets = session.AssetsRecordset();
     AssetRecord record;
     double sum = 0;
     for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
@@ -58,9 +58,9 @@ double ReadPass(CompanySession& session) {
 }
 
 double UpdatePass(CompanySession& session, int round) {
-    jet::Recordset& assets = session.AssetsRecordset();
+    recordset::Recordset& assets = session.AssetsRecordset();
     AssetRecord record;
-    jet::WriteBatch batch(session.Database());
+    recordset::WriteBatch batch(session.Database());
     int row = 0;
     for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
         session.ReadAssetRecord(record);

@@ -4,6 +4,7 @@
 add_library(tallymar_options INTERFACE)
 target_include_directories(tallymar_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(tallymar_options INTERFACE
+  -ffp-contract=off  # a cent must not depend on whether the processor fuses a product with a sum
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wconversion -Wno-sign-conversion
   -Wno-restrict  # g++ 12 sees an overlap in "literal" + std::string(...) that is not there
   $<$<BOOL:${TALLYMAR_WERROR}>:-Werror>)

@@ -21,7 +21,7 @@ std::string AssetEditSession::Caption() {
 }
 
 void AssetEditSession::Open() {
-    jet::Recordset& assets = company_.AssetsRecordset();
+    recordset::Recordset& assets = company_.AssetsRecordset();
     if (assets.RecordCount() == 0) {
         New();
     } else {
@@ -32,7 +32,7 @@ void AssetEditSession::Open() {
 }
 
 void AssetEditSession::LoadEdit() {
-    jet::Recordset& assets = company_.AssetsRecordset();
+    recordset::Recordset& assets = company_.AssetsRecordset();
     if (!assets.HasCurrentRow()) {
         if (assets.Eof()) {
             assets.MoveLast();
@@ -93,7 +93,7 @@ void AssetEditSession::Last() {
 void AssetEditSession::Next() {
     FieldHint.clear();
     SaveEdit();
-    jet::Recordset& assets = company_.AssetsRecordset();
+    recordset::Recordset& assets = company_.AssetsRecordset();
     if (!assets.Eof()) assets.MoveNext();
     if (assets.Eof()) assets.MoveLast();
     LoadEdit();
@@ -102,7 +102,7 @@ void AssetEditSession::Next() {
 void AssetEditSession::Previous() {
     FieldHint.clear();
     SaveEdit();
-    jet::Recordset& assets = company_.AssetsRecordset();
+    recordset::Recordset& assets = company_.AssetsRecordset();
     if (!assets.Bof()) assets.MovePrevious();
     if (assets.Bof()) assets.MoveFirst();
     LoadEdit();
@@ -116,7 +116,7 @@ void AssetEditSession::New() {
 
 bool AssetEditSession::Delete() {
     if (editBookmark_.empty()) return false;
-    jet::Recordset& assets = company_.AssetsRecordset();
+    recordset::Recordset& assets = company_.AssetsRecordset();
     // Another window may have moved the recordset: the asset on the screen is meant.
     assets.SetBookmark(editBookmark_);
     if (!prompts_.AskYesNo("Delete Asset " + std::string(RTrim(assets.Get("AssetNum").ToText())) + "?", "Confirm")) return false;
@@ -210,7 +210,7 @@ void AssetEditSession::ValidateAssetNum() {
     AssetNumRejected = false;
     const std::string_view stored = editRecord_.AssetNum.Trimmed();
     if (state_.NewAssetPending || !HasRow() || UCase(RTrim(Values.AssetNum)) == UCase(stored)) return;
-    jet::Recordset& assets = company_.AssetsRecordset();
+    recordset::Recordset& assets = company_.AssetsRecordset();
     assets.Seek(Values.AssetNum);
     const bool taken = !assets.NoMatch();
     assets.SetBookmark(editBookmark_);

@@ -21,7 +21,7 @@ std::string_view PictureFor(std::size_t prefixLength) {
     }
 }
 
-std::string FreeNumber(jet::Recordset& assets, std::string_view prefix, long long k) {
+std::string FreeNumber(recordset::Recordset& assets, std::string_view prefix, long long k) {
     for (;; ++k) {
         std::string number = CopyNumber(prefix, k);
         assets.Seek(number);
@@ -36,13 +36,13 @@ std::string CopyNumber(std::string_view prefix, long long k) {
 }
 
 std::string CopySource(CompanySession& session, const std::string& given) {
-    const jet::Recordset& assets = session.AssetsRecordset();
+    const recordset::Recordset& assets = session.AssetsRecordset();
     const std::string current = assets.HasCurrentRow() ? assets.Get("AssetNum").ToText() : std::string();
     return std::string(RTrim(current.empty() ? given : current));
 }
 
 std::vector<std::string> StartCopy(CompanySession& session, const CopyAssetOptions& options, Prompts& prompts) {
-    jet::Recordset& assets = session.AssetsRecordset();
+    recordset::Recordset& assets = session.AssetsRecordset();
     if (!assets.HasCurrentRow() && !options.AssetNumber.empty()) assets.Seek(options.AssetNumber);
     AssetRecord record;
     session.ReadAssetRecord(record);
@@ -50,7 +50,7 @@ std::vector<std::string> StartCopy(CompanySession& session, const CopyAssetOptio
 
     // A copy that fails must not leave the recordset between the assets.
     struct Return {
-        jet::Recordset& Assets;
+        recordset::Recordset& Assets;
         const std::string& Source;
         ~Return() {
             try {

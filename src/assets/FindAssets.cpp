@@ -102,13 +102,13 @@ bool Less(const SortKey& a, const SortKey& b, bool anyCase) {
     return CompareTexts(a.Whole, b.Whole, anyCase) < 0;
 }
 
-CurrencyAmount AmountOf(const jet::Value& value) {
+CurrencyAmount AmountOf(const recordset::Value& value) {
     return value.IsNull() ? CurrencyAmount() : value.Currency();
 }
 
 }  // namespace
 
-DisposalColumns::DisposalColumns(const jet::Recordset& assets)
+DisposalColumns::DisposalColumns(const recordset::Recordset& assets)
     : soldAmount_(assets.Ordinal("SoldAmount")),
       soldExpense_(assets.Ordinal("SoldExpense")),
       abandoned_(assets.Ordinal("Abandoned")),
@@ -117,7 +117,7 @@ DisposalColumns::DisposalColumns(const jet::Recordset& assets)
       likeKind_(assets.Ordinal("LikeKind")),
       notice4_(assets.Ordinal("Notice4")) {}
 
-DisposalMarks DisposalColumns::Read(const jet::Recordset& assets) const {
+DisposalMarks DisposalColumns::Read(const recordset::Recordset& assets) const {
     return {.SoldAmount = AmountOf(assets.Get(soldAmount_)),
             .SoldExpense = AmountOf(assets.Get(soldExpense_)),
             .Abandoned = assets.Get(abandoned_).Boolean(),
@@ -173,11 +173,11 @@ void FindAssets::Append() {
     Row row{
         .Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = CheckDisposed(disposal_.Read(assets_))};
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
-        const jet::Value value = assets_.Get(ordinals_[column]);
+        const recordset::Value value = assets_.Get(ordinals_[column]);
         const std::size_t start = texts_.size();
         if (value.IsDate()) {
             texts_ += Format(value.AsDate(), kDatePicture);
-        } else if (value.Type() == jet::Value::Kind::Text) {
+        } else if (value.Type() == recordset::Value::Kind::Text) {
             texts_ += RTrim(value.Text());
         }
         // Columns of the find grid are at most 32 characters wide; a foreign file's longer ones are cut.
@@ -239,7 +239,7 @@ std::optional<int> FindAssets::Jump(std::string_view text, int from) const {
 
 bool SelectAsset(CompanySession& session, const std::string& shownNumber, Prompts& prompts) {
     const std::string number = shownNumber.substr(0, shownNumber.find('('));
-    jet::Recordset& assets = session.AssetsRecordset();
+    recordset::Recordset& assets = session.AssetsRecordset();
     assets.Seek(number);
     if (!assets.NoMatch()) return true;
     prompts.Message("Asset " + number + " no longer exists", "Tallymar", MessageKind::Warning);

@@ -15,8 +15,8 @@ namespace tallymar {
 // Where a recordset holds what tells whether its current asset has been disposed of.
 class DisposalColumns {
  public:
-    explicit DisposalColumns(const jet::Recordset& assets);
-    DisposalMarks Read(const jet::Recordset& assets) const;
+    explicit DisposalColumns(const recordset::Recordset& assets);
+    DisposalMarks Read(const recordset::Recordset& assets) const;
 
  private:
     int soldAmount_;
@@ -85,7 +85,7 @@ class FindAssets {
     std::string_view Text(std::uint32_t row, int column) const;
 
     FindColumns columns_;
-    jet::Recordset assets_;
+    recordset::Recordset assets_;
     std::array<int, FindColumns::kCount> ordinals_;
     DisposalColumns disposal_;
     std::vector<Row> rows_;

@@ -27,19 +27,19 @@ long long LeadingDigits(std::string_view text) {
     return std::llround(Val(text.substr(0, static_cast<std::size_t>(end - text.begin()))));
 }
 
-bool IsTaken(jet::Recordset& assets, const std::string& number) {
+bool IsTaken(recordset::Recordset& assets, const std::string& number) {
     assets.Seek(number);
     return !assets.NoMatch();
 }
 
-std::string NextPrefixedNumber(jet::Recordset& assets) {
+std::string NextPrefixedNumber(recordset::Recordset& assets) {
     for (long long k = 1;; ++k) {
         std::string number = "NEW" + Format(k, "000");
         if (!IsTaken(assets, number)) return number;
     }
 }
 
-std::string NextNumericNumber(jet::Recordset& assets) {
+std::string NextNumericNumber(recordset::Recordset& assets) {
     assets.MoveLast();
     const std::string last = assets.HasCurrentRow() ? assets.Get("AssetNum").ToText() : std::string();
     const std::string_view trimmed = RTrim(last);
@@ -76,7 +76,7 @@ int MethodIndex(std::string_view code) {
     return found == kDeprMethods.end() ? -1 : static_cast<int>(found - kDeprMethods.begin());
 }
 
-void SetBooks(jet::Recordset& assets, int book, const NewAssetDefaults& defaults) {
+void SetBooks(recordset::Recordset& assets, int book, const NewAssetDefaults& defaults) {
     const std::string suffix = "(" + std::to_string(book) + ")";
     assets.Set("IRSConvUsed" + suffix, "Y");
     if (defaults.DeprMethod == "DB") assets.Set("DBPercent" + suffix, kDefaultDBPercent);
@@ -89,12 +89,12 @@ void SetBooks(jet::Recordset& assets, int book, const NewAssetDefaults& defaults
 
 }  // namespace
 
-std::string ChooseAssetNumber(jet::Recordset& assets, bool numeric) {
+std::string ChooseAssetNumber(recordset::Recordset& assets, bool numeric) {
     return numeric ? NextNumericNumber(assets) : NextPrefixedNumber(assets);
 }
 
 std::string AddNewAsset(CompanySession& session, const NewAssetDefaults& defaults) {
-    jet::Recordset& assets = session.AssetsRecordset();
+    recordset::Recordset& assets = session.AssetsRecordset();
     assets.SetIndex("AssetNum");
     const std::string number = ChooseAssetNumber(assets, defaults.NumericNumbers);
     assets.AddNew();

@@ -153,7 +153,7 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
     // Closed without a choice, the list opens the asset form on the last asset. A form that is there already keeps its place:
     // what stands in it unsaved is written only while the recordset is on a row.
     if (state.EditFormClosed) {
-        jet::Recordset& assets = company.AssetsRecordset();
+        recordset::Recordset& assets = company.AssetsRecordset();
         assets.MoveLast();
         if (!assets.Eof()) assets.MoveNext();
     }

@@ -43,11 +43,11 @@ std::string InServiceTotals::PercentText() const {
 PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options,
                                         Prompts& prompts, const std::function<void(const ComputedAsset&)>& onComputed) {
     PerBook<InServiceTotals> totals;
-    jet::Recordset& assets = session.AssetsRecordset();
+    recordset::Recordset& assets = session.AssetsRecordset();
     assets.SetIndex("AssetNum");
     engine.RoundText = session.RoundText();
 
-    jet::WriteBatch batch(session.Database());
+    recordset::WriteBatch batch(session.Database());
     AssetRecord record;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!options.Compute[book]) continue;

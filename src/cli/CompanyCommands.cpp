@@ -22,7 +22,7 @@ struct CompanyOptions {
     std::vector<std::string> Set;
 };
 
-void SetColumns(jet::Recordset& company, const std::vector<std::string>& assignments) {
+void SetColumns(recordset::Recordset& company, const std::vector<std::string>& assignments) {
     if (assignments.empty()) return;
     // An open in a broken state may have left the table without its row.
     if (company.RecordCount() < 1) {
@@ -38,11 +38,11 @@ void SetColumns(jet::Recordset& company, const std::vector<std::string>& assignm
             throw PlatformError(Failure::InvalidCall, "--set wants COLUMN=VALUE, not \"" + FromArgument(assignment) + "\"");
         }
         const std::string name = FromArgument(assignment.substr(0, equals));
-        const jet::Field* field = company.Definition().FindField(name);
+        const recordset::Field* field = company.Definition().FindField(name);
         if (field == nullptr) throw PlatformError(Failure::ItemNotFound, "The company has no column \"" + name + "\"");
         const std::string text = assignment.substr(equals + 1);
         try {
-            const bool isNull = text.empty() && field->Type != jet::FieldType::Text;
+            const bool isNull = text.empty() && field->Type != recordset::FieldType::Text;
             company.Set(field->Name, isNull ? NullFieldValue(*field) : ParseFieldText(*field, text, buffer));
         } catch (const PlatformError& failure) {
             throw failure.WithPrefix("Column " + field->Name + ": ");
@@ -51,9 +51,9 @@ void SetColumns(jet::Recordset& company, const std::vector<std::string>& assignm
     company.Update();
 }
 
-void PrintColumns(const jet::Recordset& company) {
+void PrintColumns(const recordset::Recordset& company) {
     std::string lines;
-    for (const jet::Field& field : company.Definition().Fields) {
+    for (const recordset::Field& field : company.Definition().Fields) {
         lines += field.Name + '=';
         if (company.HasCurrentRow()) AppendFieldText(company.Get(field.Name), lines);
         lines += '\n';
@@ -72,7 +72,7 @@ void RunNew(const NewOptions& options, Context& context) {
     }
     context.Session().NewCompany(options.File);
     if (name.empty()) return;
-    jet::Recordset& company = context.Session().CompanyRecordset();
+    recordset::Recordset& company = context.Session().CompanyRecordset();
     company.Edit();
     company.Set("Company", name);
     company.Update();
@@ -95,7 +95,7 @@ void AddCompanyCommand(CLI::App& app, Context& context) {
     command->add_option("FILE", options->File, "Company file")->required();
     command->add_option("--set", options->Set, "COLUMN=VALUE; may be given many times")->allow_extra_args(true);
     command->callback([options, &context] {
-        jet::Recordset& company = context.Open(options->File).CompanyRecordset();
+        recordset::Recordset& company = context.Open(options->File).CompanyRecordset();
         SetColumns(company, options->Set);
         PrintColumns(company);
     });

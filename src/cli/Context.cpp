@@ -40,7 +40,7 @@ std::string FromArgument(const std::string& argument) {
 }
 
 void SeekAsset(CompanySession& session, const std::string& argument) {
-    jet::Recordset& assets = session.AssetsRecordset();
+    recordset::Recordset& assets = session.AssetsRecordset();
     assets.Seek(FromArgument(argument));
     if (assets.NoMatch()) throw PlatformError(Failure::InvalidCall, "There is no asset \"" + FromArgument(argument) + "\"");
 }

@@ -49,7 +49,7 @@ void Run(const Options& options, Context& context) {
     SeekAsset(session, options.AssetNum);
     EveryYes yes(context.Asking());
     // Nobody is asked between the copies, so they can be all or none.
-    jet::WriteBatch batch(session.Database());
+    recordset::WriteBatch batch(session.Database());
     try {
         const auto added =
             StartCopy(session, {.Copies = std::to_string(options.Count), .Prefix = prefix, .AssetNumber = {}}, yes);

@@ -113,7 +113,7 @@ void RequireWritable(const OutputFlags& output) {
     if (!output.Items.empty()) const FileReplacement items(output.Items);
 }
 
-void Deliver(const PrintPreviewControl& pages, const DetailTable& details, const OutputFlags& output) {
+void Deliver(const PageDocument& pages, const DetailTable& details, const OutputFlags& output) {
     std::optional<GuiForFiles> gui;
     if (FormatOfFile(output.Out) == FileFormat::Pdf) gui.emplace();
     DeliverToFile(pages, details, output.Out);
@@ -130,7 +130,7 @@ void RunReport(const ReportFlags& flags, Context& context) {
     if (!filter) throw PlatformError(Failure::InvalidCall, "No report was made");
     if (!options.Confirmed && !ConfirmPosting(context.Asking())) throw PlatformError(Failure::InvalidCall, "Nothing was posted");
 
-    PrintPreviewControl pages(kLetterLandscape);
+    PageDocument pages(kLetterLandscape);
     DetailTable details;
     ReportRun run{.Session = session,
                   .Engine = context.Engine(),
@@ -198,7 +198,7 @@ struct LabelFlags {
 void RunLabels(const LabelFlags& flags, Context& context) {
     RequireWritable(flags.Output);
     CompanySession& session = context.Open(flags.File);
-    PrintPreviewControl pages(kLetterPortrait);
+    PageDocument pages(kLetterPortrait);
     DetailTable details;
     const int labels = PrintAssetLabels(session,
                                         {.Sheet = FindLabelSheet(flags.Sheet),

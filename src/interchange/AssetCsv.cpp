@@ -15,7 +15,7 @@ namespace tallymar {
 
 namespace {
 
-using jet::Value;
+using recordset::Value;
 
 constexpr std::string_view kKey = "AssetNum";
 
@@ -45,13 +45,13 @@ std::string ReadWhole(const std::filesystem::path& path) {
 // One column of the file: where its values go in the table.
 struct Column {
     int Ordinal = 0;
-    jet::Field Field;
+    recordset::Field Field;
 };
 
 // The file as rows of values, each complaint with its place.
 class AssetFile {
  public:
-    AssetFile(const std::filesystem::path& path, const jet::Recordset& assets)
+    AssetFile(const std::filesystem::path& path, const recordset::Recordset& assets)
         : name_(FromUtf8(path.filename().string())), contents_(ReadWhole(path)) {
         ReadHeader(assets);
     }
@@ -81,15 +81,15 @@ class AssetFile {
     }
 
  private:
-    void ReadHeader(const jet::Recordset& assets) {
+    void ReadHeader(const recordset::Recordset& assets) {
         CsvReader reader(contents_, name_);
         if (!reader.ReadRow(row_))
             throw PlatformError(Failure::ItemNotFound, name_ + ": the file is empty; its first line must name columns");
-        const jet::TableDef& table = assets.Definition();
+        const recordset::TableDef& table = assets.Definition();
         for (const CsvField& cell : row_) {
             const std::string where =
                 name_ + ", line " + std::to_string(cell.Line) + ", column " + std::to_string(columns_.size() + 1) + ": ";
-            const jet::Field* field = table.FindField(cell.Text);
+            const recordset::Field* field = table.FindField(cell.Text);
             if (field == nullptr) {
                 throw PlatformError(Failure::ItemNotFound, where + "the table has no column \"" + FromUtf8(cell.Text) + "\"");
             }
@@ -123,7 +123,7 @@ class AssetFile {
     // Texts stay good until the next row.
     Value Convert(std::size_t i) {
         const CsvField& cell = row_[i];
-        const jet::Field& field = columns_[i].Field;
+        const recordset::Field& field = columns_[i].Field;
         try {
             if (!cell.IsNull) return ParseFieldText(field, cell.Text, texts_[i]);
             if (i == keyColumn_) throw PlatformError(Failure::NullKey, "every asset needs a number");
@@ -154,7 +154,7 @@ void CheckWholeFile(AssetFile& file) {
     });
 }
 
-CsvCounts WriteAll(AssetFile& file, jet::Recordset& assets) {
+CsvCounts WriteAll(AssetFile& file, recordset::Recordset& assets) {
     CsvCounts counts;
     assets.SetIndex(kKey);
     file.ForEachRow([&](const std::vector<Value>& values) {
@@ -195,10 +195,10 @@ void AppendField(const Value& value, std::string& line) {
 
 }  // namespace
 
-CsvCounts LoadAssets(jet::Database& database, jet::Recordset& assets, const std::filesystem::path& path) {
+CsvCounts LoadAssets(recordset::Database& database, recordset::Recordset& assets, const std::filesystem::path& path) {
     AssetFile file(path, assets);
     CheckWholeFile(file);
-    jet::WriteBatch batch(database);
+    recordset::WriteBatch batch(database);
     try {
         const CsvCounts counts = WriteAll(file, assets);
         batch.Commit();
@@ -210,12 +210,12 @@ CsvCounts LoadAssets(jet::Database& database, jet::Recordset& assets, const std:
     }
 }
 
-void DumpAssets(jet::Recordset& assets, const std::vector<std::string>& columns, std::ostream& out) {
-    const std::vector<jet::Field>& fields = assets.Definition().Fields;
+void DumpAssets(recordset::Recordset& assets, const std::vector<std::string>& columns, std::ostream& out) {
+    const std::vector<recordset::Field>& fields = assets.Definition().Fields;
     std::vector<int> ordinals;
     for (const std::string& column : columns) ordinals.push_back(assets.Ordinal(column));
     if (columns.empty()) {
-        for (const jet::Field& field : fields) ordinals.push_back(assets.Ordinal(field.Name));
+        for (const recordset::Field& field : fields) ordinals.push_back(assets.Ordinal(field.Name));
     }
 
     std::string line;

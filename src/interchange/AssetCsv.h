@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/jet/Database.h"
-#include "platform/jet/Recordset.h"
+#include "platform/recordset/Database.h"
+#include "platform/recordset/Recordset.h"
 
 // Assets as a text that spreadsheets and version control understand: RFC 4180 in UTF-8, the header naming columns of the table.
 // Values stand as FieldText writes them. A field with nothing in it is Null, a quoted "" an empty text. What DumpAssets writes,
@@ -27,11 +27,11 @@ struct CsvCounts {
 // DuplicateKey (a column or an AssetNum named twice), TypeMismatch (no such number, date or True/False; a row longer or shorter
 // than the header; a character that Windows-1252 does not have), Overflow, FieldTooSmall, ZeroLengthNotAllowed, NullKey,
 // InvalidUseOfNull (an empty Boolean), InvalidCall (no CSV); those of opening a file; those of Database.
-CsvCounts LoadAssets(jet::Database& database, jet::Recordset& assets, const std::filesystem::path& path);
+CsvCounts LoadAssets(recordset::Database& database, recordset::Recordset& assets, const std::filesystem::path& path);
 
 // Every row by AssetNum; columns in the order given, all in the table's order when there are none. ItemNotFound for an unknown
 // one, before anything is written. Leaves the recordset on the first row by AssetNum. Whether the stream took it all is for the
 // caller to ask.
-void DumpAssets(jet::Recordset& assets, const std::vector<std::string>& columns, std::ostream& out);
+void DumpAssets(recordset::Recordset& assets, const std::vector<std::string>& columns, std::ostream& out);
 
 }  // namespace tallymar

@@ -12,8 +12,8 @@ namespace tallymar {
 
 namespace {
 
-using jet::FieldType;
-using jet::Value;
+using recordset::FieldType;
+using recordset::Value;
 
 constexpr char kSerialMark = '@';
 
@@ -49,7 +49,7 @@ bool HasMoreThanFourDecimals(std::string_view number) {
     throw PlatformError(failure, "\"" + FromUtf8(utf8) + "\" " + complaint);
 }
 
-Value ParseText(const jet::Field& field, std::string_view utf8, std::string& buffer) {
+Value ParseText(const recordset::Field& field, std::string_view utf8, std::string& buffer) {
     bool lossy = false;
     buffer = FromUtf8(utf8, &lossy);
     if (lossy) Refuse(Failure::TypeMismatch, utf8, "has a character that Windows-1252 does not have (shown as ?)");
@@ -71,7 +71,7 @@ Value ParseInteger(std::string_view utf8) {
 
 }  // namespace
 
-Value ParseFieldText(const jet::Field& field, std::string_view utf8, std::string& buffer) {
+Value ParseFieldText(const recordset::Field& field, std::string_view utf8, std::string& buffer) {
     switch (field.Type) {
         case FieldType::Text:
             return ParseText(field, utf8, buffer);
@@ -98,7 +98,7 @@ Value ParseFieldText(const jet::Field& field, std::string_view utf8, std::string
     throw PlatformError(Failure::TypeMismatch);
 }
 
-Value NullFieldValue(const jet::Field& field) {
+Value NullFieldValue(const recordset::Field& field) {
     if (field.Type == FieldType::Boolean) {
         throw PlatformError(Failure::InvalidUseOfNull, "True or False is wanted, and the field is empty");
     }

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/jet/TableDef.h"
-#include "platform/jet/Value.h"
+#include "platform/recordset/TableDef.h"
+#include "platform/recordset/Value.h"
 
 // The text form of one column's value in files and on the command line, in UTF-8.
 //
@@ -17,12 +17,12 @@ namespace tallymar {
 // A text value is a view of `buffer`, which must outlive it. Failures, each with a text that says what is wrong with this one:
 // TypeMismatch (no such number, date or True/False; a character that Windows-1252 does not have), Overflow, FieldTooSmall,
 // ZeroLengthNotAllowed.
-jet::Value ParseFieldText(const jet::Field& field, std::string_view utf8, std::string& buffer);
+recordset::Value ParseFieldText(const recordset::Field& field, std::string_view utf8, std::string& buffer);
 
 // Null, but for a Boolean, which is never empty: InvalidUseOfNull.
-jet::Value NullFieldValue(const jet::Field& field);
+recordset::Value NullFieldValue(const recordset::Field& field);
 
 // Nothing for Null. A text comes as it is, without quotes.
-void AppendFieldText(const jet::Value& value, std::string& utf8);
+void AppendFieldText(const recordset::Value& value, std::string& utf8);
 
 }  // namespace tallymar

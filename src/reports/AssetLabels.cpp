@@ -33,7 +33,7 @@ bool WantsLabel(const AssetRecord& asset, const LabelOptions& options) {
 
 class LabelPrinter {
  public:
-    LabelPrinter(const LabelSheet& sheet, PrintPreviewControl& v) : sheet_(sheet), v_(v) {
+    LabelPrinter(const LabelSheet& sheet, PageDocument& v) : sheet_(sheet), v_(v) {
         v_.FontName = "Arial";
         v_.FontSize = sheet.FontSize;
     }
@@ -79,7 +79,7 @@ class LabelPrinter {
     }
 
     const LabelSheet& sheet_;
-    PrintPreviewControl& v_;
+    PageDocument& v_;
     SheetRow row_;
     int across_ = 0;  // labels in the row
     int down_ = 0;    // rows on the sheet
@@ -109,12 +109,12 @@ const LabelSheet* FindLabelSheet(std::string_view code) {
     return nullptr;
 }
 
-int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PrintPreviewControl& v,
+int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PageDocument& v,
                      DetailTable* details) {
     v.Title = "Asset Labels - " + session.CompanyName();
     LabelPrinter printer(*options.Sheet, v);
     if (details != nullptr) DeclareDetails(*details);
-    jet::Recordset& assets = session.AssetsRecordset();
+    recordset::Recordset& assets = session.AssetsRecordset();
     const IndexScope byNumber(assets, "AssetNum");
     ProgressScope progress(prompts, assets.RecordCount());
     AssetRecord asset;

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/page/DetailTable.h"
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 #include "platform/prompts/Prompts.h"
 #include "store/CompanySession.h"
 
@@ -46,7 +46,7 @@ struct LabelOptions {
 // Draws a label for every asset chosen that has not been disposed of, in the order of their numbers, on v: a canvas of portrait
 // letter paper. The assets' index is AssetNum afterwards. details, when given, takes what stands on
 // the labels. Returns the number of labels.
-int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PrintPreviewControl& v,
+int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PageDocument& v,
                      DetailTable* details = nullptr);
 
 }  // namespace tallymar

@@ -91,7 +91,7 @@ class ColumnReport {
     }
 
     void PrintAssets() {
-        jet::Recordset& assets = run_.Session.AssetsRecordset();
+        recordset::Recordset& assets = run_.Session.AssetsRecordset();
         ProgressScope progress(run_.Asking, assets.RecordCount());
         for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
             progress.Step();

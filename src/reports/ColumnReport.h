@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/ADepre.h"
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 #include "platform/prompts/Prompts.h"
 #include "reports/ReportSelection.h"
 #include "reports/ReportShape.h"
@@ -16,7 +16,7 @@ struct ReportRun {
     CompanySession& Session;
     ADepre& Engine;  // asked by the projection only
     Prompts& Asking;
-    PrintPreviewControl& V;
+    PageDocument& V;
     ReportFilter Filter;
     Date Now;                        // for the days owned of what is unsold
     DetailTable* Details = nullptr;  // takes the detail lines as typed cells

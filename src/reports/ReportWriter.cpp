@@ -65,7 +65,7 @@ std::int16_t GridToTwips(float position, float perInch) {
     return ToInteger(static_cast<double>(position) * 1440.0 / static_cast<double>(perInch));
 }
 
-ReportWriter::ReportWriter(PrintPreviewControl& canvas, PageHead head, std::string subtotalPrefix, DetailTable* details)
+ReportWriter::ReportWriter(PageDocument& canvas, PageHead head, std::string subtotalPrefix, DetailTable* details)
     : v_(canvas), head_(std::move(head)), subtotalPrefix_(std::move(subtotalPrefix)), details_(details) {
     v_.FontName = "Arial";
     v_.FontSize = kTextSize;

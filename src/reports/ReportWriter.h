@@ -7,7 +7,7 @@
 #include <variant>
 
 #include "platform/page/DetailTable.h"
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 #include "platform/runtime/CurrencyAmount.h"
 #include "platform/runtime/Date.h"
 
@@ -64,7 +64,7 @@ class ReportWriter {
 
     // subtotalPrefix: what the label of a group begins with ("Account "). details, when given, takes the detail lines as typed
     // cells beside the drawing; it must outlive the writer, as the canvas must.
-    ReportWriter(PrintPreviewControl& canvas, PageHead head, std::string subtotalPrefix, DetailTable* details = nullptr);
+    ReportWriter(PageDocument& canvas, PageHead head, std::string subtotalPrefix, DetailTable* details = nullptr);
 
     float ReportRow = 0.0F;
     std::string CurrKey;
@@ -101,7 +101,7 @@ class ReportWriter {
     void PrintAmount(const ReportColumn& column, CurrencyAmount amount);
     void Send(const ReportColumn& column, std::string_view text);
 
-    PrintPreviewControl& v_;
+    PageDocument& v_;
     PageHead head_;
     std::string subtotalPrefix_;
     DetailTable* details_;

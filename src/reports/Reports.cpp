@@ -37,7 +37,7 @@ bool WantsNoCopy(const PlatformError& failure, Prompts& prompts) {
 }
 
 // After a failure in the middle: the rows before it stay, if the database could keep them.
-PlatformError PostedInPart(const PlatformError& failure, const std::filesystem::path& copy, jet::WriteBatch& batch) {
+PlatformError PostedInPart(const PlatformError& failure, const std::filesystem::path& copy, recordset::WriteBatch& batch) {
     try {
         batch.Commit();
     } catch (const PlatformError&) {
@@ -52,7 +52,7 @@ PlatformError PostedInPart(const PlatformError& failure, const std::filesystem::
 ReportResult PostYear(ReportRun& run) {
     ReportResult result;
     YearClosing closing(run.Session, run.Filter.Options.Book);
-    jet::WriteBatch batch(run.Session.Database());
+    recordset::WriteBatch batch(run.Session.Database());
     try {
         result.Copy = closing.CopyCompanyFile();
     } catch (const PlatformError& failure) {

@@ -62,7 +62,7 @@ fs::path YearClosing::CopyCompanyFile() {
 }
 
 void YearClosing::Verify(const fs::path& path) {
-    jet::Database copy = jet::Database::Open(path);
+    recordset::Database copy = recordset::Database::Open(path);
     if (copy.OpenRecordset("Assets").RecordCount() != session_.AssetCount() || copy.OpenRecordset("Company").RecordCount() != 1) {
         throw PlatformError(Failure::UnrecognizedFormat, "The copy of the company file does not hold every asset");
     }
@@ -77,7 +77,7 @@ void YearClosing::Post(AssetRecord& asset) {
 
 void YearClosing::MoveYearEnd() {
     const Date next = session_.FiscalYearEnd(book_).AddYearsWithinMonth(1);
-    jet::Recordset& company = session_.CompanyRecordset();
+    recordset::Recordset& company = session_.CompanyRecordset();
     company.Edit();
     company.Set(CompanySession::YearEndColumn(book_), next);
     company.Update();

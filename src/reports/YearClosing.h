@@ -8,8 +8,8 @@
 
 namespace tallymar {
 
-// Moves one book of the open company on by a year. Run inside one jet::WriteBatch: after a crash all of a posting is in the file
-// or none. There is no way back but the copy of the file.
+// Moves one book of the open company on by a year. Run inside one recordset::WriteBatch: after a crash all of a posting is in the
+// file or none. There is no way back but the copy of the file.
 class YearClosing {
  public:
     YearClosing(CompanySession& session, int book);

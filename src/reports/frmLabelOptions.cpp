@@ -75,7 +75,7 @@ LabelOptions frmLabelOptions::OptionsOfControls() const {
 }
 
 void frmLabelOptions::Ok() {
-    auto document = std::make_shared<PrintedDocument>(PrintedDocument{PrintPreviewControl(kLetterPortrait), DetailTable()});
+    auto document = std::make_shared<PrintedDocument>(PrintedDocument{PageDocument(kLetterPortrait), DetailTable()});
     {
         const class_Hourglass wait;
         QtPrompts prompts(this, progressBar_);

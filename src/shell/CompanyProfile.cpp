@@ -11,17 +11,17 @@ namespace {
 
 constexpr std::array<std::string_view, kLastBook + 1> kYearEnds = {"", "FYEFederal", "FYEState", "FYEBook", "FYEAMT"};
 
-Date DateOf(const jet::Value& value) {
+Date DateOf(const recordset::Value& value) {
     return value.IsDate() ? value.AsDate() : Date();
 }
 
-void GoToRow(jet::Recordset& company) {
+void GoToRow(recordset::Recordset& company) {
     if (!company.HasCurrentRow()) company.MoveFirst();
 }
 
 }  // namespace
 
-CompanyProfile CompanyProfile::LoadEdit(jet::Recordset& company) {
+CompanyProfile CompanyProfile::LoadEdit(recordset::Recordset& company) {
     if (company.RecordCount() < 1) {
         company.AddNew();
         company.Update();
@@ -42,13 +42,13 @@ CompanyProfile CompanyProfile::LoadEdit(jet::Recordset& company) {
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         profile.FiscalYearEnd[book] = DateOf(company.Get(kYearEnds[static_cast<std::size_t>(book)]));
     }
-    const jet::Value round = company.Get("Round");
+    const recordset::Value round = company.Get("Round");
     profile.Round = !round.IsNull() && round.Boolean();
     SplitCityState(profile.City, profile.State);
     return profile;
 }
 
-void CompanyProfile::Save(jet::Recordset& company) const {
+void CompanyProfile::Save(recordset::Recordset& company) const {
     GoToRow(company);
     company.Edit();
     try {

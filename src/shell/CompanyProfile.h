@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/jet/Recordset.h"
+#include "platform/recordset/Recordset.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/PerBook.h"
 
@@ -27,9 +27,9 @@ struct CompanyProfile {
 
     // Reads the row, which is added when the table has none. A state code that stands at the end of the city, as files of the DOS
     // edition have it, is taken from there.
-    static CompanyProfile LoadEdit(jet::Recordset& company);
+    static CompanyProfile LoadEdit(recordset::Recordset& company);
     // Writes every column. On a failure the row is as it was.
-    void Save(jet::Recordset& company) const;
+    void Save(recordset::Recordset& company) const;
 };
 
 // Entering the year end of book 2, 3 or 4: does the field take the Federal year end's text? Only while a new company's first

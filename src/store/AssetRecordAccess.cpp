@@ -80,12 +80,12 @@ void VisitColumns(Record& r, Visit&& visit) {
 
 // Rows have always been read through text: a Null is then nothing, and a number of another type than the column's, as a file of
 // another program may hold, still reads as a number.
-double NumberOf(const jet::Value& value) {
+double NumberOf(const recordset::Value& value) {
     return Val(value.ToText());
 }
 
-void Load(const jet::Value& value, std::string& item) {
-    if (value.Type() == jet::Value::Kind::Text) {
+void Load(const recordset::Value& value, std::string& item) {
+    if (value.Type() == recordset::Value::Kind::Text) {
         item.assign(value.Text());
     } else {
         item = value.ToText();
@@ -93,44 +93,44 @@ void Load(const jet::Value& value, std::string& item) {
 }
 
 template <std::size_t N>
-void Load(const jet::Value& value, FixedText<N>& item) {
-    if (value.Type() == jet::Value::Kind::Text) {
+void Load(const recordset::Value& value, FixedText<N>& item) {
+    if (value.Type() == recordset::Value::Kind::Text) {
         item = value.Text();
     } else {
         item = value.ToText();
     }
 }
 
-void Load(const jet::Value& value, CurrencyAmount& item) {
-    const bool plain = value.Type() == jet::Value::Kind::Currency;
+void Load(const recordset::Value& value, CurrencyAmount& item) {
+    const bool plain = value.Type() == recordset::Value::Kind::Currency;
     item = CurrencyAmount::FromDouble(plain ? value.Currency().ToDouble() : NumberOf(value));
 }
 
-void Load(const jet::Value& value, std::int16_t& item) {
-    item = value.Type() == jet::Value::Kind::Integer ? value.Integer() : ToInteger(NumberOf(value));
+void Load(const recordset::Value& value, std::int16_t& item) {
+    item = value.Type() == recordset::Value::Kind::Integer ? value.Integer() : ToInteger(NumberOf(value));
 }
 
-void Load(const jet::Value& value, Date& item) {
+void Load(const recordset::Value& value, Date& item) {
     item = value.IsDate() ? value.AsDate() : Date();
 }
 
-void Load(const jet::Value& value, bool& item) {
+void Load(const recordset::Value& value, bool& item) {
     item = value.Boolean();
 }
 
 template <std::size_t N>
-jet::Value ValueOf(const FixedText<N>& item) {
+recordset::Value ValueOf(const FixedText<N>& item) {
     return item.View();
 }
 
 template <typename T>
-jet::Value ValueOf(const T& item) {
+recordset::Value ValueOf(const T& item) {
     return item;
 }
 
 }  // namespace
 
-AssetRecordAccess::AssetRecordAccess(jet::Recordset& assets) : assets_(&assets) {
+AssetRecordAccess::AssetRecordAccess(recordset::Recordset& assets) : assets_(&assets) {
     R record;
     VisitColumns(record, [this](std::string_view name, const auto&, int book) {
         std::string column(name);
@@ -161,7 +161,7 @@ void AssetRecordAccess::Store(const AssetRecord& record, bool blankTaxGroup) {
         auto ordinal = ordinals_.cbegin();
         VisitColumns(record, [&](const char*, const auto& item, int) {
             const bool blank = blankTaxGroup && static_cast<const void*>(&item) == &record.TaxGroup && record.TaxGroup.empty();
-            assets_->Set(*ordinal++, blank ? jet::Value(kBlankTaxGroup) : ValueOf(item));
+            assets_->Set(*ordinal++, blank ? recordset::Value(kBlankTaxGroup) : ValueOf(item));
         });
         assets_->Update();
     } catch (...) {

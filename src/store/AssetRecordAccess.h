@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/jet/Recordset.h"
+#include "platform/recordset/Recordset.h"
 #include "store/AssetRecord.h"
 
 namespace tallymar {
@@ -14,7 +14,7 @@ class AssetRecordAccess {
  public:
     // Looks the columns up once, since files of earlier releases hold them in another order. Failure::ItemNotFound when one is
     // missing.
-    explicit AssetRecordAccess(jet::Recordset& assets);
+    explicit AssetRecordAccess(recordset::Recordset& assets);
 
     // A Null reads as empty, 0 or date 0, but in a Boolean column it fails with InvalidUseOfNull. FedLife is set from ClassLife,
     // and a blank CodeSection below a class life of 11 becomes "1245".
@@ -27,7 +27,7 @@ class AssetRecordAccess {
  private:
     void Store(const AssetRecord& record, bool blankTaxGroup);
 
-    jet::Recordset* assets_;
+    recordset::Recordset* assets_;
     std::vector<int> ordinals_;  // in the order in which the columns are visited
 };
 

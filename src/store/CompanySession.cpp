@@ -34,7 +34,7 @@ FileDialog CompanyFileDialog(std::string title, const std::filesystem::path& ini
 
 // What is there only while a company is open; the recordsets go before their database.
 struct CompanySession::Open {
-    explicit Open(jet::Database opened)
+    explicit Open(recordset::Database opened)
         : Database(std::move(opened)),
           Company(Database.OpenRecordset("Company")),
           Assets(Database.OpenRecordset("Assets")),
@@ -42,9 +42,9 @@ struct CompanySession::Open {
         Assets.SetIndex("AssetNum");
     }
 
-    jet::Database Database;
-    jet::Recordset Company;
-    jet::Recordset Assets;
+    recordset::Database Database;
+    recordset::Recordset Company;
+    recordset::Recordset Assets;
     AssetRecordAccess Access;
 };
 
@@ -62,8 +62,8 @@ bool CompanySession::FileNew(Prompts& prompts) {
 void CompanySession::NewCompany(const std::filesystem::path& path) {
     FileClose();
     try {
-        jet::Database database = CreateJetDatabase(path);
-        jet::Recordset company = database.OpenRecordset("Company");
+        recordset::Database database = CreateJetDatabase(path);
+        recordset::Recordset company = database.OpenRecordset("Company");
         company.AddNew();
         company.Update();
         company.MoveFirst();
@@ -79,9 +79,9 @@ void CompanySession::NewCompany(const std::filesystem::path& path) {
     if (observer_ != nullptr) observer_->OpenEnable();
 }
 
-jet::Database CompanySession::CreateJetDatabase(const std::filesystem::path& path) {
+recordset::Database CompanySession::CreateJetDatabase(const std::filesystem::path& path) {
     try {
-        jet::Database database = jet::Database::Create(path);
+        recordset::Database database = recordset::Database::Create(path);
         CreateSchema(database);
         return database;
     } catch (...) {
@@ -103,7 +103,7 @@ bool CompanySession::FileOpen(Prompts& prompts) {
 void CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& prompts) {
     FileClose();
     const std::filesystem::path whole = std::filesystem::absolute(path);
-    jet::Database database = jet::Database::Open(whole);
+    recordset::Database database = recordset::Database::Open(whole);
     UpgradeSchema(database, prompts);
     SetOpen(std::move(database), whole);
     if (observer_ != nullptr) observer_->OpenEnable();
@@ -114,7 +114,7 @@ void CompanySession::RememberLastCompany() {
     profile_.Save(appPath_.Profile());
 }
 
-void CompanySession::SetOpen(jet::Database database, const std::filesystem::path& path) {
+void CompanySession::SetOpen(recordset::Database database, const std::filesystem::path& path) {
     open_ = std::make_unique<Open>(std::move(database));
     databaseFileName_ = path;
 }
@@ -132,15 +132,15 @@ CompanySession::Open& CompanySession::Opened() {
     return *open_;
 }
 
-jet::Database& CompanySession::Database() {
+recordset::Database& CompanySession::Database() {
     return Opened().Database;
 }
 
-jet::Recordset& CompanySession::CompanyRecordset() {
+recordset::Recordset& CompanySession::CompanyRecordset() {
     return Opened().Company;
 }
 
-jet::Recordset& CompanySession::AssetsRecordset() {
+recordset::Recordset& CompanySession::AssetsRecordset() {
     return Opened().Assets;
 }
 
@@ -148,9 +148,9 @@ AssetRecordAccess& CompanySession::Assets() {
     return Opened().Access;
 }
 
-jet::Value CompanySession::CompanyValue(std::string_view column) {
-    jet::Recordset& company = CompanyRecordset();
-    return company.HasCurrentRow() ? company.Get(column) : jet::Value();
+recordset::Value CompanySession::CompanyValue(std::string_view column) {
+    recordset::Recordset& company = CompanyRecordset();
+    return company.HasCurrentRow() ? company.Get(column) : recordset::Value();
 }
 
 std::string CompanySession::CompanyName() {
@@ -167,7 +167,7 @@ std::string_view CompanySession::YearEndColumn(int book) {
 }
 
 Date CompanySession::FiscalYearEnd(int book) {
-    const jet::Value value = CompanyValue(YearEndColumn(book));
+    const recordset::Value value = CompanyValue(YearEndColumn(book));
     return value.IsDate() ? value.AsDate() : Date();
 }
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/jet/Database.h"
-#include "platform/jet/Recordset.h"
 #include "platform/prompts/Prompts.h"
+#include "platform/recordset/Database.h"
+#include "platform/recordset/Recordset.h"
 #include "store/AppPath.h"
 #include "store/AssetRecordAccess.h"
 #include "store/UserProfile.h"
@@ -49,15 +49,15 @@ class CompanySession {
     // over.
     void RememberLastCompany();
     // The two tables in a new file; one of that path is deleted first.
-    static jet::Database CreateJetDatabase(const std::filesystem::path& path);
+    static recordset::Database CreateJetDatabase(const std::filesystem::path& path);
 
     bool IsOpen() const { return !databaseFileName_.empty(); }
     const std::filesystem::path& DatabaseFileName() const { return databaseFileName_; }
 
     // Failure::CannotOpenFile when no company is open, for all of these.
-    jet::Database& Database();
-    jet::Recordset& CompanyRecordset();
-    jet::Recordset& AssetsRecordset();
+    recordset::Database& Database();
+    recordset::Recordset& CompanyRecordset();
+    recordset::Recordset& AssetsRecordset();
     void ReadAssetRecord(AssetRecord& record) { Assets().ReadAssetRecord(record); }
     void WriteAssetRecord(const AssetRecord& record) { Assets().WriteAssetRecord(record); }
     void AddAssetRecord(const AssetRecord& record) { Assets().AddAssetRecord(record); }
@@ -80,8 +80,8 @@ class CompanySession {
 
     Open& Opened();
     AssetRecordAccess& Assets();
-    jet::Value CompanyValue(std::string_view column);
-    void SetOpen(jet::Database database, const std::filesystem::path& path);
+    recordset::Value CompanyValue(std::string_view column);
+    void SetOpen(recordset::Database database, const std::filesystem::path& path);
 
     AppPath appPath_;
     UserProfile& profile_;

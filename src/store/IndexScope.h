@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/jet/Recordset.h"
+#include "platform/recordset/Recordset.h"
 #include "platform/runtime/PlatformError.h"
 
 namespace tallymar {
@@ -12,7 +12,7 @@ namespace tallymar {
 // row where it stood: the asset form may be open over it, and what it is asked to copy or save is the asset on the screen.
 class IndexScope {
  public:
-    IndexScope(jet::Recordset& assets, std::string_view index)
+    IndexScope(recordset::Recordset& assets, std::string_view index)
         : assets_(assets), bookmark_(assets.HasCurrentRow() ? assets.Bookmark() : std::string()) {
         assets_.SetIndex(index);
     }
@@ -28,7 +28,7 @@ class IndexScope {
     IndexScope& operator=(const IndexScope&) = delete;
 
  private:
-    jet::Recordset& assets_;
+    recordset::Recordset& assets_;
     std::string bookmark_;
 };
 

@@ -11,9 +11,9 @@ namespace tallymar {
 
 namespace {
 
-using jet::Field;
-using jet::FieldType;
-using jet::TableDef;
+using recordset::Field;
+using recordset::FieldType;
+using recordset::TableDef;
 
 struct Column {
     std::string_view Name;
@@ -102,14 +102,14 @@ struct UpgradeStep {
 
 // In the order in which releases added them. TaxGroup came without a size, so old files hold it at the default one.
 constexpr UpgradeStep kUpgrade[] = {
-    {"Assets", Adds::Field, "TaxGroup", "", jet::kDefaultTextSize},
+    {"Assets", Adds::Field, "TaxGroup", "", recordset::kDefaultTextSize},
     {"Company", Adds::Field, "State", "Field State NOT Found"},
     {"Assets", Adds::Index, "ClassLife", ""},
     {"Assets", Adds::Index, "TaxGroup", ""},
     {"Assets", Adds::Field, "Notice4", ""},
 };
 
-void RunStep(jet::Database& database, const UpgradeStep& step, Prompts& prompts) {
+void RunStep(recordset::Database& database, const UpgradeStep& step, Prompts& prompts) {
     const TableDef& wanted = step.Table == "Company" ? CompanyTable() : AssetsTable();
     const TableDef present = database.GetTableDef(step.Table);
     if (step.What == Adds::Index) {
@@ -135,12 +135,12 @@ const TableDef& AssetsTable() {
     return table;
 }
 
-void CreateSchema(jet::Database& database) {
+void CreateSchema(recordset::Database& database) {
     database.CreateTable(CompanyTable());
     database.CreateTable(AssetsTable());
 }
 
-void UpgradeSchema(jet::Database& database, Prompts& prompts) {
+void UpgradeSchema(recordset::Database& database, Prompts& prompts) {
     for (const UpgradeStep& step : kUpgrade) {
         try {
             RunStep(database, step, prompts);

@@ -20,7 +20,7 @@ class AssetEditSessionTest : public testing::Test {
     }
 
     AssetRecord Stored(const std::string& number) {
-        jet::Recordset assets = company_.Session.Database().OpenRecordset("Assets");
+        recordset::Recordset assets = company_.Session.Database().OpenRecordset("Assets");
         assets.SetIndex("AssetNum");
         assets.Seek(number);
         if (assets.NoMatch()) throw std::runtime_error("no asset " + number);
@@ -31,7 +31,7 @@ class AssetEditSessionTest : public testing::Test {
 
     std::vector<std::string> Numbers() {
         std::vector<std::string> numbers;
-        jet::Recordset assets = company_.Session.Database().OpenRecordset("Assets");
+        recordset::Recordset assets = company_.Session.Database().OpenRecordset("Assets");
         assets.SetIndex("AssetNum");
         for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) numbers.emplace_back(RTrim(assets.Get("AssetNum").Text()));
         return numbers;
@@ -190,7 +190,7 @@ TEST_F(AssetEditSessionTest, ARowThatCannotBeWrittenStaysAsItWas) {
 TEST_F(AssetEditSessionTest, ADuplicateNumberIsRefusedInTheField) {
     Add({"A1", "A2"});
     edit_.Open();
-    const jet::Recordset& assets = company_.Session.AssetsRecordset();
+    const recordset::Recordset& assets = company_.Session.AssetsRecordset();
     edit_.Values.AssetNum = "B7";
     edit_.Left(AssetField::AssetNum);
     EXPECT_FALSE(edit_.AssetNumRejected);

@@ -35,7 +35,7 @@ TEST_F(CopyAssetTest, AsksForEachCopyAndSkipsWhatIsTaken) {
     EXPECT_THAT(Copy("CPT", "3", {true, true, true}), ElementsAre("CPT001", "CPT002", "CPT003"));
     EXPECT_EQ(company_.Prompts.Questions[1].Text, "Add copy of Asset A1 as CPT002");
     EXPECT_EQ(company_.Prompts.Questions[1].Title, "Confirm - Copy Asset");
-    jet::Recordset& assets = company_.Session.AssetsRecordset();
+    recordset::Recordset& assets = company_.Session.AssetsRecordset();
     EXPECT_EQ(assets.Get("AssetNum").Text(), "A1    ") << "back at the source";
 
     AssetRecord source;

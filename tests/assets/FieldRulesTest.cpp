@@ -230,7 +230,7 @@ TEST(FieldRules, GainAndStatusLookAtTheSavedFederalBook) {
 // Every column of the schema has its field, and no field a column that is not there; what may go without is named.
 TEST(AssetFields, CoverTheSchema) {
     std::vector<std::string> missing;
-    for (const jet::Field& column : AssetsTable().Fields) {
+    for (const recordset::Field& column : AssetsTable().Fields) {
         const bool shown = std::any_of(AssetFields().begin(), AssetFields().end(), [&column](const AssetFieldDef& field) {
             if (field.Place != FieldPlace::Book) return column.Name == field.Column;
             return column.Name.starts_with(std::string(field.Column) + "(") && !field.Column.empty();
@@ -241,7 +241,7 @@ TEST(AssetFields, CoverTheSchema) {
     for (const AssetFieldDef& field : AssetFields()) {
         const std::string name = std::string(field.Column) + (field.Place == FieldPlace::Book ? "(4)" : "");
         if (field.Column.empty()) continue;
-        const jet::Field* column = AssetsTable().FindField(name);
+        const recordset::Field* column = AssetsTable().FindField(name);
         ASSERT_NE(column, nullptr) << name;
         if (field.Kind == FieldKind::Text && field.Id != AssetField::AccountNum) {
             EXPECT_EQ(static_cast<int>(field.MaxLength), column->Size) << name;

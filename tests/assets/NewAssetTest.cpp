@@ -32,7 +32,7 @@ TEST_F(NewAssetTest, PrefixedNumbersFillTheFirstGap) {
     company_.Session.AssetsRecordset().Delete();
     EXPECT_EQ(New(false), "NEW001");
     EXPECT_EQ(New(false), "NEW003");
-    jet::WriteBatch batch(company_.Session.Database());
+    recordset::WriteBatch batch(company_.Session.Database());
     for (int k = 4; k <= 999; ++k) Add(CopyNumber("NEW", k));
     EXPECT_EQ(FailureOfNew(false), 3163) << "NEW1000 is too wide";
 }
@@ -74,7 +74,7 @@ TEST_F(NewAssetTest, StartsWithTheUsersDefaults) {
         company_.Session.ReadAssetRecord(record);
         return record;
     };
-    const jet::Recordset& assets = company_.Session.AssetsRecordset();
+    const recordset::Recordset& assets = company_.Session.AssetsRecordset();
     const AssetRecord plain = row({});
     EXPECT_EQ(plain.NewUsed, "N");
     EXPECT_EQ(plain.CodeSection, "1245");

@@ -56,7 +56,7 @@ TEST(SaveEditCrash, ARowIsTheOldOrTheNewOneNeverAMixture) {
         ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself";
 
         company.Session.OpenCompany(company.File(), company.Prompts);
-        jet::Recordset& assets = company.Session.AssetsRecordset();
+        recordset::Recordset& assets = company.Session.AssetsRecordset();
         EXPECT_EQ(assets.RecordCount(), kAssets);
         AssetRecord record;
         for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {

@@ -117,7 +117,7 @@ TEST_F(ComputeCurrentTest, AFailureNamesTheAssetAndKeepsTheRowsBeforeIt) {
 TEST_F(ComputeCurrentTest, KilledAtAnyMomentTheRunIsThereWholeOrNotAtAll) {
     constexpr int kAssets = 400;
     {
-        jet::WriteBatch batch(company_.Session.Database());
+        recordset::WriteBatch batch(company_.Session.Database());
         for (int i = 0; i < kAssets; ++i) {
             std::string number = std::to_string(100000 + i);
             company_.Session.AddAssetRecord(test::Machine(number, Date::FromYmd(2003, 1, 1), 1000));
@@ -148,7 +148,7 @@ TEST_F(ComputeCurrentTest, KilledAtAnyMomentTheRunIsThereWholeOrNotAtAll) {
         ASSERT_FALSE(WIFEXITED(status) && WEXITSTATUS(status) != 0);
 
         company_.Session.OpenCompany(company_.File(), company_.Prompts);
-        jet::Recordset& assets = company_.Session.AssetsRecordset();
+        recordset::Recordset& assets = company_.Session.AssetsRecordset();
         assets.MoveFirst();
         AssetRecord first;
         company_.Session.ReadAssetRecord(first);

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/CliRunner.h"
-#include "platform/jet/Database.h"
+#include "platform/recordset/Database.h"
 
 namespace tallymar {
 namespace {
@@ -46,8 +46,8 @@ TEST_F(FaultsTest, ATruncatedCompanyIsRefusedAndLeftAlone) {
 
 TEST_F(FaultsTest, ACompanyThatAnotherProgramWritesIsNotWaitedForForever) {
     MakeCompany("c.mdb", 1);
-    jet::Database other = jet::Database::Open(cli_.Folder() / "c.mdb");
-    jet::WriteBatch writing(other);
+    recordset::Database other = recordset::Database::Open(cli_.Folder() / "c.mdb");
+    recordset::WriteBatch writing(other);
     const auto start = std::chrono::steady_clock::now();
     EXPECT_THAT(Message("compute c.mdb --books 1"), HasSubstr("locked"));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));

@@ -15,14 +15,14 @@
 namespace tallymar {
 namespace {
 
-using jet::FieldType;
-using jet::Value;
+using recordset::FieldType;
+using recordset::Value;
 using testing::HasSubstr;
 
 struct Company {
-    explicit Company(const std::filesystem::path& path) : File(jet::Database::Create(path)), Assets(Build()) {}
+    explicit Company(const std::filesystem::path& path) : File(recordset::Database::Create(path)), Assets(Build()) {}
 
-    jet::Recordset Build() {
+    recordset::Recordset Build() {
         CreateSchema(File);
         return File.OpenRecordset("Assets");
     }
@@ -33,8 +33,8 @@ struct Company {
     }
     CsvCounts Load(const std::filesystem::path& path) { return LoadAssets(File, Assets, path); }
 
-    jet::Database File;
-    jet::Recordset Assets;
+    recordset::Database File;
+    recordset::Recordset Assets;
 };
 
 class AssetCsvTest : public testing::Test {
@@ -52,7 +52,7 @@ class AssetCsvTest : public testing::Test {
 // Values that a spreadsheet, a parser or a conversion is most likely to spoil.
 class OddValues {
  public:
-    Value For(const jet::Field& field) {
+    Value For(const recordset::Field& field) {
         if (field.Type == FieldType::Boolean) return Value(Pick(2) == 1);
         if (Pick(6) == 0) return Value();
         switch (field.Type) {
@@ -99,10 +99,10 @@ class OddValues {
 TEST_F(AssetCsvTest, DumpAndLoadIntoANewFileReproduceEveryValue) {
     constexpr int kRows = 300;
     OddValues odd;
-    const std::vector<jet::Field>& fields = company_.Assets.Definition().Fields;
+    const std::vector<recordset::Field>& fields = company_.Assets.Definition().Fields;
     for (int row = 0; row < kRows; ++row) {
         company_.Assets.AddNew();
-        for (const jet::Field& field : fields) {
+        for (const recordset::Field& field : fields) {
             if (field.Name != "AssetNum") company_.Assets.Set(field.Name, odd.For(field));
         }
         company_.Assets.Set("AssetNum", "A" + std::to_string(row) + (row % 3 == 0 ? " " : ""));
@@ -117,7 +117,7 @@ TEST_F(AssetCsvTest, DumpAndLoadIntoANewFileReproduceEveryValue) {
     ASSERT_EQ(copy.Assets.RecordCount(), kRows);
     company_.Assets.SetIndex("AssetNum");
     for (copy.Assets.MoveFirst(); !copy.Assets.Eof(); copy.Assets.MoveNext(), company_.Assets.MoveNext()) {
-        for (const jet::Field& field : fields) {
+        for (const recordset::Field& field : fields) {
             ASSERT_EQ(copy.Assets.Get(field.Name), company_.Assets.Get(field.Name))
                 << copy.Assets.Get("AssetNum").Text() << " " << field.Name;
         }

@@ -17,7 +17,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 TEST(PageText, KeepsColumnsFlushAndRulesUnderTheirHeadings) {
-    PrintPreviewControl v;
+    PageDocument v;
     PrintCentered(v, 1, 20, "Caf\xE9 Inc");
     PrintCentered(v, 2.5, 20, "Half a row lower");
     PrintLeft(v, 4, 1, "Asset");
@@ -45,7 +45,7 @@ TEST(PageText, KeepsColumnsFlushAndRulesUnderTheirHeadings) {
 }
 
 TEST(PageText, LosesNoFigureWhereThingsAreDrawnOverEachOther) {
-    PrintPreviewControl v;
+    PageDocument v;
     PrintLeft(v, 1, 1, "A description with narrow letters: illicit filling");
     PrintRight(v, 1, 45, "123.45 ");
     PrintRight(v, 2, 20, "1,111,111.11 ");
@@ -57,7 +57,7 @@ TEST(PageText, LosesNoFigureWhereThingsAreDrawnOverEachOther) {
 }
 
 TEST(PageItems, AreTheModelAsJson) {
-    PrintPreviewControl v;
+    PageDocument v;
     v.CurrentX = 85;
     v.CurrentY = 180;
     v.PrintText("Report date:");
@@ -74,7 +74,7 @@ TEST(PageItems, AreTheModelAsJson) {
     // Every byte comes back through a JSON reader.
     std::string all;
     for (int byte = 1; byte < 256; ++byte) all.push_back(static_cast<char>(byte));
-    PrintPreviewControl bytes;
+    PageDocument bytes;
     bytes.PrintText(all);
     const QJsonDocument read = QJsonDocument::fromJson(QByteArray::fromStdString(PageItems(bytes, 1)));
     ASSERT_TRUE(read.isObject());
@@ -134,7 +134,7 @@ TEST(DetailFiles, WorkbookHasTypedCells) {
     const TempFolder folder;
     const std::filesystem::path path = folder / "rows.xlsx";
     const DetailTable table = TypedRows();
-    ASSERT_EQ(DeliverToFile(PrintPreviewControl(), table, path), path);
+    ASSERT_EQ(DeliverToFile(PageDocument(), table, path), path);
     const auto part = [&](const char* name) { return OutputOf("unzip -p " + path.string() + " xl/" + name); };
     const std::string sheet = part("worksheets/sheet1.xml");
     for (const char* cell : {"<t>000123</t>",    // text: no zero is lost

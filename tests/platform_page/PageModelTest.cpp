@@ -37,8 +37,8 @@ TEST(FontMetrics, AgreeWithTheInstalledFonts) {
     }
 }
 
-TEST(PrintPreviewControl, WidthsAreRoundedOnceHalfToEven) {
-    PrintPreviewControl v;
+TEST(PageDocument, WidthsAreRoundedOnceHalfToEven) {
+    PageDocument v;
     EXPECT_EQ(v.TextWidth(""), 0);
     // A digit is 1139/2048 em: 83.42 twips at 7.5 points; ten of them 834.2, not ten times 83.
     EXPECT_EQ(v.TextWidth("0"), 83);
@@ -57,8 +57,8 @@ TEST(PrintPreviewControl, WidthsAreRoundedOnceHalfToEven) {
     EXPECT_THROW(v.PrintText("a"), PlatformError);
 }
 
-TEST(PrintPreviewControl, KeepsWhatWasDrawnPageByPage) {
-    PrintPreviewControl v;
+TEST(PageDocument, KeepsWhatWasDrawnPageByPage) {
+    PageDocument v;
     v.PrintText("Page ");
     v.PrintText("1");
     v.DrawWidth = 2;
@@ -75,7 +75,7 @@ TEST(PrintPreviewControl, KeepsWhatWasDrawnPageByPage) {
 }
 
 TEST(PageSearch, FindsEveryPlaceWhateverTheCase) {
-    PrintPreviewControl v;
+    PageDocument v;
     v.CurrentX = 1000;
     v.PrintText("\xC9t\xE9 abc ABC");
     v.NewPage();

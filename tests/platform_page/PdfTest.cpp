@@ -33,13 +33,13 @@ std::vector<Word> WordsOf(const std::filesystem::path& pdf) {
 }
 
 // Each text of the model in the order of drawing, its words apart at blanks.
-std::vector<Word> WordsOf(const PrintPreviewControl& pages) {
+std::vector<Word> WordsOf(const PageDocument& pages) {
     std::vector<Word> words;
     for (int page = 1; page <= pages.PageCount(); ++page) {
         for (const PageItem* item = pages.PageBegin(page); item != pages.PageEnd(page); ++item) {
             if (item->Op != PageItem::Kind::Text) continue;
             const std::string text(pages.Text(*item));
-            PrintPreviewControl ruler;
+            PageDocument ruler;
             ruler.FontSize = pages.Font(*item).Size;
             std::size_t begin = text.find_first_not_of(' ');
             while (begin != std::string::npos) {
@@ -87,7 +87,7 @@ TEST(Pdf, TextIsSelectableAndStandsWhereTheModelPutIt) {
 TEST(Pdf, LabelSheetsStandUpright) {
     if (OutputOf("command -v pdftotext").empty()) GTEST_SKIP() << "poppler-utils is not installed";
     const TempFolder folder;
-    PrintPreviewControl v(kLetterPortrait);
+    PageDocument v(kLetterPortrait);
     v.FontName = "Courier New";
     v.PrintText("000123");
     const std::filesystem::path pdf = DeliverToFile(v, {}, folder / "labels.pdf");

@@ -19,23 +19,23 @@ inline int AtRow(double row) {
     return static_cast<int>(std::nearbyint(row * 1440 / 8));
 }
 
-inline void PrintLeft(PrintPreviewControl& v, double row, double column, std::string_view text) {
+inline void PrintLeft(PageDocument& v, double row, double column, std::string_view text) {
     v.CurrentX = AtColumn(column);
     v.CurrentY = AtRow(row);
     v.PrintText(text);
 }
 // Ends at the right edge of the column.
-inline void PrintRight(PrintPreviewControl& v, double row, double column, std::string_view text) {
+inline void PrintRight(PageDocument& v, double row, double column, std::string_view text) {
     v.CurrentX = AtColumn(column + 1) - v.TextWidth(text);
     v.CurrentY = AtRow(row);
     v.PrintText(text);
 }
-inline void PrintCentered(PrintPreviewControl& v, double row, double column, std::string_view text) {
+inline void PrintCentered(PageDocument& v, double row, double column, std::string_view text) {
     v.CurrentX = AtColumn(column + 1) - v.TextWidth(text) / 2;
     v.CurrentY = AtRow(row);
     v.PrintText(text);
 }
-inline void PrintRule(PrintPreviewControl& v, double row, double from, double to) {
+inline void PrintRule(PageDocument& v, double row, double from, double to) {
     v.DrawWidth = 2;
     v.DrawLine(AtColumn(from), AtRow(row), AtColumn(to + 1), AtRow(row));
 }
@@ -43,7 +43,7 @@ inline void PrintRule(PrintPreviewControl& v, double row, double from, double to
 // Pages with a head and 40 assets each: number, description, two amounts.
 inline std::shared_ptr<PrintedDocument> SampleReport(int pages) {
     auto document = std::make_shared<PrintedDocument>();
-    PrintPreviewControl& v = document->Pages;
+    PageDocument& v = document->Pages;
     v.Title = "Fixed Asset Report - Caf\xE9";
     document->Details.AddColumn("Asset", DetailKind::Text);
     for (int page = 1; page <= pages; ++page) {

@@ -23,7 +23,7 @@ struct Position {
     int Y;
 };
 
-std::vector<Position> LabelCorners(const PrintPreviewControl& canvas, int page) {
+std::vector<Position> LabelCorners(const PageDocument& canvas, int page) {
     std::vector<Position> corners;
     for (const PageItem* item = canvas.PageBegin(page); item != canvas.PageEnd(page); ++item) {
         if (canvas.Text(*item).starts_with("Asset : ")) corners.push_back({item->X, item->Y});
@@ -35,7 +35,7 @@ TEST(AssetLabels, StandWhereTheSheetHasThem) {
     ReportCompany company;
     for (int number = 0; number < 32; ++number) company.Add(Labelled(number));
     for (const LabelSheet& sheet : kLabelSheets) {
-        PrintPreviewControl canvas(kLetterPortrait);
+        PageDocument canvas(kLetterPortrait);
         EXPECT_EQ(PrintAssetLabels(company.Session, {.Sheet = &sheet, .Start = "", .End = "", .Division = "", .Department = ""},
                                    company.Prompts, canvas),
                   32);
@@ -57,7 +57,7 @@ TEST(AssetLabels, StandWhereTheSheetHasThem) {
 TEST(AssetLabels, FullSheetsFeedNoEmptyOne) {
     ReportCompany company;
     for (int number = 0; number < 30; ++number) company.Add(Labelled(number));
-    PrintPreviewControl canvas(kLetterPortrait);
+    PageDocument canvas(kLetterPortrait);
     PrintAssetLabels(company.Session, {}, company.Prompts, canvas);
     EXPECT_EQ(canvas.PageCount(), 1);
 }
@@ -72,7 +72,7 @@ TEST(AssetLabels, SayFourLinesAndLeaveOutTheDisposed) {
         asset.*flags[i] = true;
         company.Add(asset);
     }
-    PrintPreviewControl canvas(kLetterPortrait);
+    PageDocument canvas(kLetterPortrait);
     PrintAssetLabels(company.Session, {}, company.Prompts, canvas);
     EXPECT_THAT(TextsOf(canvas), ElementsAre("Asset : A101  ", "Desk 1", "Serial #: ", "Placed in Service on 03/07/2003"));
 }
@@ -86,10 +86,10 @@ TEST(AssetLabels, AreFilteredByNumberDivisionAndDepartment) {
         company.Add(asset);
     }
     const auto labels = [&](LabelOptions options) {
-        PrintPreviewControl canvas(kLetterPortrait);
+        PageDocument canvas(kLetterPortrait);
         return PrintAssetLabels(company.Session, options, company.Prompts, canvas);
     };
-    jet::Recordset& assets = company.Session.AssetsRecordset();
+    recordset::Recordset& assets = company.Session.AssetsRecordset();
     assets.Seek("A103");
     LabelOptions options;
     options.Start = "A102";

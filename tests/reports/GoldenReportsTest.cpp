@@ -16,7 +16,7 @@ std::string ReadGolden(const std::string& name) {
 
 // A page that has changed stands in full below the build folder, ready to be compared and, if it is right, to become the golden
 // file.
-void ExpectGolden(const std::string& name, const PrintPreviewControl& canvas) {
+void ExpectGolden(const std::string& name, const PageDocument& canvas) {
     const std::string pages = PageGrid(canvas).Document();
     if (pages == ReadGolden(name)) return;
     const std::filesystem::path folder = TALLYMAR_BINARY_DIR "/golden";
@@ -35,7 +35,7 @@ TEST_P(GoldenReports, EveryKindByAccount) {
     ReportOptions options = ReportCompany::Options(GetParam());
     options.Sequence = ReportSequence::GLAccount;
     options.PrintInvestments = true;
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     ASSERT_TRUE(company.Print(options, canvas).Printed);
     ExpectGolden(std::string(InfoOfReport(GetParam()).Name), canvas);
 }
@@ -62,7 +62,7 @@ TEST(GoldenReport, FilteredWithSecondLines) {
     options.YEnd = Date::FromYmd(2001, 12, 31);
     options.PrintDescrip2 = true;
     options.Include179 = false;
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     ASSERT_TRUE(company.Print(options, canvas).Printed);
     ExpectGolden("fixed-assets-filtered", canvas);
 }

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 #include "reports/ReportWriter.h"
 
 namespace tallymar::test {
@@ -15,7 +15,7 @@ namespace tallymar::test {
 // middle is. Rules stand on a line of their own above the texts of their row. Each line begins with its row.
 class PageGrid {
  public:
-    explicit PageGrid(const PrintPreviewControl& canvas, float charsPerInch = ReportWriter::kCharsPerInch,
+    explicit PageGrid(const PageDocument& canvas, float charsPerInch = ReportWriter::kCharsPerInch,
                       float linesPerInch = ReportWriter::kLinesPerInch)
         : canvas_(canvas), charsPerInch_(charsPerInch), linesPerInch_(linesPerInch) {}
 
@@ -72,13 +72,13 @@ class PageGrid {
         std::copy(text.begin(), text.end(), line.begin() + static_cast<std::ptrdiff_t>(start));
     }
 
-    const PrintPreviewControl& canvas_;
+    const PageDocument& canvas_;
     float charsPerInch_;
     float linesPerInch_;
 };
 
 // The text of every item that is one, in drawing order.
-inline std::vector<std::string> TextsOf(const PrintPreviewControl& canvas) {
+inline std::vector<std::string> TextsOf(const PageDocument& canvas) {
     std::vector<std::string> texts;
     for (int page = 1; page <= canvas.PageCount(); ++page) {
         for (const PageItem* item = canvas.PageBegin(page); item != canvas.PageEnd(page); ++item) {

@@ -17,7 +17,7 @@ struct ReportCompany : TestCompany {
 
     static ReportOptions Options(int reportNumber) { return ReportOptions::Defaults(reportNumber, Date::FromYmd(2004, 1, 15)); }
 
-    ReportResult Print(ReportOptions options, PrintPreviewControl& canvas, DetailTable* details = nullptr) {
+    ReportResult Print(ReportOptions options, PageDocument& canvas, DetailTable* details = nullptr) {
         const std::optional<ReportFilter> filter = CheckReportOptions(Session, options, Prompts);
         if (!filter) return {};
         ReportRun run{.Session = Session,

@@ -30,7 +30,7 @@ class ReportWriterTest : public testing::Test {
         return {all.begin() + static_cast<std::ptrdiff_t>(before), all.end()};
     }
 
-    PrintPreviewControl canvas_;
+    PageDocument canvas_;
     ReportWriter writer_{canvas_,
                          {.ReportDate = Date::FromYmd(2004, 1, 15),
                           .YearEnd = Date::FromYmd(2003, 12, 31),
@@ -146,7 +146,7 @@ TEST_F(ReportWriterTest, SumsThatOverflowAndTextsInSummedColumnsEndTheReport) {
 }
 
 TEST(DetailRows, AreTheUnclippedTypedCells) {
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     DetailTable details;
     ReportWriter writer(canvas,
                         {.ReportDate = {},

@@ -183,7 +183,7 @@ TEST(ReportDefaults, AreTheFormsOwn) {
 TEST(ReportOfNothing, PrintsItsHeadAndZeroTotals) {
     ReportCompany company;
     for (int report = 0; report < kReports; ++report) {
-        PrintPreviewControl canvas;
+        PageDocument canvas;
         ReportOptions options = ReportCompany::Options(report);
         options.Sequence = ReportSequence::GLAccount;
         ASSERT_TRUE(company.Print(options, canvas).Printed);
@@ -204,7 +204,7 @@ TEST(ReportRunEnds, WithTheAssetsInNumberOrderEvenAfterAFailure) {
     company.Add(broken);
     ReportOptions options = ReportCompany::Options(kFixedAssetReport);
     options.Sequence = ReportSequence::InServiceDate;
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     try {
         company.Print(options, canvas);
         FAIL() << "the sum overflows";
@@ -239,7 +239,7 @@ TEST(Section179Warning, FirstExceededRowWins) {
             SetInEveryBook(asset.Section179, limit.Expense);
             company.Read("A1");  // moves to the row
             company.Session.WriteAssetRecord(asset);
-            PrintPreviewControl canvas;
+            PageDocument canvas;
             company.Print(ReportCompany::Options(report), canvas);
             const char* expected = report == kPostReport ? limit.PostLimit : limit.CurrentLimit;
             if (expected == nullptr) {
@@ -258,14 +258,14 @@ TEST(Projection, TellsForEveryAssetThatTheFederalYearEndIsMissing) {
     AssetRecord second = Plain();
     second.AssetNum = "A2";
     company.Add(second);
-    jet::Recordset& row = company.Session.CompanyRecordset();
+    recordset::Recordset& row = company.Session.CompanyRecordset();
     row.Edit();
     row.Set("FYEFederal", Date());
     row.Update();
     ReportOptions options = ReportCompany::Options(kFourYearReport);
     options.Book = 2;
     const AssetRecord before = company.Read("A1");
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     ASSERT_TRUE(company.Print(options, canvas).Printed);
     ASSERT_EQ(company.Prompts.Messages.size(), 2U);
     EXPECT_EQ(company.Prompts.Messages[0].Text, "Company fiscal year end dates\nhave not been set up properly");

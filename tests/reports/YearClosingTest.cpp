@@ -58,7 +58,7 @@ TEST(Posting, MovesOneBookOnByAYearAndLeavesEverythingElse) {
     ReportCompany company;
     FillWithEveryKind(company);
     const std::vector<AssetRecord> before = AllOf(company.Session);
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     ASSERT_TRUE(company.Print(Posting(2), canvas).Printed);
     const std::vector<AssetRecord> after = AllOf(company.Session);
     ASSERT_EQ(after.size(), before.size());
@@ -80,11 +80,11 @@ TEST(Posting, PreviousAndCurrentOfOneYearArePreviousOfTheNext) {
         for (int book = kFirstBook; book <= kLastBook; ++book) {
             ReportOptions options = Posting(book);
             options.Sequence = sequence;
-            PrintPreviewControl first;
+            PageDocument first;
             DetailTable posted;
             ASSERT_TRUE(company.Print(options, first, &posted).Printed);
             options.UpdateDatabase = false;
-            PrintPreviewControl second;
+            PageDocument second;
             DetailTable next;
             ASSERT_TRUE(company.Print(options, second, &next).Printed);
             ASSERT_EQ(posted.RowCount(), 16U);
@@ -102,7 +102,7 @@ TEST(Posting, WithoutUpdateDatabaseChangesNothing) {
     ReportCompany company;
     FillWithEveryKind(company);
     const std::vector<AssetRecord> before = AllOf(company.Session);
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     ReportOptions options = Posting();
     options.UpdateDatabase = false;
     ASSERT_TRUE(company.Print(options, canvas).Printed);
@@ -118,7 +118,7 @@ TEST(Posting, AFilterLimitsItButTheYearEndStillMoves) {
     options.PrintPYSold = false;
     options.YStart = Date::FromYmd(2000, 1, 1);
     options.YEnd = Date::FromYmd(2001, 12, 31);
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     ASSERT_TRUE(company.Print(options, canvas).Printed);
     EXPECT_EQ(company.Read("A1").CurrDepr[1], CurrencyAmount());
     EXPECT_EQ(company.Read("B6").CurrDepr[1], Units(6400));  // outside the dates
@@ -134,7 +134,7 @@ TEST(Posting, DatesKeepWithinTheirMonthAndDateZeroMovesLikeAnother) {
     asset.DateDeprToo[1] = Date::FromYmd(2004, 2, 29);
     company.Add(asset);
     company.Add(Machine("A2", Date::FromYmd(2001, 1, 1), 100));
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     ASSERT_TRUE(company.Print(Posting(), canvas).Printed);
     EXPECT_EQ(company.Read("A1").DateDeprToo[1], Date::FromYmd(2005, 2, 28));
     EXPECT_EQ(company.Read("A2").DateDeprToo[1], Date::FromYmd(1900, 12, 30));
@@ -144,12 +144,12 @@ TEST(Posting, DatesKeepWithinTheirMonthAndDateZeroMovesLikeAnother) {
 TEST(Posting, KeepsAWholeCopyFromBeforeUnderATellingName) {
     ReportCompany company;
     FillWithEveryKind(company);
-    jet::Recordset& row = company.Session.CompanyRecordset();
+    recordset::Recordset& row = company.Session.CompanyRecordset();
     row.Edit();
     row.Set("Company", "Smith / Sons: \"Best\"\xE9");
     row.Update();
     const std::vector<AssetRecord> before = AllOf(company.Session);
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     const ReportResult first = company.Print(Posting(), canvas);
     EXPECT_EQ(first.Copy.filename().string(), "Smith - Sons- -Best-\xC3\xA9 Federal 2003-12-31 before closing.mdb");
     company.Print(Posting(), canvas);
@@ -174,7 +174,7 @@ TEST(Posting, WithoutACopyAsksAndNoLeavesEverythingAsItWas) {
     fs::remove_all(company.Session.Paths().Backup());
     std::ofstream(company.Session.Paths().Backup()) << "in the way";
     const std::vector<AssetRecord> before = AllOf(company.Session);
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     company.Prompts.YesNo = {false, true};
     EXPECT_FALSE(company.Print(Posting(), canvas).Printed);
     EXPECT_TRUE(TextsOf(canvas).empty());
@@ -193,7 +193,7 @@ TEST(Posting, AFailureHalfwaySaysWhatWasPosted) {
     AssetRecord broken = company.Read("A2");
     broken.PrevDepr[1] = CurrencyAmount::FromTenThousandths(INT64_MAX);
     company.Session.WriteAssetRecord(broken);
-    PrintPreviewControl canvas;
+    PageDocument canvas;
     try {
         company.Print(Posting(), canvas);
         FAIL() << "the sum overflows";
@@ -212,7 +212,7 @@ TEST(Posting, KilledAtAnyMomentIsThereWholeOrNotAtAll) {
     constexpr int kAssets = 1500;
     ReportCompany company;
     {
-        jet::WriteBatch batch(company.Session.Database());
+        recordset::WriteBatch batch(company.Session.Database());
         for (int i = 0; i < kAssets; ++i) {
             AssetRecord asset = Machine("N" + std::to_string(10000 + i), Date::FromYmd(2001, 1, 1), 100);
             asset.DateDeprToo[1] = Date::FromYmd(2003, 12, 31);
@@ -233,7 +233,7 @@ TEST(Posting, KilledAtAnyMomentIsThereWholeOrNotAtAll) {
         if (child == 0) {
             try {
                 company.Session.OpenCompany(company.File(), company.Prompts);
-                PrintPreviewControl canvas;
+                PageDocument canvas;
                 company.Print(Posting(), canvas);
             } catch (...) {
                 _exit(3);

@@ -23,13 +23,13 @@ class SampleCompanyTest : public testing::Test {
     }
 
     void SetProfile() {
-        jet::Recordset& profile = company_.Session.CompanyRecordset();
+        recordset::Recordset& profile = company_.Session.CompanyRecordset();
         std::istringstream lines(test::ReadText(kSamples / "company.txt"));
         std::string buffer;
         profile.Edit();
         for (std::string line; std::getline(lines, line);) {
             const std::size_t equals = line.find('=');
-            const jet::Field* field = profile.Definition().FindField(line.substr(0, equals));
+            const recordset::Field* field = profile.Definition().FindField(line.substr(0, equals));
             ASSERT_NE(field, nullptr) << line;
             profile.Set(field->Name, ParseFieldText(*field, line.substr(equals + 1), buffer));
         }
@@ -92,7 +92,7 @@ TEST_F(SampleCompanyTest, UnderTheMidQuarterConventionTheYearsAdditionsChange) {
 
 // The amounts of earlier years are what the engine took in those years, so that the sample goes on from a true history.
 TEST_F(SampleCompanyTest, EarlierDepreciationIsTheSumOfTheYearsBefore) {
-    jet::Recordset& assets = company_.Session.AssetsRecordset();
+    recordset::Recordset& assets = company_.Session.AssetsRecordset();
     AssetRecord stored;
     for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
         company_.Session.ReadAssetRecord(stored);

@@ -48,7 +48,7 @@ TEST(CompanyProfile, TheStateComesOffTheCity) {
                                                            {"CHICAGO", "IL", "CHICAGO", "IL"},
                                                            {"ST LOUIS MO.", "", "ST LOUIS MO.", ""}};
     test::TestCompany company;
-    jet::Recordset& row = company.Session.CompanyRecordset();
+    recordset::Recordset& row = company.Session.CompanyRecordset();
     for (const auto& [city, state, shownCity, shownState] : cases) {
         row.Edit();
         row.Set("City", city);
@@ -62,7 +62,7 @@ TEST(CompanyProfile, TheStateComesOffTheCity) {
 
 TEST(CompanyProfile, AMissingRowIsAddedAndAFailedSaveLeavesTheRowAlone) {
     test::TestCompany company;
-    jet::Recordset& row = company.Session.CompanyRecordset();
+    recordset::Recordset& row = company.Session.CompanyRecordset();
     row.Delete();
     CompanyProfile profile = CompanyProfile::LoadEdit(row);
     EXPECT_EQ(row.RecordCount(), 1);

@@ -156,7 +156,7 @@ TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
     Press(Qt::Key_Down);
     ASSERT_EQ(Focused(), "cmdSave");
     Press(Qt::Key_Return);
-    const jet::Recordset& row = window_.Session().CompanyRecordset();
+    const recordset::Recordset& row = window_.Session().CompanyRecordset();
     EXPECT_EQ(row.Get("Company").Text(), "Tamarind Gap");
     EXPECT_EQ(row.Get("City").Text(), "Denver");
     EXPECT_EQ(row.Get("State").Text(), "CO");

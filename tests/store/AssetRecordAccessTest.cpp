@@ -11,7 +11,7 @@ namespace {
 
 class AssetRecordAccessTest : public testing::Test {
  protected:
-    jet::Recordset& Assets() { return company_.Session.AssetsRecordset(); }
+    recordset::Recordset& Assets() { return company_.Session.AssetsRecordset(); }
 
     void AddBareRow(const char* number) {
         Assets().AddNew();
@@ -41,7 +41,7 @@ TEST_F(AssetRecordAccessTest, NullsReadAsNothingAndAreWrittenBackAsValues) {
     EXPECT_EQ(record.CodeSection, "1245");
 
     company_.Session.WriteAssetRecord(record);
-    EXPECT_EQ(Assets().Get("InService"), jet::Value(Date()));
+    EXPECT_EQ(Assets().Get("InService"), recordset::Value(Date()));
     EXPECT_EQ(Assets().Get("Division").Text(), std::string(16, ' '));
     EXPECT_EQ(Assets().Get("TaxGroup").Text(), "      ");
     EXPECT_EQ(Assets().Get("Description").Text(), "");

@@ -64,15 +64,17 @@ TEST(CompanySession, ACompanyThatHasLostItsRowOpens) {
 
 // A company file as the first release wrote it, with one asset in it.
 void WriteOldFile(const std::filesystem::path& path) {
-    jet::Database database = jet::Database::Create(path);
-    jet::TableDef company = CompanyTable();
-    std::erase_if(company.Fields, [](const jet::Field& field) { return field.Name == "State"; });
-    jet::TableDef assets = AssetsTable();
-    std::erase_if(assets.Fields, [](const jet::Field& field) { return field.Name == "TaxGroup" || field.Name == "Notice4"; });
-    std::erase_if(assets.Indexes, [](const jet::Index& index) { return index.Name == "ClassLife" || index.Name == "TaxGroup"; });
+    recordset::Database database = recordset::Database::Create(path);
+    recordset::TableDef company = CompanyTable();
+    std::erase_if(company.Fields, [](const recordset::Field& field) { return field.Name == "State"; });
+    recordset::TableDef assets = AssetsTable();
+    std::erase_if(assets.Fields,
+                  [](const recordset::Field& field) { return field.Name == "TaxGroup" || field.Name == "Notice4"; });
+    std::erase_if(assets.Indexes,
+                  [](const recordset::Index& index) { return index.Name == "ClassLife" || index.Name == "TaxGroup"; });
     database.CreateTable(company);
     database.CreateTable(assets);
-    jet::Recordset rows = database.OpenRecordset("Assets");
+    recordset::Recordset rows = database.OpenRecordset("Assets");
     rows.AddNew();
     rows.Set("AssetNum", "OLD1");
     rows.Update();
@@ -92,7 +94,7 @@ TEST(CompanySession, OldFilesAreBroughtUpToDateOnce) {
     company.Session.WriteAssetRecord(record);
     company.Session.AssetsRecordset().SetIndex("TaxGroup");
     company.Session.AssetsRecordset().SetIndex("ClassLife");
-    EXPECT_EQ(company.Session.AssetsRecordset().Definition().FindField("TaxGroup")->Size, jet::kDefaultTextSize);
+    EXPECT_EQ(company.Session.AssetsRecordset().Definition().FindField("TaxGroup")->Size, recordset::kDefaultTextSize);
 
     company.Session.OpenCompany(path, company.Prompts);
     EXPECT_EQ(company.Prompts.Messages.size(), 1U);
@@ -103,7 +105,7 @@ TEST(CompanySession, WhatIsNoCompanyLeavesNoneOpen) {
     const auto garbage = company.Folder / "garbage.mdb";
     std::ofstream(garbage) << std::string(5000, 'x');
     const auto foreign = company.Folder / "foreign.mdb";
-    jet::Database::Create(foreign).CreateTable({.Name = "Other", .Fields = {{.Name = "A"}}, .Indexes = {}});
+    recordset::Database::Create(foreign).CreateTable({.Name = "Other", .Fields = {{.Name = "A"}}, .Indexes = {}});
     for (const auto& [path, failure] : {std::pair{garbage, Failure::UnrecognizedFormat},
                                         {foreign, Failure::NoSuchTable},
                                         {company.Folder / "missing.mdb", Failure::CannotOpenFile},

@@ -15,7 +15,7 @@ struct TestCompany {
     std::filesystem::path File() const { return Folder / "company.mdb"; }
 
     void SetYearEnds(Date yearEnd) {
-        jet::Recordset& company = Session.CompanyRecordset();
+        recordset::Recordset& company = Session.CompanyRecordset();
         company.Edit();
         for (const char* column : {"FYEFederal", "FYEState", "FYEBook", "FYEAMT"}) company.Set(column, yearEnd);
         company.Update();

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "platform/page/DetailTable.h"
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 
 // What becomes of a finished document. This header is for bodies and doors alike: it needs no Qt; link page_delivery.
 namespace tallymar {
@@ -13,7 +13,7 @@ enum class OutputTarget { Preview = 1, File = 3, Printer = 5 };
 
 // A finished document: what was drawn, and the same rows as data. Tables without columns have no rows to give.
 struct PrintedDocument {
-    PrintPreviewControl Pages;
+    PageDocument Pages;
     DetailTable Details;
 };
 
@@ -29,8 +29,7 @@ std::filesystem::path DeliveryPath(const std::filesystem::path& path);
 // as .csv or .xlsx. The file appears whole or not at all; an earlier one stays until then. Failures: those of FileReplacement;
 // DeviceError when a font is missing; InvalidCall for a .csv or .xlsx of a document without detail rows. A PDF needs a Qt
 // application object: in a program without windows hold a GuiForFiles first.
-std::filesystem::path DeliverToFile(const PrintPreviewControl& pages, const DetailTable& details,
-                                    const std::filesystem::path& path);
+std::filesystem::path DeliverToFile(const PageDocument& pages, const DetailTable& details, const std::filesystem::path& path);
 
 // What drawing fonts needs in a program without windows, such as the command line tool: a Qt application object that asks for no
 // display. Make one in main() before the first PDF and keep it to the end; where there is an application object already it does

@@ -41,7 +41,7 @@ void AppendText(std::string_view name, std::string_view windows1252, std::string
     out += '"';
 }
 
-void AppendItem(const PrintPreviewControl& pages, const PageItem& item, std::string& out) {
+void AppendItem(const PageDocument& pages, const PageItem& item, std::string& out) {
     if (item.Op == PageItem::Kind::Text) {
         const PageFont& font = pages.Font(item);
         out += ",\"op\":\"text\"";
@@ -63,7 +63,7 @@ void AppendItem(const PrintPreviewControl& pages, const PageItem& item, std::str
 
 }  // namespace
 
-std::string PageItems(const PrintPreviewControl& pages, int page) {
+std::string PageItems(const PageDocument& pages, int page) {
     const std::string head = "{\"page\":" + std::to_string(page);
     std::string out;
     for (const PageItem* item = pages.PageBegin(page); item != pages.PageEnd(page); ++item) {
@@ -73,7 +73,7 @@ std::string PageItems(const PrintPreviewControl& pages, int page) {
     return out;
 }
 
-void WritePageItems(const PrintPreviewControl& pages, const std::filesystem::path& path) {
+void WritePageItems(const PageDocument& pages, const std::filesystem::path& path) {
     FileReplacement file(path);
     for (int page = 1; page <= pages.PageCount(); ++page) file.Write(PageItems(pages, page));
     file.Commit();

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 
 namespace tallymar {
 
@@ -11,9 +11,9 @@ namespace tallymar {
 //   {"page":1,"op":"text","x":85,"y":180,"w":612,"size":7.5,"text":"Report date:"}
 //   {"page":1,"op":"line","x1":85,"x2":764,"y":1260}
 // A text that is not in Arial has "font" behind its size; a line that is not level has "y2" behind its y.
-std::string PageItems(const PrintPreviewControl& pages, int page);
+std::string PageItems(const PageDocument& pages, int page);
 
 // All pages into a file, whole or not at all; fails as FileReplacement does.
-void WritePageItems(const PrintPreviewControl& pages, const std::filesystem::path& path);
+void WritePageItems(const PageDocument& pages, const std::filesystem::path& path);
 
 }  // namespace tallymar

@@ -9,8 +9,7 @@ namespace tallymar {
 
 namespace {
 
-void SearchText(const PrintPreviewControl& pages, const PageItem& item, int page, std::string_view wanted,
-                std::vector<PageHit>& hits) {
+void SearchText(const PageDocument& pages, const PageItem& item, int page, std::string_view wanted, std::vector<PageHit>& hits) {
     const std::string_view text = pages.Text(item);
     if (text.size() < wanted.size()) return;
     const std::string folded = LCase(text);
@@ -27,7 +26,7 @@ void SearchText(const PrintPreviewControl& pages, const PageItem& item, int page
 
 }  // namespace
 
-std::vector<PageHit> SearchPages(const PrintPreviewControl& pages, std::string_view text) {
+std::vector<PageHit> SearchPages(const PageDocument& pages, std::string_view text) {
     std::vector<PageHit> hits;
     if (text.empty()) return hits;
     const std::string wanted = LCase(text);

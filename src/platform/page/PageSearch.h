@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 
 namespace tallymar {
 
@@ -18,6 +18,6 @@ struct PageHit {
 
 // Every place in the document, page by page in drawing order, letter case apart. A hit lies within one drawn text; an empty
 // search finds nothing.
-std::vector<PageHit> SearchPages(const PrintPreviewControl& pages, std::string_view text);
+std::vector<PageHit> SearchPages(const PageDocument& pages, std::string_view text);
 
 }  // namespace tallymar

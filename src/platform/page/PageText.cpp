@@ -54,7 +54,7 @@ struct Rule {
 
 class PageGrid {
  public:
-    PageGrid(const PrintPreviewControl& pages, int page) : pages_(pages) {
+    PageGrid(const PageDocument& pages, int page) : pages_(pages) {
         const PageItem* begin = pages.PageBegin(page);
         const PageItem* end = pages.PageEnd(page);
         for (const PageItem* item = begin; item != end; ++item) {
@@ -164,7 +164,7 @@ class PageGrid {
         out.push_back('\n');
     }
 
-    const PrintPreviewControl& pages_;
+    const PageDocument& pages_;
     std::unordered_map<int, int> leftEdges_;
     std::unordered_map<int, int> rightEdges_;
     std::vector<Placed> texts_;
@@ -173,7 +173,7 @@ class PageGrid {
 
 }  // namespace
 
-std::string PageText(const PrintPreviewControl& pages, int page) {
+std::string PageText(const PageDocument& pages, int page) {
     return PageGrid(pages, page).Print();
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 
 namespace tallymar {
 
@@ -14,6 +14,6 @@ namespace tallymar {
 // put into the blank line above its row or, where there is none, in between. What would be printed over something else goes on a
 // line of its own beneath, so that no figure is lost; words that would touch their right neighbour end a
 // blank before it.
-std::string PageText(const PrintPreviewControl& pages, int page);
+std::string PageText(const PageDocument& pages, int page);
 
 }  // namespace tallymar

@@ -34,7 +34,7 @@ const Extension* FindExtension(const std::filesystem::path& path) {
     return nullptr;
 }
 
-void WriteText(const PrintPreviewControl& pages, FileReplacement& file) {
+void WriteText(const PageDocument& pages, FileReplacement& file) {
     for (int page = 1; page <= pages.PageCount(); ++page) {
         if (page > 1) file.Write("\f");
         file.Write(PageText(pages, page));
@@ -54,8 +54,7 @@ std::filesystem::path DeliveryPath(const std::filesystem::path& path) {
     return named += ".pdf";
 }
 
-std::filesystem::path DeliverToFile(const PrintPreviewControl& pages, const DetailTable& details,
-                                    const std::filesystem::path& path) {
+std::filesystem::path DeliverToFile(const PageDocument& pages, const DetailTable& details, const std::filesystem::path& path) {
     const std::filesystem::path target = DeliveryPath(path);
     const FileFormat format = FormatOfFile(target);
     if ((format == FileFormat::Csv || format == FileFormat::Workbook) && details.Columns().empty()) {

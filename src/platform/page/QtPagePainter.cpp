@@ -84,7 +84,7 @@ QRawFont FindFont(const FontMetrics& metrics, double pixelSize) {
 
 }  // namespace
 
-PagePainter::PagePainter(const PrintPreviewControl& pages, double scale) : pages_(pages), scale_(scale) {
+PagePainter::PagePainter(const PageDocument& pages, double scale) : pages_(pages), scale_(scale) {
     for (const PageFont& font : pages.Fonts()) faces_.push_back(MakeFace(font, scale));
 }
 

@@ -6,7 +6,7 @@
 #include <QPointF>
 #include <QRawFont>
 
-#include "platform/page/PrintPreviewControl.h"
+#include "platform/page/PageDocument.h"
 
 class QPainter;
 
@@ -21,7 +21,7 @@ class PagePainter {
  public:
     // scale: device units to the twip, 1440 dots per inch being 1. Finds all the document's fonts at once, so that a missing one
     // is told before anything is drawn; the document gets no more fonts while it is painted.
-    PagePainter(const PrintPreviewControl& pages, double scale);
+    PagePainter(const PageDocument& pages, double scale);
 
     // origin: where the upper left corner of the paper lies, in device units.
     void Paint(QPainter& painter, int page, QPointF origin = {}) const;
@@ -40,7 +40,7 @@ class PagePainter {
     void PaintText(QPainter& painter, const PageItem& item, QPointF origin) const;
     void PaintLine(QPainter& painter, const PageItem& item, QPointF origin) const;
 
-    const PrintPreviewControl& pages_;
+    const PageDocument& pages_;
     double scale_;
     std::vector<Face> faces_;  // as the document's fonts
 };

@@ -58,7 +58,7 @@ QPageLayout LayoutOf(const PaperSize& paper) {
 
 }  // namespace
 
-void WritePdf(const PrintPreviewControl& pages, FileReplacement& file) {
+void WritePdf(const PageDocument& pages, FileReplacement& file) {
     FileDevice device(file);
     QPdfWriter writer(&device);
     writer.setPageLayout(LayoutOf(pages.Paper()));

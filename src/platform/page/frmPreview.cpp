@@ -51,7 +51,7 @@ constexpr std::array<SaveFormat, 4> kSaveFormats = {{
 
 // The document's title offered as its file name. The extension is part of it: with one there the dialog changes it along with the
 // type that is chosen.
-std::string OfferedName(const PrintPreviewControl& pages, const std::string& extension) {
+std::string OfferedName(const PageDocument& pages, const std::string& extension) {
     const std::string name = ToUtf8(AsFileName(pages.Title));
     return name.empty() ? name : name + "." + extension;
 }

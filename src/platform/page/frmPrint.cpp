@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kTwipsPerInch = 1440;
 
-void SetUp(QPrinter& printer, const PrintPreviewControl& pages) {
+void SetUp(QPrinter& printer, const PageDocument& pages) {
     const bool lying = pages.Paper().Width > pages.Paper().Height;
     printer.setPageSize(QPageSize(QPageSize::Letter));
     printer.setPageOrientation(lying ? QPageLayout::Landscape : QPageLayout::Portrait);
@@ -27,7 +27,7 @@ void SetUp(QPrinter& printer, const PrintPreviewControl& pages) {
 
 }  // namespace
 
-void PrintPages(const PrintPreviewControl& pages, QPrinter& printer, int from, int to) {
+void PrintPages(const PageDocument& pages, QPrinter& printer, int from, int to) {
     SetUp(printer, pages);
     const PlatformError refused(Failure::DeviceError,
                                 "The printer \"" + ToWindows1252(printer.printerName()) + "\" does not take the pages.");
@@ -44,7 +44,7 @@ void PrintPages(const PrintPreviewControl& pages, QPrinter& printer, int from, i
     if (!painter.end() || printer.printerState() == QPrinter::Error) throw refused;
 }
 
-bool PrintWithDialog(const PrintPreviewControl& pages, QWidget* parent) {
+bool PrintWithDialog(const PageDocument& pages, QWidget* parent) {
     QPrinter printer(QPrinter::HighResolution);
     SetUp(printer, pages);
     QPrintDialog dialog(&printer, parent);
