@@ -9,7 +9,6 @@
 #include "platform/runtime/Val.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/Helpers.h"
-#include "store/TaxGroup.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {

@@ -2,7 +2,7 @@
 
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
-#include "platform/runtime/Windows1252.h"
+#include "store/AssetPass.h"
 #include "store/Helpers.h"
 #include "store/Vocabularies.h"
 
@@ -43,32 +43,24 @@ std::string InServiceTotals::PercentText() const {
 PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options,
                                         Prompts& prompts, const std::function<void(const ComputedAsset&)>& onComputed) {
     PerBook<InServiceTotals> totals;
-    recordset::Recordset& assets = session.AssetsRecordset();
-    assets.SetIndex("AssetNum");
     engine.RoundText = session.RoundText();
 
     recordset::WriteBatch batch(session.Database());
+    AssetPass pass(session, prompts);
     AssetRecord record;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!options.Compute[book]) continue;
         const Date asOfDate = session.FiscalYearEnd(book);
-        ProgressScope progress(prompts, session.AssetCount());
-        for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
-            try {
-                session.ReadAssetRecord(record);
-                AddToTotals(record, asOfDate, book, totals[book]);
-                engine.ComputeDepreciation(record, asOfDate, options.UseMidQuarter[book], book);
-                session.WriteAssetRecord(record);
-            } catch (const PlatformError& failure) {
-                throw failure.WithPrefix("Asset " + std::string(RTrim(assets.Get("AssetNum").ToText())) + ", " +
-                                         std::string(kBookNames[static_cast<std::size_t>(book)]) + ": ");
-            }
+        const auto compute = [&] {
+            AddToTotals(record, asOfDate, book, totals[book]);
+            engine.ComputeDepreciation(record, asOfDate, options.UseMidQuarter[book], book);
+            session.WriteAssetRecord(record);
             if (onComputed) {
                 onComputed(
                     {record.AssetNum.Trimmed(), book, record.CurrDepr[book], engine.DeprStatusCode(), engine.DeprStatusText()});
             }
-            progress.Step();
-        }
+        };
+        pass.ForEach(record, compute, kBookNames[static_cast<std::size_t>(book)]);
     }
     batch.Commit();
     return totals;

@@ -4,7 +4,7 @@
 #include "platform/runtime/Pictures.h"
 #include "platform/runtime/Windows1252.h"
 #include "reports/ReportWriter.h"
-#include "store/IndexScope.h"
+#include "store/AssetPass.h"
 
 namespace tallymar {
 
@@ -114,19 +114,14 @@ int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Promp
     v.Title = "Asset Labels - " + session.CompanyName();
     LabelPrinter printer(*options.Sheet, v);
     if (details != nullptr) DeclareDetails(*details);
-    recordset::Recordset& assets = session.AssetsRecordset();
-    const IndexScope byNumber(assets, "AssetNum");
-    ProgressScope progress(prompts, assets.RecordCount());
-    AssetRecord asset;
     int labels = 0;
-    for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
-        progress.Step();
-        session.ReadAssetRecord(asset);
-        if (!WantsLabel(asset, options)) continue;
+    AssetRecord asset;
+    AssetPass(session, prompts).ForEach(asset, [&] {
+        if (!WantsLabel(asset, options)) return;
         printer.Add(asset);
         if (details != nullptr) AddDetails(*details, asset);
         ++labels;
-    }
+    });
     printer.Finish();
     return labels;
 }

@@ -2,10 +2,9 @@
 
 #include <string>
 
-#include "platform/runtime/PlatformError.h"
-#include "platform/runtime/Windows1252.h"
 #include "reports/Projection.h"
 #include "reports/YearClosing.h"
+#include "store/AssetPass.h"
 #include "store/Disposal.h"
 #include "store/Helpers.h"
 
@@ -35,6 +34,11 @@ PageHead HeadOf(ReportRun& run) {
             .FilterTo = run.Filter.FilterTo,
             .Division = options.Division,
             .Department = options.Department};
+}
+
+std::string IndexOf(const ReportOptions& options) {
+    const std::string index(InfoOf(options.Sequence).Index);
+    return options.Sequence == ReportSequence::MethodLife ? index + std::to_string(options.Book) : index;
 }
 
 class ColumnReport {
@@ -91,17 +95,7 @@ class ColumnReport {
     }
 
     void PrintAssets() {
-        recordset::Recordset& assets = run_.Session.AssetsRecordset();
-        ProgressScope progress(run_.Asking, assets.RecordCount());
-        for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
-            progress.Step();
-            try {
-                run_.Session.ReadAssetRecord(asset_);
-                PrintAsset();
-            } catch (const PlatformError& failure) {
-                throw failure.WithPrefix("Asset " + std::string(RTrim(assets.Get("AssetNum").ToText())) + ": ");
-            }
-        }
+        AssetPass(run_.Session, run_.Asking, IndexOf(options_)).ForEach(asset_, [this] { PrintAsset(); });
     }
 
     void PrintAsset() {

@@ -7,7 +7,6 @@
 #include "platform/runtime/Windows1252.h"
 #include "reports/ReportProcedures.h"
 #include "reports/YearClosing.h"
-#include "store/IndexScope.h"
 
 namespace tallymar {
 
@@ -23,11 +22,6 @@ constexpr std::array<void (*)(ReportRun&), kReports> kProcedures = {
 bool IsCalendarDate(Date date) {
     constexpr double kLastDay = 2958465;  // 12/31/9999
     return !date.IsNone() && date.Serial() > 0 && date.Serial() < kLastDay + 1;
-}
-
-std::string IndexOf(const ReportOptions& options) {
-    std::string index(InfoOf(options.Sequence).Index);
-    return options.Sequence == ReportSequence::MethodLife ? index + std::to_string(options.Book) : index;
 }
 
 bool WantsNoCopy(const PlatformError& failure, Prompts& prompts) {
@@ -104,7 +98,6 @@ bool ConfirmPosting(Prompts& prompts) {
 
 ReportResult PrintReport(ReportRun& run) {
     const ReportOptions& options = run.Filter.Options;
-    const IndexScope index(run.Session.AssetsRecordset(), IndexOf(options));
     run.V.Title = std::string(Trim(ReportCaption(options.ReportNumber, options.Book))) + " - " + run.Session.CompanyName();
     run.Engine.RoundText = run.Session.RoundText();
     if (options.ReportNumber == kPostReport && options.UpdateDatabase) return PostYear(run);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/runtime/CurrencyAmount.h"
 #include "platform/runtime/Date.h"
@@ -68,5 +69,9 @@ struct AssetRecord {
 
     friend bool operator==(const AssetRecord&, const AssetRecord&) = default;
 };
+
+// An empty property group as rows hold it once they are rewritten: the column's full width of blanks, as company files have
+// always had it.
+inline constexpr std::string_view kBlankTaxGroup = "      ";
 
 }  // namespace tallymar

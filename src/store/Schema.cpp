@@ -1,11 +1,14 @@
 #include "store/Schema.h"
 
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/prompts/Prompts.h"
 #include "platform/runtime/PerBook.h"
 #include "platform/runtime/PlatformError.h"
+#include "store/AssetColumns.h"
 
 namespace tallymar {
 
@@ -15,112 +18,108 @@ using recordset::Field;
 using recordset::FieldType;
 using recordset::TableDef;
 
-struct Column {
+struct CompanyColumn {
     std::string_view Name;
     FieldType Type;
-    int Size = 0;
+    int Width = 0;
+    int AddedBy = 0;                // the upgrade step, as AssetColumn has it
+    std::string_view Message = {};  // told when a file lacks it
 };
 
 constexpr FieldType kText = FieldType::Text;
 constexpr FieldType kDate = FieldType::Date;
-constexpr FieldType kCurrency = FieldType::Currency;
-constexpr FieldType kInteger = FieldType::Integer;
 constexpr FieldType kBoolean = FieldType::Boolean;
 
-constexpr Column kCompanyColumns[] = {
-    {"Company", kText, 40},  {"LastName", kText, 32},  {"FirstName", kText, 32}, {"Address1", kText, 40},
-    {"Address2", kText, 40}, {"City", kText, 40},      {"State", kText, 2},      {"ZipCode", kText, 12},
-    {"ID", kText, 16},       {"Telephone", kText, 32}, {"FYEFederal", kDate},    {"FYEState", kDate},
-    {"FYEBook", kDate},      {"FYEAMT", kDate},        {"Round", kBoolean},      {"BeginDate", kDate},
+constexpr CompanyColumn kCompanyColumns[] = {
+    {"Company", kText, 40},
+    {"LastName", kText, 32},
+    {"FirstName", kText, 32},
+    {"Address1", kText, 40},
+    {"Address2", kText, 40},
+    {"City", kText, 40},
+    {"State", kText, 2, /*AddedBy=*/2, "Field State NOT Found"},
+    {"ZipCode", kText, 12},
+    {"ID", kText, 16},
+    {"Telephone", kText, 32},
+    {"FYEFederal", kDate},
+    {"FYEState", kDate},
+    {"FYEBook", kDate},
+    {"FYEAMT", kDate},
+    {"Round", kBoolean},
+    {"BeginDate", kDate},
 };
 
-constexpr Column kAssetColumns[] = {
-    {"AssetNum", kText, 6},     {"Division", kText, 16},   {"Department", kText, 16},   {"Description", kText, 32},
-    {"Descrip2", kText, 32},    {"SerialNum", kText, 20},  {"Purchased", kDate},        {"CodeSection", kText, 8},
-    {"AccountNum", kText, 12},  {"TaxGroup", kText, 6},    {"PictureName", kText, 32},  {"NewUsed", kText, 1},
-    {"InService", kDate},       {"AssetType", kText, 2},   {"FairMktValue", kCurrency}, {"FedLife", kInteger},
-    {"BusinessUse", kCurrency}, {"ClassLife", kCurrency},  {"Casualty", kBoolean},      {"LikeKind", kBoolean},
-    {"Notice4", kBoolean},      {"Abandoned", kBoolean},   {"Sold", kBoolean},          {"PropertyTax", kBoolean},
-    {"DateSold", kDate},        {"SoldAmount", kCurrency}, {"SoldExpense", kCurrency},  {"AssocAsset", kText, 6},
+struct AssetIndex {
+    std::string_view Name;
+    std::vector<std::string> Fields;
+    bool Primary = false;
+    int AddedBy = 0;
 };
 
-// Once for each book, the book's number in parentheses behind the name.
-constexpr Column kBookColumns[] = {
-    {"DeprType", kInteger},      {"DateDeprToo", kDate},    {"DeprMethod", kInteger},   {"Basis", kCurrency},
-    {"PrevDepr", kCurrency},     {"CurrDepr", kCurrency},   {"AddlDepr", kCurrency},    {"ADPct", kCurrency},
-    {"DeprLimit", kCurrency},    {"Section179", kCurrency}, {"TaxCredit", kCurrency},   {"TaxCreditUsed", kCurrency},
-    {"TaxCreditYear", kInteger}, {"Period", kCurrency},     {"SwitchBasis", kCurrency}, {"SwitchYear", kInteger},
-    {"SwitchPeriod", kInteger},  {"YearThru", kInteger},    {"DBPercent", kInteger},    {"IRSConvUsed", kText, 1},
-    {"Listed", kBoolean},        {"Auto", kBoolean},        {"Agri", kBoolean},         {"Salvage", kCurrency},
-};
-
-Field FieldOf(const Column& column, std::string name) {
-    const bool allowZeroLength = column.Type == kText && name != "AssetNum";
-    return {.Name = std::move(name), .Type = column.Type, .Size = column.Size, .AllowZeroLength = allowZeroLength};
+// A method's index stands once for each book, the book's number after its name.
+const std::vector<AssetIndex>& AssetIndexes() {
+    static const std::vector<AssetIndex> indexes = {
+        {"AssetNum", {"AssetNum"}, /*Primary=*/true},
+        {"InService", {"InService"}},
+        {"AccountNum", {"AccountNum"}},
+        {"ClassLife", {"ClassLife", "InService"}, false, /*AddedBy=*/3},
+        {"TaxGroup", {"TaxGroup", "InService"}, false, /*AddedBy=*/4},
+        {"Method1", {"Period(1)", "DeprType(1)", "DBPercent(1)", "DeprMethod(1)"}},
+        {"Method2", {"Period(2)", "DeprType(2)", "DBPercent(2)", "DeprMethod(2)"}},
+        {"Method3", {"Period(3)", "DeprType(3)", "DBPercent(3)", "DeprMethod(3)"}},
+        {"Method4", {"Period(4)", "DeprType(4)", "DBPercent(4)", "DeprMethod(4)"}},
+    };
+    return indexes;
 }
 
-std::string BookColumn(std::string_view name, int book) {
-    return std::string(name) + "(" + std::to_string(book) + ")";
+constexpr int kLastStep = 5;
+
+Field MakeField(std::string name, FieldType type, int width) {
+    const bool allowZeroLength = type == FieldType::Text && name != "AssetNum";
+    return {.Name = std::move(name), .Type = type, .Size = width, .AllowZeroLength = allowZeroLength};
 }
 
 TableDef MakeCompanyTable() {
     TableDef table{.Name = "Company", .Fields = {}, .Indexes = {}};
-    for (const Column& column : kCompanyColumns) table.Fields.push_back(FieldOf(column, std::string(column.Name)));
+    for (const CompanyColumn& column : kCompanyColumns) {
+        table.Fields.push_back(MakeField(std::string(column.Name), column.Type, column.Width));
+    }
     return table;
 }
 
 TableDef MakeAssetsTable() {
     TableDef table{.Name = "Assets", .Fields = {}, .Indexes = {}};
-    for (const Column& column : kAssetColumns) table.Fields.push_back(FieldOf(column, std::string(column.Name)));
-    for (int book = kFirstBook; book <= kLastBook; ++book) {
-        for (const Column& column : kBookColumns) table.Fields.push_back(FieldOf(column, BookColumn(column.Name, book)));
-    }
-    table.Indexes = {
-        {.Name = "AssetNum", .Fields = {"AssetNum"}, .Primary = true, .Required = true},
-        {.Name = "InService", .Fields = {"InService"}},
-        {.Name = "AccountNum", .Fields = {"AccountNum"}},
-        {.Name = "ClassLife", .Fields = {"ClassLife", "InService"}},
-        {.Name = "TaxGroup", .Fields = {"TaxGroup", "InService"}},
-    };
-    for (int book = kFirstBook; book <= kLastBook; ++book) {
-        table.Indexes.push_back({.Name = "Method" + std::to_string(book),
-                                 .Fields = {BookColumn("Period", book), BookColumn("DeprType", book),
-                                            BookColumn("DBPercent", book), BookColumn("DeprMethod", book)}});
+    AssetRecord record;
+    VisitAssetColumns(record, [&table](const AssetColumn& column, const auto&, int book) {
+        table.Fields.push_back(MakeField(ColumnName(column, book), column.Type(), column.Width()));
+    });
+    for (const AssetIndex& index : AssetIndexes()) {
+        table.Indexes.push_back(
+            {.Name = std::string(index.Name), .Fields = index.Fields, .Primary = index.Primary, .Required = index.Primary});
     }
     return table;
 }
 
-enum class Adds { Field, Index };
-
-struct UpgradeStep {
-    std::string_view Table;
-    Adds What;
-    std::string_view Name;
-    std::string_view Message;  // told before the step; mostly nothing
-    int TextSize = 0;          // 0: the size that the column has in new files
-};
-
-// In the order in which releases added them. TaxGroup came without a size, so old files hold it at the default one.
-constexpr UpgradeStep kUpgrade[] = {
-    {"Assets", Adds::Field, "TaxGroup", "", recordset::kDefaultTextSize},
-    {"Company", Adds::Field, "State", "Field State NOT Found"},
-    {"Assets", Adds::Index, "ClassLife", ""},
-    {"Assets", Adds::Index, "TaxGroup", ""},
-    {"Assets", Adds::Field, "Notice4", ""},
-};
-
-void RunStep(recordset::Database& database, const UpgradeStep& step, Prompts& prompts) {
-    const TableDef& wanted = step.Table == "Company" ? CompanyTable() : AssetsTable();
-    const TableDef present = database.GetTableDef(step.Table);
-    if (step.What == Adds::Index) {
-        if (present.FindIndex(step.Name) == nullptr) database.CreateIndex(step.Table, *wanted.FindIndex(step.Name));
-        return;
+// A step that the database refuses is passed over: a file that cannot be brought up to date, such as a read-only one, still
+// opens.
+template <typename Step>
+void Try(Step step) {
+    try {
+        step();
+    } catch (const PlatformError&) {
     }
-    if (present.FindField(step.Name) != nullptr) return;
-    if (!step.Message.empty()) prompts.Message(step.Message, "Tallymar");
-    Field field = *wanted.FindField(step.Name);
-    if (step.TextSize != 0) field.Size = step.TextSize;
-    database.CreateField(step.Table, field);
+}
+
+void AddColumn(recordset::Database& database, std::string_view table, const Field& field, std::string_view message,
+               Prompts& prompts) {
+    if (database.GetTableDef(table).FindField(field.Name) != nullptr) return;
+    if (!message.empty()) prompts.Message(message, "Tallymar");
+    database.CreateField(table, field);
+}
+
+void AddIndex(recordset::Database& database, std::string_view name) {
+    if (database.GetTableDef("Assets").FindIndex(name) != nullptr) return;
+    database.CreateIndex("Assets", *AssetsTable().FindIndex(name));
 }
 
 }  // namespace
@@ -141,11 +140,21 @@ void CreateSchema(recordset::Database& database) {
 }
 
 void UpgradeSchema(recordset::Database& database, Prompts& prompts) {
-    for (const UpgradeStep& step : kUpgrade) {
-        try {
-            RunStep(database, step, prompts);
-        } catch (const PlatformError&) {
-            // A file that cannot be brought up to date, such as a read-only one, still opens.
+    AssetRecord record;
+    for (int step = 1; step <= kLastStep; ++step) {
+        for (const CompanyColumn& column : kCompanyColumns) {
+            if (column.AddedBy != step) continue;
+            const Field field = MakeField(std::string(column.Name), column.Type, column.Width);
+            Try([&] { AddColumn(database, "Company", field, column.Message, prompts); });
+        }
+        VisitAssetColumns(record, [&](const AssetColumn& column, const auto&, int book) {
+            if (column.AddedBy != step) return;
+            const int width = column.AddedWidth != 0 ? column.AddedWidth : column.Width();
+            const Field field = MakeField(ColumnName(column, book), column.Type(), width);
+            Try([&] { AddColumn(database, "Assets", field, "", prompts); });
+        });
+        for (const AssetIndex& index : AssetIndexes()) {
+            if (index.AddedBy == step) Try([&] { AddIndex(database, index.Name); });
         }
     }
 }
