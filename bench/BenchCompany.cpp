@@ -9,13 +9,14 @@ void BuildCompany(CompanySession& session, const std::filesystem::path& path, in
                   const std::function<AssetRecord(int row)>& asset) {
     std::filesystem::create_directories(path.parent_path());
     session.NewCompany(path);
-    recordset::WriteBatch batch(session.Database());
-    recordset::Recordset& company = session.CompanyRecordset();
-    company.Edit();
-    for (const char* column : {"FYEFederal", "FYEState", "FYEBook", "FYEAMT"}) company.Set(column, Date::FromYmd(2003, 12, 31));
-    company.Update();
-    for (int row = 0; row < rows; ++row) session.AddAssetRecord(asset(row));
-    batch.Commit();
+    recordset::RunBatch(session.Database(), recordset::OnFailure::AllOrNothing, [&] {
+        recordset::Recordset& company = session.CompanyRecordset();
+        company.Edit();
+        for (const char* column : {"FYEFederal", "FYEState", "FYEBook", "FYEAMT"})
+            company.Set(column, Date::FromYmd(2003, 12, 31));
+        company.Update();
+        for (int row = 0; row < rows; ++row) session.AddAssetRecord(asset(row));
+    });
 }
 
 AssetRecord RegisterAsset(int row) {

@@ -22,19 +22,19 @@ constexpr std::int64_t kFirstRows = 200;  // that the window reads before it sho
 
 void Build(CompanySession& session, const std::filesystem::path& path, int rows) {
     session.NewCompany(path);
-    recordset::WriteBatch batch(session.Database());
-    AssetRecord record;
-    for (int row = 0; row < rows; ++row) {
-        record.AssetNum = AssetNumber(ShuffledNumber(row, rows));
-        record.Division = kWords[row % 7];
-        record.Department = std::to_string(row % 40);
-        record.Description = std::string(kWords[row * 7919 % 10]) + " " + std::to_string(row * 31 % 100000);
-        record.AccountNum = "1500-" + std::to_string(row % 25);
-        record.InService = Date::FromSerial(30000.0 + row * 17 % 8000);
-        record.Sold = row % 50 == 0;
-        session.AddAssetRecord(record);
-    }
-    batch.Commit();
+    recordset::RunBatch(session.Database(), recordset::OnFailure::AllOrNothing, [&] {
+        AssetRecord record;
+        for (int row = 0; row < rows; ++row) {
+            record.AssetNum = AssetNumber(ShuffledNumber(row, rows));
+            record.Division = kWords[row % 7];
+            record.Department = std::to_string(row % 40);
+            record.Description = std::string(kWords[row * 7919 % 10]) + " " + std::to_string(row * 31 % 100000);
+            record.AccountNum = "1500-" + std::to_string(row % 25);
+            record.InService = Date::FromSerial(30000.0 + row * 17 % 8000);
+            record.Sold = row % 50 == 0;
+            session.AddAssetRecord(record);
+        }
+    });
 }
 
 std::size_t BarePass(CompanySession& session) {

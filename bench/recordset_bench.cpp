@@ -39,14 +39,14 @@ void Build(const std::filesystem::path& path, int rows) {
     CreateSchema(database);
     recordset::Recordset assets = database.OpenRecordset("Assets");
     const std::vector<recordset::Field> fields = assets.Definition().Fields;
-    recordset::WriteBatch batch(database);
-    for (int row = 0; row < rows; ++row) {
-        assets.AddNew();
-        for (std::size_t i = 0; i < fields.size(); ++i) assets.Set(static_cast<int>(i), Filling(fields[i], row));
-        assets.Set("AssetNum", AssetNumber(ShuffledNumber(row, rows)));
-        assets.Update();
-    }
-    batch.Commit();
+    recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] {
+        for (int row = 0; row < rows; ++row) {
+            assets.AddNew();
+            for (std::size_t i = 0; i < fields.size(); ++i) assets.Set(static_cast<int>(i), Filling(fields[i], row));
+            assets.Set("AssetNum", AssetNumber(ShuffledNumber(row, rows)));
+            assets.Update();
+        }
+    });
 }
 
 // --- Ours
@@ -93,18 +93,18 @@ double OurUpdate(recordset::Database& database, int round) {
     std::vector<recordset::Value> row(static_cast<std::size_t>(fields));
     double sum = 0;
     int number = 0;
-    recordset::WriteBatch batch(database);
-    for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
-        for (int i = 0; i < fields; ++i) {
-            row[static_cast<std::size_t>(i)] = assets.Get(i);
-            sum += SumOf(row[static_cast<std::size_t>(i)]);
+    recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] {
+        for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
+            for (int i = 0; i < fields; ++i) {
+                row[static_cast<std::size_t>(i)] = assets.Get(i);
+                sum += SumOf(row[static_cast<std::size_t>(i)]);
+            }
+            row[static_cast<std::size_t>(changed)] = CurrencyAmount::FromTenThousandths(++number * 100 + round);
+            assets.Edit();
+            for (int i = 0; i < fields; ++i) assets.Set(i, row[static_cast<std::size_t>(i)]);
+            assets.Update();
         }
-        row[static_cast<std::size_t>(changed)] = CurrencyAmount::FromTenThousandths(++number * 100 + round);
-        assets.Edit();
-        for (int i = 0; i < fields; ++i) assets.Set(i, row[static_cast<std::size_t>(i)]);
-        assets.Update();
-    }
-    batch.Commit();
+    });
     return sum;
 }
 

@@ -60,14 +60,14 @@ double ReadPass(CompanySession& session) {
 double UpdatePass(CompanySession& session, int round) {
     recordset::Recordset& assets = session.AssetsRecordset();
     AssetRecord record;
-    recordset::WriteBatch batch(session.Database());
     int row = 0;
-    for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
-        session.ReadAssetRecord(record);
-        record.CurrDepr[1] = CurrencyAmount::FromTenThousandths(++row * 100 + round);
-        session.WriteAssetRecord(record);
-    }
-    batch.Commit();
+    recordset::RunBatch(session.Database(), recordset::OnFailure::AllOrNothing, [&] {
+        for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
+            session.ReadAssetRecord(record);
+            record.CurrDepr[1] = CurrencyAmount::FromTenThousandths(++row * 100 + round);
+            session.WriteAssetRecord(record);
+        }
+    });
     return row;
 }
 

@@ -45,24 +45,24 @@ PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine,
     PerBook<InServiceTotals> totals;
     engine.RoundText = session.RoundText();
 
-    recordset::WriteBatch batch(session.Database());
-    AssetPass pass(session, prompts);
-    AssetRecord record;
-    for (int book = kFirstBook; book <= kLastBook; ++book) {
-        if (!options.Compute[book]) continue;
-        const Date asOfDate = session.FiscalYearEnd(book);
-        const auto compute = [&] {
-            AddToTotals(record, asOfDate, book, totals[book]);
-            engine.ComputeDepreciation(record, asOfDate, options.UseMidQuarter[book], book);
-            session.WriteAssetRecord(record);
-            if (onComputed) {
-                onComputed(
-                    {record.AssetNum.Trimmed(), book, record.CurrDepr[book], engine.DeprStatusCode(), engine.DeprStatusText()});
-            }
-        };
-        pass.ForEach(record, compute, kBookNames[static_cast<std::size_t>(book)]);
-    }
-    batch.Commit();
+    recordset::RunBatch(session.Database(), recordset::OnFailure::KeepDone, [&] {
+        AssetPass pass(session, prompts);
+        AssetRecord record;
+        for (int book = kFirstBook; book <= kLastBook; ++book) {
+            if (!options.Compute[book]) continue;
+            const Date asOfDate = session.FiscalYearEnd(book);
+            const auto compute = [&] {
+                AddToTotals(record, asOfDate, book, totals[book]);
+                engine.ComputeDepreciation(record, asOfDate, options.UseMidQuarter[book], book);
+                session.WriteAssetRecord(record);
+                if (onComputed) {
+                    onComputed({record.AssetNum.Trimmed(), book, record.CurrDepr[book], engine.DeprStatusCode(),
+                                engine.DeprStatusText()});
+                }
+            };
+            pass.ForEach(record, compute, kBookNames[static_cast<std::size_t>(book)]);
+        }
+    });
     return totals;
 }
 

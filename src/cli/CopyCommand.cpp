@@ -49,16 +49,10 @@ void Run(const Options& options, Context& context) {
     SeekAsset(session, options.AssetNum);
     EveryYes yes(context.Asking());
     // Nobody is asked between the copies, so they can be all or none.
-    recordset::WriteBatch batch(session.Database());
-    try {
-        const auto added =
-            StartCopy(session, {.Copies = std::to_string(options.Count), .Prefix = prefix, .AssetNumber = {}}, yes);
-        batch.Commit();
-        for (const std::string& number : added) std::cout << ToUtf8(number) << '\n';
-    } catch (...) {
-        batch.Rollback();
-        throw;
-    }
+    const auto added = recordset::RunBatch(session.Database(), recordset::OnFailure::AllOrNothing, [&] {
+        return StartCopy(session, {.Copies = std::to_string(options.Count), .Prefix = prefix, .AssetNumber = {}}, yes);
+    });
+    for (const std::string& number : added) std::cout << ToUtf8(number) << '\n';
 }
 
 }  // namespace

@@ -198,14 +198,10 @@ void AppendField(const Value& value, std::string& line) {
 CsvCounts LoadAssets(recordset::Database& database, recordset::Recordset& assets, const std::filesystem::path& path) {
     AssetFile file(path, assets);
     CheckWholeFile(file);
-    recordset::WriteBatch batch(database);
     try {
-        const CsvCounts counts = WriteAll(file, assets);
-        batch.Commit();
-        return counts;
+        return recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] { return WriteAll(file, assets); });
     } catch (...) {
         if (assets.EditPending()) assets.CancelUpdate();
-        batch.Rollback();
         throw;
     }
 }

@@ -30,13 +30,7 @@ bool WantsNoCopy(const PlatformError& failure, Prompts& prompts) {
                             "No Backup Copy");
 }
 
-// After a failure in the middle: the rows before it stay, if the database could keep them.
-PlatformError PostedInPart(const PlatformError& failure, const std::filesystem::path& copy, recordset::WriteBatch& batch) {
-    try {
-        batch.Commit();
-    } catch (const PlatformError&) {
-        return failure;
-    }
+PlatformError PostedInPart(const PlatformError& failure, const std::filesystem::path& copy) {
     std::string text =
         std::string(failure.what()) + "\nThe assets before it have been posted, the others and the year end have not.";
     if (!copy.empty()) text += "\nThe company file as it was before is " + FromUtf8(copy.string());
@@ -46,24 +40,26 @@ PlatformError PostedInPart(const PlatformError& failure, const std::filesystem::
 ReportResult PostYear(ReportRun& run) {
     ReportResult result;
     YearClosing closing(run.Session, run.Filter.Options.Book);
-    recordset::WriteBatch batch(run.Session.Database());
+    bool begun = false;
     try {
-        result.Copy = closing.CopyCompanyFile();
+        recordset::RunBatch(run.Session.Database(), recordset::OnFailure::KeepDone, [&] {
+            try {
+                result.Copy = closing.CopyCompanyFile();
+            } catch (const PlatformError& failure) {
+                if (!WantsNoCopy(failure, run.Asking)) return;
+            }
+            run.Closing = &closing;
+            begun = true;
+            PrintPostReport(run);
+            closing.MoveYearEnd();
+            result.Printed = true;
+        });
+    } catch (const recordset::BatchTakenBack&) {
+        throw;
     } catch (const PlatformError& failure) {
-        if (!WantsNoCopy(failure, run.Asking)) {
-            batch.Rollback();
-            return result;
-        }
+        if (!begun) throw;
+        throw PostedInPart(failure, result.Copy);
     }
-    run.Closing = &closing;
-    try {
-        PrintPostReport(run);
-        closing.MoveYearEnd();
-    } catch (const PlatformError& failure) {
-        throw PostedInPart(failure, result.Copy, batch);
-    }
-    batch.Commit();
-    result.Printed = true;
     return result;
 }
 

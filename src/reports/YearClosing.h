@@ -8,7 +8,7 @@
 
 namespace tallymar {
 
-// Moves one book of the open company on by a year. Run inside one recordset::WriteBatch: after a crash all of a posting is in the
+// Moves one book of the open company on by a year. Run inside one recordset::RunBatch: after a crash all of a posting is in the
 // file or none. There is no way back but the copy of the file.
 class YearClosing {
  public:

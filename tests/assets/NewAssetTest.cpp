@@ -32,8 +32,9 @@ TEST_F(NewAssetTest, PrefixedNumbersFillTheFirstGap) {
     company_.Session.AssetsRecordset().Delete();
     EXPECT_EQ(New(false), "NEW001");
     EXPECT_EQ(New(false), "NEW003");
-    recordset::WriteBatch batch(company_.Session.Database());
-    for (int k = 4; k <= 999; ++k) Add(CopyNumber("NEW", k));
+    recordset::RunBatch(company_.Session.Database(), recordset::OnFailure::AllOrNothing, [&] {
+        for (int k = 4; k <= 999; ++k) Add(CopyNumber("NEW", k));
+    });
     EXPECT_EQ(FailureOfNew(false), 3163) << "NEW1000 is too wide";
 }
 

@@ -116,14 +116,12 @@ TEST_F(ComputeCurrentTest, AFailureNamesTheAssetAndKeepsTheRowsBeforeIt) {
 // A power cut at any moment: afterwards the file opens, and the command is wholly there or not there at all.
 TEST_F(ComputeCurrentTest, KilledAtAnyMomentTheRunIsThereWholeOrNotAtAll) {
     constexpr int kAssets = 400;
-    {
-        recordset::WriteBatch batch(company_.Session.Database());
+    recordset::RunBatch(company_.Session.Database(), recordset::OnFailure::AllOrNothing, [&] {
         for (int i = 0; i < kAssets; ++i) {
             std::string number = std::to_string(100000 + i);
             company_.Session.AddAssetRecord(test::Machine(number, Date::FromYmd(2003, 1, 1), 1000));
         }
-        batch.Commit();
-    }
+    });
     company_.Session.FileClose();
     int whole = 0;
     for (int round = 0; round < 40; ++round) {

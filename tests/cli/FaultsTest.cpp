@@ -47,9 +47,9 @@ TEST_F(FaultsTest, ATruncatedCompanyIsRefusedAndLeftAlone) {
 TEST_F(FaultsTest, ACompanyThatAnotherProgramWritesIsNotWaitedForForever) {
     MakeCompany("c.mdb", 1);
     recordset::Database other = recordset::Database::Open(cli_.Folder() / "c.mdb");
-    recordset::WriteBatch writing(other);
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_THAT(Message("compute c.mdb --books 1"), HasSubstr("locked"));
+    recordset::RunBatch(other, recordset::OnFailure::AllOrNothing,
+                        [&] { EXPECT_THAT(Message("compute c.mdb --books 1"), HasSubstr("locked")); });
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));
 }
 

@@ -91,7 +91,7 @@ TEST_F(DurabilityTest, AnotherWriterIsWaitedForBrieflyAndThenNamed) {
         EXPECT_EQ(things.RecordCount(), 3);  // reading goes on
         EXPECT_EQ(NumberOf([&] { things.Delete(); }), 3260);
         EXPECT_EQ(NumberOf([&] { AddThing(things, "NEW"); }), 3260);
-        EXPECT_EQ(NumberOf([&] { WriteBatch batch(database); }), 3260);
+        EXPECT_EQ(NumberOf([&] { RunBatch(database, OnFailure::KeepDone, [] {}); }), 3260);
         EXPECT_NE(TextOf([&] { things.Delete(); }).find("things.mdb"), std::string::npos);
     }
     {
@@ -111,19 +111,28 @@ TEST_F(DurabilityTest, AnOpenRecordsetHoldsNoLock) {
     EXPECT_NO_THROW(test::OtherProgram(path_).Run("UPDATE Things SET Count = 1"));
 }
 
-// A reader that stays keeps a batch from its commit: then none of the batch is there, and the caller is told so.
+// A reader that stays keeps a batch from its commit: then none of the batch is there, and the caller is told so, beside what else
+// went wrong.
 TEST_F(DurabilityTest, AFailedCommitKeepsNothingAndSaysSo) {
     { CreateThings(path_, 3); }
     Database database = Database::Open(path_, 100ms);
     Recordset things = database.OpenRecordset("Things");
     {
         const LockedElsewhere reader(path_, "BEGIN; SELECT * FROM Things");
-        WriteBatch batch(database);
-        things.Edit();
-        things.Set("Count", std::int16_t{1});
-        things.Update();
-        const std::string text = TextOf([&] { batch.Commit(); });
-        EXPECT_NE(text.find("Nothing that this command changed has been kept"), std::string::npos) << text;
+        const auto count = [&](bool fails) {
+            return TextOf([&] {
+                RunBatch(database, OnFailure::KeepDone, [&] {
+                    things.Edit();
+                    things.Set("Count", std::int16_t{1});
+                    things.Update();
+                    if (fails) throw PlatformError(Failure::Overflow);
+                });
+            });
+        };
+        const std::string locked =
+            "The database is locked by another program: " + path_.string() + ". Nothing that this command changed has been kept.";
+        EXPECT_EQ(count(false), locked);
+        EXPECT_EQ(count(true), "Overflow. Then: " + locked);
     }
     EXPECT_TRUE(things.Get("Count").IsNull());
     AddThing(things, "LATER");
@@ -144,10 +153,7 @@ TEST_F(DurabilityTest, AFileThatCannotBeWrittenOpensForReading) {
         if (things.Get("Name").Text() != "103" || things.RecordCount() != 3) return 1;
         if (NumberOf([&] { things.Delete(); }) != 3027) return 2;
         if (NumberOf([&] { AddThing(things, "NEW"); }) != 3027) return 3;
-        const auto addInBatch = [&] {
-            const WriteBatch batch(database);
-            AddThing(things, "NEW");
-        };
+        const auto addInBatch = [&] { RunBatch(database, OnFailure::KeepDone, [&] { AddThing(things, "NEW"); }); };
         if (NumberOf(addInBatch) != 3027) return 4;
         if (NumberOf([&] { database.CreateField("Things", {"More", FieldType::Date}); }) != 3027) return 5;
         return 0;
@@ -178,14 +184,14 @@ TEST_F(DurabilityTest, ABatchKilledAtAnyMomentIsWhollyThereOrNotAtAll) {
                 Database database = Database::Open(path_);
                 Recordset things = database.OpenRecordset("Things");
                 for (std::int16_t pass = static_cast<std::int16_t>(round * 100);; ++pass) {
-                    WriteBatch batch(database);
-                    for (things.MoveFirst(); !things.Eof(); things.MoveNext()) {
-                        things.Edit();
-                        things.Set("Count", pass);
-                        things.Set("Amount", CurrencyAmount::FromInteger(pass));
-                        things.Update();
-                    }
-                    batch.Commit();
+                    RunBatch(database, OnFailure::AllOrNothing, [&] {
+                        for (things.MoveFirst(); !things.Eof(); things.MoveNext()) {
+                            things.Edit();
+                            things.Set("Count", pass);
+                            things.Set("Amount", CurrencyAmount::FromInteger(pass));
+                            things.Update();
+                        }
+                    });
                 }
                 return 0;
             });
@@ -216,16 +222,16 @@ int FillUntilItFails(const std::filesystem::path& path, int expected, bool befor
     const std::int64_t before = things.RecordCount();
     bool committing = false;
     const int number = NumberOf([&] {
-        WriteBatch batch(database);
-        try {
-            for (int i = 0; i < 50000; ++i) AddThing(things, "N" + std::to_string(i));
-        } catch (const PlatformError&) {
-            // Nothing may slip in behind what has been taken back.
-            if (NumberOf([&] { AddThing(things, "LATER"); }) != expected) throw std::logic_error("written after all");
-            throw;
-        }
-        committing = true;
-        batch.Commit();
+        RunBatch(database, OnFailure::KeepDone, [&] {
+            try {
+                for (int i = 0; i < 50000; ++i) AddThing(things, "N" + std::to_string(i));
+            } catch (const PlatformError&) {
+                // Nothing may slip in after what has been taken back.
+                if (NumberOf([&] { AddThing(things, "LATER"); }) != expected) throw std::logic_error("written after all");
+                throw;
+            }
+            committing = true;
+        });
     });
     if (number != expected) return number == 0 ? 1 : 2;
     if (committing == beforeCommit) return 6;

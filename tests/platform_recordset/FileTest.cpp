@@ -108,8 +108,7 @@ TEST_F(FileTest, StrangeContentsAreReadAndPassedOver) {
         for (things.MoveLast(); !things.Bof() && rows < 20; things.MovePrevious()) ++rows;
         EXPECT_EQ(rows, 4 + 4) << index;
     }
-    {
-        WriteBatch batch(database);
+    RunBatch(database, OnFailure::AllOrNothing, [&] {
         for (things.MoveFirst(); !things.Eof(); things.MoveNext()) {
             things.Edit();
             const Value note = things.Get("Note(1)");
@@ -118,7 +117,7 @@ TEST_F(FileTest, StrangeContentsAreReadAndPassedOver) {
             things.Set("When", Date::FromSerial(1));
             things.Update();
         }
-    }
+    });
     EXPECT_EQ(program.Run("SELECT \"Note(1)\", Flag FROM Things WHERE Name IS NULL"),
               (Rows{"\u2192 arrow|-1", "\u2190 arrow|-1"}));
 }
@@ -132,25 +131,25 @@ TEST_F(FileTest, AnUpdateLeavesAloneWhatItHasNotChanged) {
     program.Run("INSERT INTO Plain VALUES ('x', 1, 1), ('→', 2, 2)");
     Recordset plain = database.OpenRecordset("Plain");
     Recordset second = database.OpenRecordset("Plain");
-    WriteBatch batch(database);
     const auto set = [](Recordset& rows, const char* field, std::int16_t value) {
         rows.Edit();
         rows.Set(field, value);
     };
-    plain.MoveFirst();
-    set(plain, "A", 10);
-    plain.Set("B", std::int16_t{10});
-    plain.Set("Text", "y");
-    plain.Update();
-    set(plain, "A", 11);
-    set(second, "B", 20);
-    second.Update();
-    plain.Update();
-    plain.MoveNext();
-    set(plain, "A", 12);
-    plain.Set("B", std::int16_t{13});
-    plain.Update();
-    batch.Commit();
+    RunBatch(database, OnFailure::AllOrNothing, [&] {
+        plain.MoveFirst();
+        set(plain, "A", 10);
+        plain.Set("B", std::int16_t{10});
+        plain.Set("Text", "y");
+        plain.Update();
+        set(plain, "A", 11);
+        set(second, "B", 20);
+        second.Update();
+        plain.Update();
+        plain.MoveNext();
+        set(plain, "A", 12);
+        plain.Set("B", std::int16_t{13});
+        plain.Update();
+    });
     EXPECT_EQ(program.Run("SELECT * FROM Plain"), (Rows{"y|11|20", "→|12|13"}));
 }
 

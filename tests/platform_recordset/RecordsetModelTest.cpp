@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <memory>
 #include <optional>
 #include <random>
 #include <variant>
@@ -356,22 +355,25 @@ class Driver {
         rows_.erase(cursor.Seen.Id);
         cursor.At = Cursor::Gone;
     }
+    // Some steps as one batch, in which there may be further ones, ended in one of four ways.
     void Batch() {
-        if (batch_ == nullptr) {
-            batch_ = std::make_unique<WriteBatch>(*database_);
-            atBatch_ = rows_;
-            return;
-        }
-        const std::size_t how = Pick(3);
-        if (how == 0) {
-            batch_->Rollback();
-            rows_ = atBatch_;
-        }
-        if (how == 1) batch_->Commit();
-        batch_.reset();
+        if (batches_ == 3) return;
+        enum Way { Commits, TakesBack, FailsAndKeeps, FailsAndKeepsNothing };
+        const auto way = static_cast<Way>(Pick(4));
+        const Rows before = rows_;
+        ++batches_;
+        const auto body = [&](WriteBatch& batch) {
+            for (std::size_t steps = 1 + Pick(40); steps > 0 && !testing::Test::HasFailure(); --steps) Step();
+            if (way == TakesBack) batch.Rollback();
+            if (way >= FailsAndKeeps) throw PlatformError(Failure::Overflow);
+        };
+        const OnFailure ending = way == FailsAndKeepsNothing ? OnFailure::AllOrNothing : OnFailure::KeepDone;
+        EXPECT_EQ(NumberOf([&] { RunBatch(*database_, ending, body); }), way >= FailsAndKeeps ? 6 : 0);
+        --batches_;
+        if (way == TakesBack || way == FailsAndKeepsNothing) rows_ = before;
     }
     void Reopen() {
-        batch_.reset();
+        if (batches_ > 0) return;
         for (auto& records : records_) records.reset();
         bookmarks_.clear();
         database_.reset();
@@ -411,18 +413,17 @@ class Driver {
     std::optional<Recordset> records_[2];
     Cursor cursors_[2];
     Rows rows_;
-    Rows atBatch_;
     std::size_t mostRows_ = 0;
     int nextId_ = 1;
     std::vector<std::pair<std::string, int>> bookmarks_;
-    std::unique_ptr<WriteBatch> batch_;
+    int batches_ = 0;  // how deep the steps stand in batches
 };
 
 class RecordsetModel : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RecordsetModel, AgreesAfterEveryStep) {
     Driver driver(GetParam());
-    for (int step = 0; step < 3000 && !HasFailure(); ++step) {
+    for (int step = 0; step < 1500 && !HasFailure(); ++step) {
         SCOPED_TRACE("step " + std::to_string(step));
         driver.Step();
     }

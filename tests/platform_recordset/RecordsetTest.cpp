@@ -103,31 +103,5 @@ TEST_F(RecordsetTest, FailsOnceItsDatabaseIsClosed) {
     EXPECT_EQ(NumberOf([&] { things_.Update(); }), 5);
 }
 
-TEST_F(RecordsetTest, InnerBatchesTakePartInTheOuter) {
-    {
-        WriteBatch outer(database_);
-        AddThing(things_, "OUT");
-        {
-            WriteBatch inner(database_);
-            AddThing(things_, "IN");
-            inner.Rollback();
-        }
-        {
-            WriteBatch inner(database_);
-            AddThing(things_, "IN2");
-        }
-        EXPECT_EQ(things_.RecordCount(), 5);
-        outer.Rollback();
-    }
-    EXPECT_EQ(things_.RecordCount(), 3);
-    const auto addTwice = [&] {
-        WriteBatch batch(database_);
-        AddThing(things_, "DONE");
-        AddThing(things_, "DONE");
-    };
-    EXPECT_EQ(NumberOf(addTwice), 3022);
-    EXPECT_EQ(Database::Open(folder_ / "things.mdb").OpenRecordset("Things").RecordCount(), 4);  // what came before the failure
-}
-
 }  // namespace
 }  // namespace tallymar::recordset

@@ -35,9 +35,9 @@ inline Database CreateThings(const std::filesystem::path& path, int rows = 0) {
     Database database = Database::Create(path);
     database.CreateTable(ThingsTable());
     Recordset things = database.OpenRecordset("Things");
-    WriteBatch batch(database);
-    for (int i = 1; i <= rows; ++i) AddThing(things, std::to_string(100 + i), i);
-    batch.Commit();
+    RunBatch(database, OnFailure::AllOrNothing, [&] {
+        for (int i = 1; i <= rows; ++i) AddThing(things, std::to_string(100 + i), i);
+    });
     return database;
 }
 

@@ -211,15 +211,13 @@ TEST(Posting, AFailureHalfwaySaysWhatWasPosted) {
 TEST(Posting, KilledAtAnyMomentIsThereWholeOrNotAtAll) {
     constexpr int kAssets = 1500;
     ReportCompany company;
-    {
-        recordset::WriteBatch batch(company.Session.Database());
+    recordset::RunBatch(company.Session.Database(), recordset::OnFailure::AllOrNothing, [&] {
         for (int i = 0; i < kAssets; ++i) {
             AssetRecord asset = Machine("N" + std::to_string(10000 + i), Date::FromYmd(2001, 1, 1), 100);
             asset.DateDeprToo[1] = Date::FromYmd(2003, 12, 31);
             company.Add(asset);
         }
-        batch.Commit();
-    }
+    });
     company.Session.FileClose();
     using Clock = std::chrono::steady_clock;
     constexpr int kRounds = 24;

@@ -117,23 +117,38 @@ WriteBatch::WriteBatch(Database& database) : state_(database.state_) {
     open_ = true;
 }
 
-WriteBatch::~WriteBatch() {
-    if (!open_) return;
+WriteBatch::~WriteBatch() = default;
+
+void WriteBatch::Run(Database& database, OnFailure ending, const std::function<void(WriteBatch&)>& body) {
+    WriteBatch batch(database);
     try {
-        state_->CommitBatch();
+        body(batch);
+    } catch (const std::exception& failure) {
+        batch.EndAfterFailure(ending, failure.what());
+        throw;
     } catch (...) {
-        // Told by Commit only; a destructor has nobody to tell.
+        batch.EndAfterFailure(ending, "Unknown failure");
+        throw;
+    }
+    batch.Commit();
+}
+
+void WriteBatch::EndAfterFailure(OnFailure ending, const std::string& told) {
+    try {
+        ending == OnFailure::KeepDone ? Commit() : Rollback();
+    } catch (const PlatformError& second) {
+        // The batch may have been lost by the very failure that ended the body.
+        const bool same = told.find(second.what()) != std::string::npos;
+        throw BatchTakenBack(second.Code(), same ? told : told + ". Then: " + second.what());
     }
 }
 
 void WriteBatch::Commit() {
-    if (!std::exchange(open_, false)) return;
-    state_->CommitBatch();
+    if (std::exchange(open_, false)) state_->CommitBatch();
 }
 
 void WriteBatch::Rollback() {
-    if (!std::exchange(open_, false)) return;
-    state_->RollbackBatch();
+    if (std::exchange(open_, false)) state_->RollbackBatch();
 }
 
 }  // namespace tallymar::recordset

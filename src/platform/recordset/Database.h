@@ -2,12 +2,17 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "platform/recordset/TableDef.h"
+#include "platform/runtime/PlatformError.h"
 
 namespace tallymar::recordset {
 
@@ -63,23 +68,65 @@ class Database {
     friend class WriteBatch;
 };
 
-// One command that goes over many rows. While it stands, every change is part of one transaction. Rows done before a failure
-// stay: leaving the scope commits what is done, whether by Commit or by a failure's unwinding. After a crash or power cut none of
-// it is there. Batches do not nest: an inner one takes part in the outer.
+// What becomes of the rows that a command has done when a failure ends it.
+enum class OnFailure {
+    KeepDone,      // they stay: the batch is committed all the same
+    AllOrNothing,  // they are taken back
+};
+
+// Ends a command of which nothing has been kept, whatever it was to keep: the disk refused it. Its text says so.
+class BatchTakenBack : public PlatformError {
+    using PlatformError::PlatformError;
+};
+
+// The transaction of a command that goes over many rows, as the body of RunBatch sees it.
 class WriteBatch {
  public:
-    explicit WriteBatch(Database& database);  // Failure::RecordLocked when another program is writing
-    ~WriteBatch();                            // commits what stands; a failure of that is lost, so call Commit on the good path
     WriteBatch(const WriteBatch&) = delete;
     WriteBatch& operator=(const WriteBatch&) = delete;
 
-    void Commit();
-    // Takes back everything since the batch began, for a command that must be all or nothing on a failure too.
+    // Takes back everything since the batch began: for a command that its user has thought better of. What follows in the body is
+    // no part of the batch.
     void Rollback();
 
  private:
+    template <typename Body>
+    friend auto RunBatch(Database& database, OnFailure ending, Body&& body);
+
+    explicit WriteBatch(Database& database);
+    ~WriteBatch();
+    static void Run(Database& database, OnFailure ending, const std::function<void(WriteBatch&)>& body);
+    void Commit();
+    void EndAfterFailure(OnFailure ending, const std::string& told);
+
     std::shared_ptr<DatabaseState> state_;
     bool open_ = false;
 };
+
+// Runs a command as one transaction and gives what its body gives; the body takes the WriteBatch or nothing.
+//
+// The write lock is taken before the body begins (Failure::RecordLocked when another program is writing), so what the body reads
+// cannot change any more; a command that has asked its user something looks again in there. The body's end commits. A failure
+// that leaves the body ends the batch as `ending` says and goes on to the caller; if the batch cannot be ended so, the caller
+// gets BatchTakenBack with both texts. After a crash or power cut none of a batch is there. Batches do not nest: an inner one
+// takes part in the outer, and AllOrNothing takes back its own part.
+template <typename Body>
+auto RunBatch(Database& database, OnFailure ending, Body&& body) {
+    const auto run = [&](WriteBatch& batch) {
+        if constexpr (std::is_invocable_v<Body&, WriteBatch&>) {
+            return body(batch);
+        } else {
+            return body();
+        }
+    };
+    using Result = decltype(run(std::declval<WriteBatch&>()));
+    if constexpr (std::is_void_v<Result>) {
+        WriteBatch::Run(database, ending, run);
+    } else {
+        std::optional<Result> result;
+        WriteBatch::Run(database, ending, [&](WriteBatch& batch) { result.emplace(run(batch)); });
+        return std::move(*result);
+    }
+}
 
 }  // namespace tallymar::recordset

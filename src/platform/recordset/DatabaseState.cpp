@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/recordset/Database.h"
 #include "platform/recordset/Names.h"
 #include "platform/recordset/Sql.h"
 #include "platform/runtime/Windows1252.h"
@@ -13,8 +12,8 @@ namespace {
 
 constexpr const char* kTakenBack = " Nothing that this command changed has been kept.";
 
-PlatformError TakenBack(const PlatformError& error) {
-    return PlatformError(error.Code(), std::string(error.what()) + "." + kTakenBack);
+BatchTakenBack TakenBack(const PlatformError& error) {
+    return BatchTakenBack(error.Code(), std::string(error.what()) + "." + kTakenBack);
 }
 
 }  // namespace
@@ -205,7 +204,7 @@ void DatabaseState::CommitBatch() {
         RequireOpen();
     }
     if (lost_) {
-        const PlatformError error = *lost_;
+        const BatchTakenBack error = *lost_;
         EndBatch();
         throw error;
     }
@@ -217,9 +216,12 @@ void DatabaseState::CommitBatch() {
     try {
         connection_.Execute("COMMIT");
     } catch (const PlatformError& error) {
-        const PlatformError told = TakenBack(error);
+        const BatchTakenBack told = TakenBack(error);
         RollbackBatch();
         throw told;
+    } catch (...) {
+        RollbackBatch();
+        throw;
     }
     EndBatch();
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/recordset/Connection.h"
+#include "platform/recordset/Database.h"
 #include "platform/recordset/TableDef.h"
 #include "platform/recordset/TableState.h"
 
@@ -61,7 +62,7 @@ class DatabaseState {
     std::uint64_t batch_ = 0;
     std::uint64_t lastBatch_ = 0;
     int batchDepth_ = 0;
-    std::optional<PlatformError> lost_;  // the failure that took the batch's transaction back
+    std::optional<BatchTakenBack> lost_;  // the failure that took the batch's transaction back
 };
 
 }  // namespace tallymar::recordset
