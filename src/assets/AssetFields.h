@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 
 #include "assets/AssetFieldValues.h"
+#include "store/AssetColumns.h"
 
 // The fields of the asset form as one table: the window builds its controls from it, the session moves values by it, tests read
 // it.
@@ -80,7 +82,7 @@ enum class TabArming : std::uint8_t { None, Arms, Disarms };
 
 enum class FieldPlace : std::uint8_t { General, Book, Sale };
 
-using AssetMember = std::variant<std::string AssetFieldValues::*, CurrencyAmount AssetFieldValues::*, bool AssetFieldValues::*,
+using FieldMember = std::variant<std::string AssetFieldValues::*, CurrencyAmount AssetFieldValues::*, bool AssetFieldValues::*,
                                  std::string BookFieldValues::*, CurrencyAmount BookFieldValues::*, int BookFieldValues::*,
                                  bool BookFieldValues::*>;
 
@@ -88,19 +90,20 @@ struct AssetFieldDef {
     AssetField Id;
     std::string_view Control;  // "sidbBasis"; a book field's control is an array indexed by the book
     std::string_view Label;
-    std::string_view Column;  // "Basis" standing for "Basis(1)" to "Basis(4)" in the books; empty: never stored
+    std::optional<AssetMember> Stored = {};  // the column; none: never stored
     FieldPlace Place;
     FieldKind Kind;
-    AssetMember Member;
+    FieldMember Member;
     std::string_view Frame = {};  // the frame of a book tab that it stands in
 
-    std::size_t MaxLength = 0;      // texts
+    std::size_t MaxLength = 0;      // texts: what the control takes, if that is not the column's width
     bool LettersAndDigits = false;  // texts: A-Z and 0-9 alone
     CurrencyAmount Minimum = {};    // amounts and integers
     CurrencyAmount Maximum = {};
     bool Money = false;  // amounts: shown with commas
     std::span<const std::string_view> Entries = {};
     bool ReadOnly = false;
+    bool Computed = false;  // formed by the field rules, whatever is stored
 
     std::string_view Hint = {};
     bool HintOnChange = false;
@@ -124,6 +127,9 @@ template <>
 inline int& FieldValue<int>(AssetFieldValues& values, const AssetFieldDef& field, int book) {
     return values.Book[book].*std::get<int BookFieldValues::*>(field.Member);
 }
+
+// How many characters a text takes.
+std::size_t MaxLengthOf(const AssetFieldDef& field);
 
 // "sidbBasis(1)", "sitxAssetNum".
 std::string ControlName(const AssetFieldDef& field, int book);

@@ -1,6 +1,7 @@
 #include "assets/AssetRecordFields.h"
 
 #include <algorithm>
+#include <type_traits>
 
 #include "assets/AssetFields.h"
 #include "assets/FieldRules.h"
@@ -15,12 +16,95 @@ namespace tallymar {
 
 namespace {
 
-std::string DateText(Date date) {
-    return date.IsNone() ? std::string() : FormatShortDate(date);
+template <std::size_t N>
+void Show(const FixedText<N>& stored, std::string& shown) {
+    shown = stored.Trimmed();
+}
+void Show(const std::string& stored, std::string& shown) {
+    shown = stored;
+}
+void Show(Date stored, std::string& shown) {
+    shown = stored.IsNone() ? std::string() : FormatShortDate(stored);
+}
+void Show(CurrencyAmount stored, CurrencyAmount& shown) {
+    shown = ThroughField(stored);
+}
+void Show(std::int16_t stored, int& shown) {
+    shown = stored;
+}
+void Show(bool stored, bool& shown) {
+    shown = stored;
 }
 
-std::string_view OrBlankGroup(std::string_view taxGroup) {
-    return RTrim(taxGroup).empty() ? kBlankTaxGroup : taxGroup;
+template <std::size_t N>
+void Store(const std::string& shown, FixedText<N>& stored) {
+    stored = shown;
+}
+void Store(const std::string& shown, std::string& stored) {
+    stored = shown;
+}
+void Store(const std::string& shown, Date& stored) {
+    stored = TextToDate(shown);
+}
+void Store(CurrencyAmount shown, CurrencyAmount& stored) {
+    stored = shown;
+}
+void Store(int shown, std::int16_t& stored) {
+    stored = ToInteger(shown);
+}
+void Store(bool shown, bool& stored) {
+    stored = shown;
+}
+
+// What a field's or column's member holds, of the book if it is one of the books'. The holder may be const.
+template <typename Holder, typename Item, typename Owner>
+auto& ItemOf(Holder& holder, Item Owner::*member, int book) {
+    if constexpr (std::is_same_v<Owner, BookFieldValues>) {
+        return holder.Book[book].*member;
+    } else if constexpr (requires { (holder.*member)[book]; } && !std::is_same_v<Item, std::string>) {
+        return (holder.*member)[book];
+    } else {
+        return holder.*member;
+    }
+}
+
+// Calls each(field, book) for every field that is stored, those of the books once for each.
+template <typename Each>
+void ForEachStored(Each each) {
+    for (const AssetFieldDef& field : AssetFields()) {
+        if (!field.Stored) continue;
+        if (field.Place != FieldPlace::Book) {
+            each(field, 0);
+            continue;
+        }
+        for (int book = kFirstBook; book <= kLastBook; ++book) each(field, book);
+    }
+}
+
+void ShowList(const AssetRecord& r, AssetField list, int book, AssetFieldValues& v) {
+    switch (list) {
+        case AssetField::NewUsed:
+            if (r.NewUsed == "N") v.NewUsed = "New";
+            if (r.NewUsed == "U") v.NewUsed = "Used";
+            break;
+        case AssetField::AssetType:
+            MoveList(v, list, book, r.AssetType);
+            break;
+        case AssetField::DeprType:
+            v.Book[book].DeprType = DeprTypeCode(r.DeprType[book]);
+            break;
+        case AssetField::DeprMethod:
+            v.Book[book].DeprMethod = DeprMethodCode(r.DeprMethod[book]);
+            break;
+        case AssetField::DBPercent:
+            v.Book[book].DBPercent = r.DBPercent[book] != 0 ? std::to_string(r.DBPercent[book]) : std::string();
+            break;
+        case AssetField::IRSConvUsed:
+            MoveList(v, list, book, r.IRSConvUsed[book].View());
+            break;
+        default:
+            break;
+    }
 }
 
 template <typename Codes>
@@ -29,122 +113,63 @@ void StoreIndex(const Codes& codes, std::string_view code, std::int16_t& index) 
     if (found != codes.end()) index = static_cast<std::int16_t>(found - codes.begin());
 }
 
-void BookToFields(const AssetRecord& r, int book, AssetFieldValues& values) {
-    BookFieldValues& v = values.Book[book];
-    v.DeprType = DeprTypeCode(r.DeprType[book]);
-    v.DeprMethod = DeprMethodCode(r.DeprMethod[book]);
-    v.DBPercent = r.DBPercent[book] != 0 ? std::to_string(r.DBPercent[book]) : std::string();
-    MoveList(values, AssetField::IRSConvUsed, book, r.IRSConvUsed[book].View());
-    v.Period = ThroughField(r.Period[book]);
-    v.ADPct = ThroughField(r.ADPct[book]);
-    v.Listed = r.Listed[book];
-    v.Auto = r.Auto[book];
-    v.Agri = r.Agri[book];
-    v.Basis = ThroughField(r.Basis[book]);
-    v.Salvage = ThroughField(r.Salvage[book]);
-    v.Section179 = ThroughField(r.Section179[book]);
-    v.PrevDepr = ThroughField(r.PrevDepr[book]);
-    v.CurrDepr = ThroughField(r.CurrDepr[book]);
-    v.DateDeprToo = DateText(r.DateDeprToo[book]);
-    v.YearThru = r.YearThru[book];
-    v.SwitchBasis = ThroughField(r.SwitchBasis[book]);
-    v.SwitchYear = r.SwitchYear[book];
-    v.SwitchPeriod = r.SwitchPeriod[book];
-    v.TaxCredit = ThroughField(r.TaxCredit[book]);
-    v.TaxCreditUsed = ThroughField(r.TaxCreditUsed[book]);
-    v.TaxCreditYear = r.TaxCreditYear[book];
-}
-
-void FieldsToBook(const BookFieldValues& v, int book, AssetRecord& r) {
-    StoreIndex(kDeprTypes, v.DeprType, r.DeprType[book]);
-    StoreIndex(kDeprMethods, v.DeprMethod, r.DeprMethod[book]);
-    r.DBPercent[book] = ToInteger(Val(v.DBPercent));
-    r.IRSConvUsed[book] = v.IRSConvUsed;
-    r.Period[book] = v.Period;
-    r.ADPct[book] = v.ADPct;
-    r.Listed[book] = v.Listed;
-    r.Auto[book] = v.Auto;
-    r.Agri[book] = v.Agri;
-    r.Basis[book] = v.Basis;
-    r.Salvage[book] = v.Salvage;
-    r.Section179[book] = v.Section179;
-    r.AddlDepr[book] = v.AddlDepr;
-    r.PrevDepr[book] = v.PrevDepr;
-    r.CurrDepr[book] = v.CurrDepr;
-    r.DateDeprToo[book] = TextToDate(v.DateDeprToo);
-    r.YearThru[book] = ToInteger(v.YearThru);
-    r.SwitchBasis[book] = v.SwitchBasis;
-    r.SwitchYear[book] = ToInteger(v.SwitchYear);
-    r.SwitchPeriod[book] = ToInteger(v.SwitchPeriod);
-    r.TaxCredit[book] = v.TaxCredit;
-    r.TaxCreditUsed[book] = v.TaxCreditUsed;
-    r.TaxCreditYear[book] = ToInteger(v.TaxCreditYear);
+void StoreList(const AssetFieldValues& v, AssetField list, int book, AssetRecord& r) {
+    switch (list) {
+        case AssetField::NewUsed:
+            r.NewUsed = v.NewUsed == "New" ? "N" : "U";
+            break;
+        case AssetField::AssetType:
+            r.AssetType = v.AssetType;
+            break;
+        case AssetField::DeprType:
+            StoreIndex(kDeprTypes, v.Book[book].DeprType, r.DeprType[book]);
+            break;
+        case AssetField::DeprMethod:
+            StoreIndex(kDeprMethods, v.Book[book].DeprMethod, r.DeprMethod[book]);
+            break;
+        case AssetField::DBPercent:
+            r.DBPercent[book] = ToInteger(Val(v.Book[book].DBPercent));
+            break;
+        case AssetField::IRSConvUsed:
+            r.IRSConvUsed[book] = v.Book[book].IRSConvUsed;
+            break;
+        default:
+            break;
+    }
 }
 
 }  // namespace
 
-void RecordToFields(const AssetRecord& r, AssetFieldValues& v) {
-    v.AssetNum = r.AssetNum.Trimmed();
-    if (r.NewUsed == "N") v.NewUsed = "New";
-    if (r.NewUsed == "U") v.NewUsed = "Used";
-    MoveList(v, AssetField::AssetType, 0, r.AssetType);
-    v.ClassLife = ThroughField(r.ClassLife);
-    v.Description = r.Description;
-    v.Descrip2 = r.Descrip2;
-    v.SerialNum = r.SerialNum;
-    v.CodeSection = r.CodeSection;
-    v.AccountNum = r.AccountNum;
-    v.Division = r.Division.Trimmed();
-    v.Department = r.Department.Trimmed();
-    v.BusinessUse = ThroughField(r.BusinessUse);
-    v.InService = DateText(r.InService);
-    v.Purchased = DateText(r.Purchased);
-    v.FairMktValue = ThroughField(r.FairMktValue);
-    v.PictureName = r.PictureName;
-    v.TaxGroup = r.TaxGroup.empty() ? std::string(kBlankTaxGroup) : r.TaxGroup;
-    v.AssocAsset = r.AssocAsset.Trimmed();
-    v.PropertyTax = r.PropertyTax;
-    for (int book = kFirstBook; book <= kLastBook; ++book) BookToFields(r, book, v);
-    v.DateSold = DateText(r.DateSold);
-    v.SoldAmount = ThroughField(r.SoldAmount);
-    v.SoldExpense = ThroughField(r.SoldExpense);
-    v.Sold = r.Sold;
-    v.Abandoned = r.Abandoned;
-    v.Casualty = r.Casualty;
-    v.LikeKind = r.LikeKind;
-    v.Notice4 = r.Notice4;
+void RecordToFields(const AssetRecord& record, AssetFieldValues& values) {
+    ForEachStored([&](const AssetFieldDef& field, int book) {
+        if (field.Computed) return;
+        if (field.Kind == FieldKind::List) return ShowList(record, field.Id, book, values);
+        std::visit(
+            [&](auto stored, auto member) {
+                const auto& item = ItemOf(record, stored, book);
+                auto& shown = ItemOf(values, member, book);
+                if constexpr (requires { Show(item, shown); }) return Show(item, shown);
+                throw PlatformError(Failure::TypeMismatch);
+            },
+            *field.Stored, field.Member);
+    });
+    if (record.TaxGroup.empty()) values.TaxGroup = kBlankTaxGroup;
 }
 
-void FieldsToRecord(const AssetFieldValues& v, AssetRecord& r) {
-    r.AssetNum = v.AssetNum;
-    r.NewUsed = v.NewUsed == "New" ? "N" : "U";
-    r.AssetType = v.AssetType;
-    r.ClassLife = v.ClassLife;
-    r.FedLife = ToInteger(static_cast<double>(v.ClassLife.WholePart()));
-    r.Description = v.Description;
-    r.Descrip2 = v.Descrip2;
-    r.SerialNum = v.SerialNum;
-    r.CodeSection = v.CodeSection;
-    r.AccountNum = v.AccountNum;
-    r.Division = v.Division;
-    r.Department = v.Department;
-    r.BusinessUse = v.BusinessUse;
-    r.InService = TextToDate(v.InService);
-    r.Purchased = TextToDate(v.Purchased);
-    r.FairMktValue = v.FairMktValue;
-    r.PictureName = v.PictureName;
-    r.TaxGroup = OrBlankGroup(v.TaxGroup);
-    r.AssocAsset = v.AssocAsset;
-    r.PropertyTax = v.PropertyTax;
-    for (int book = kFirstBook; book <= kLastBook; ++book) FieldsToBook(v.Book[book], book, r);
-    r.DateSold = TextToDate(v.DateSold);
-    r.SoldAmount = v.SoldAmount;
-    r.SoldExpense = v.SoldExpense;
-    r.Sold = v.Sold;
-    r.Abandoned = v.Abandoned;
-    r.Casualty = v.Casualty;
-    r.LikeKind = v.LikeKind;
-    r.Notice4 = v.Notice4;
+void FieldsToRecord(const AssetFieldValues& values, AssetRecord& record) {
+    ForEachStored([&](const AssetFieldDef& field, int book) {
+        if (field.Kind == FieldKind::List) return StoreList(values, field.Id, book, record);
+        std::visit(
+            [&](auto stored, auto member) {
+                const auto& shown = ItemOf(values, member, book);
+                auto& item = ItemOf(record, stored, book);
+                if constexpr (requires { Store(shown, item); }) return Store(shown, item);
+                throw PlatformError(Failure::TypeMismatch);
+            },
+            *field.Stored, field.Member);
+    });
+    if (RTrim(record.TaxGroup).empty()) record.TaxGroup = kBlankTaxGroup;
+    record.FedLife = ToInteger(static_cast<double>(record.ClassLife.WholePart()));
 }
 
 }  // namespace tallymar

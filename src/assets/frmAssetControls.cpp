@@ -19,7 +19,7 @@ namespace tallymar {
 namespace {
 
 QWidget* MakeText(const AssetFieldDef& field, QWidget* parent) {
-    auto* edit = new sitxEdit(static_cast<int>(field.MaxLength), parent);
+    auto* edit = new sitxEdit(static_cast<int>(MaxLengthOf(field)), parent);
     if (field.LettersAndDigits) {
         edit->SetAllowed(sitxEdit::kLettersAndDigits);
         edit->SetUpperCase(true);

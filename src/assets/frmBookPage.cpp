@@ -52,7 +52,7 @@ Edit* Mirror(Edit* edit, const char* name, int tab) {
 }  // namespace
 
 AssetMirrors::AssetMirrors(int tab, QWidget* parent) : QWidget(parent) {
-    const auto width = [](AssetField field) { return static_cast<int>(FieldDef(field).MaxLength); };
+    const auto width = [](AssetField field) { return static_cast<int>(MaxLengthOf(FieldDef(field))); };
     number_ = Mirror(new sitxEdit(width(AssetField::AssetNum), this), "sitxAssetNum2", tab);
     description_ = Mirror(new sitxEdit(width(AssetField::Description), this), "sitxDescription2", tab);
     inService_ = Mirror(new sidtEdit(this), "sidtInService2", tab);

@@ -25,7 +25,7 @@ frmCopyAsset::frmCopyAsset(CompanySession& company, const AssetEditState& state,
       company_(company),
       ownPrompts_(this),
       prompts_(prompts ? *prompts : ownPrompts_) {
-    const int width = static_cast<int>(FieldDef(AssetField::AssetNum).MaxLength);
+    const int width = static_cast<int>(MaxLengthOf(FieldDef(AssetField::AssetNum)));
     auto* heading = new QLabel(tr("Make Multiple copies of the current Asset"), this);
     QFont bold = heading->font();
     bold.setBold(true);

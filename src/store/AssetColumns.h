@@ -10,6 +10,7 @@
 #include <variant>
 
 #include "platform/recordset/TableDef.h"
+#include "platform/runtime/PlatformError.h"
 #include "store/AssetRecord.h"
 
 // The columns of the asset as one table: the schema of a company file and its upgrade, the record's way in and out of a row, the
@@ -140,12 +141,12 @@ inline constexpr auto kAssetColumns = std::to_array<AssetColumn>({
     {"Salvage", &AssetRecord::Salvage},
 });
 
-// The row of a member; one that is no column does not compile.
-consteval const AssetColumn& ColumnOf(AssetMember member) {
+// The row of a member. Every member of the record is a column's.
+constexpr const AssetColumn& ColumnOf(const AssetMember& member) {
     for (const AssetColumn& column : kAssetColumns) {
         if (column.Member == member) return column;
     }
-    throw "the member is no column of the asset";
+    throw PlatformError(Failure::ItemNotFound, "The member is no column of the asset");
 }
 
 // The row of that name, letter case apart: "Basis" for all of "Basis(1)" to "Basis(4)", "Division". nullptr when there is none.
