@@ -5,15 +5,12 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QProgressBar>
 #include <QVBoxLayout>
 
 #include "platform/controls/CSCmdBtn.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
-#include "platform/controls/Hourglass.h"
 #include "platform/controls/NumberEdit.h"
-#include "platform/controls/QtPrompts.h"
 #include "platform/controls/ScreenText.h"
 
 namespace tallymar {
@@ -47,7 +44,7 @@ QLabel* Figure(const char* name, int book, const QString& column) {
 }  // namespace
 
 frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QWidget* parent)
-    : CSForm("frmComputeOptions", tr("Compute Options"), parent), session_(session), engine_(engine) {
+    : frmBatchForm("frmComputeOptions", tr("Compute Options"), parent), session_(session), engine_(engine) {
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(16);
     grid->setVerticalSpacing(8);
@@ -85,19 +82,6 @@ frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QW
     monthRow->addStretch(1);
     SetHint(silgMonth_, tr("Applies to Book Column ONLY"));
 
-    progressBar_ = Named(new QProgressBar(this), "ProgressBar1");
-    progressBar_->setAccessibleName(tr("Progress"));
-    progressBar_->setRange(0, 1);
-    progressBar_->setValue(0);
-    progressBar_->setTextVisible(false);
-
-    cmdOK_ = Named(new CSCmdBtn(tr("OK"), this), "cmdOK");
-    auto* cmdCancel = Named(new CSCmdBtn(tr("&Close"), this), "cmdCancel");
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(MakeHintLine(), 1);
-    buttons->addWidget(cmdOK_);
-    buttons->addWidget(cmdCancel);
-
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(16, 14, 16, 12);
     all->setSpacing(12);
@@ -105,14 +89,11 @@ frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QW
     all->addWidget(Heading(tr("Compute Current Depreciation")));
     all->addLayout(grid);
     all->addLayout(monthRow);
-    all->addWidget(progressBar_);
-    all->addStretch(1);
-    all->addLayout(buttons);
+    all->addLayout(MakeFoot(
+        Named(new CSCmdBtn(tr("OK"), this), "cmdOK"), [this](Prompts& prompts) { Compute(prompts); }, tr("&Close")));
+    SetDoneCaption({});  // the totals are read, and OK may be pressed again
 
     connect(silgMonth_, &EntryEdit::Changed, this, Guarded([this] { TakeMonth(); }));
-    connect(cmdOK_, &QPushButton::clicked, this, Guarded([this] { Compute(); }));
-    connect(cmdCancel, &QPushButton::clicked, this, &CSForm::Unload);
-    SetCancelButton(cmdCancel);
 }
 
 void frmComputeOptions::OnFieldFocus(QWidget* field) {
@@ -125,8 +106,7 @@ void frmComputeOptions::TakeMonth() {
     for (int book = kFirstBook; book <= kLastBook; ++book) chkCompute_[book]->setChecked(book == kBookingMonthBook);
 }
 
-void frmComputeOptions::Compute() {
-    emit Computing();
+void frmComputeOptions::Compute(Prompts& prompts) {
     ComputeCurrentOptions options;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         options.Compute[book] = chkCompute_[book]->isChecked();
@@ -134,12 +114,7 @@ void frmComputeOptions::Compute() {
     }
     // A month that an earlier visit left behind must not compute under a field that shows another.
     engine_.ComputeMonth = static_cast<std::int16_t>(silgMonth_->Value());
-    PerBook<InServiceTotals> totals;
-    {
-        const class_Hourglass wait;
-        QtPrompts prompts(this, progressBar_);
-        totals = ComputeCurrent(session_, engine_, options, prompts);
-    }
+    const PerBook<InServiceTotals> totals = ComputeCurrent(session_, engine_, options, prompts);
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!options.Compute[book]) continue;
         lblInService_[book]->setText(ToQString(totals[book].InServiceText()));

@@ -124,16 +124,8 @@ void Tallymar::MakeRoutes() {
          }},
         {Command::ActivitiesComputeCurrent,
          [this](int) {
-             ShowOrMake(QStringLiteral("frmComputeOptions"), [this] {
-                 const auto reopens = std::make_shared<bool>(UnloadEditForm());
-                 auto* form = new frmComputeOptions(session_, engine_);
-                 // It may have been opened again meanwhile: what was entered there is saved before the run, not over its results.
-                 connect(form, &frmComputeOptions::Computing, this, [this, reopens] { *reopens |= UnloadEditForm(); });
-                 connect(form, &CSForm::Unloaded, this, Guarded([this, reopens] {
-                             if (*reopens) ReopenEditForm();
-                         }));
-                 return form;
-             });
+             ShowBatch(QStringLiteral("frmComputeOptions"), Reopen::IfItWasOpen,
+                       [this] { return new frmComputeOptions(session_, engine_); });
          }},
         {Command::ActivitiesCloseYear, [this](int) { RunPostReport([](frmReportOptions& form) { form.ReadyToCloseYear(); }); }},
         {Command::ReportsRun,
@@ -151,9 +143,29 @@ void Tallymar::MakeRoutes() {
     };
 }
 
+void Tallymar::ShowBatch(const QString& name, Reopen reopen, const std::function<frmBatchForm*()>& make) {
+    if (CSForm* shown = Child(name)) {
+        Activate(shown);
+        return;
+    }
+    const auto reopens = std::make_shared<bool>(reopen == Reopen::Always || !EditFormClosed());
+    if (!UnloadEditForm()) return;
+    frmBatchForm* form = make();
+    // It may have been opened again meanwhile: what was entered there is saved before the run, not over its results.
+    form->MakeRoom = [this, reopens] {
+        *reopens |= !EditFormClosed();
+        return UnloadEditForm();
+    };
+    connect(form, &CSForm::Unloaded, this, Guarded([this, reopens] {
+                if (*reopens) ReopenEditForm();
+            }));
+    ShowChild(form);
+}
+
 // What posts must not find the asset form open: its buffer could write a posted record back.
 void Tallymar::RunPostReport(const std::function<void(frmReportOptions&)>& prepare) {
-    const bool wasOpen = UnloadEditForm();
+    const bool wasOpen = !EditFormClosed();
+    if (!UnloadEditForm()) return;
     frmReportOptions form(session_, engine_, this);
     prepare(form);
     form.ShowModal();
@@ -251,7 +263,7 @@ bool Tallymar::AskFirstCompany() {
 
 bool Tallymar::OpenFirstCompany(const std::filesystem::path& path) {
     Guarded([&] {
-        session_.OpenCompany(path, prompts_);
+        if (!session_.OpenCompany(path, prompts_)) return;
         session_.RememberLastCompany();
         Run(Command::EditAsset);
     })();
@@ -339,8 +351,7 @@ bool Tallymar::EditFormClosed() const {
 
 bool Tallymar::UnloadEditForm() {
     CSForm* form = Child(kEditFormName);
-    if (form) form->Unload();
-    return form != nullptr;
+    return !form || CloseFrame(qobject_cast<QMdiSubWindow*>(form->parentWidget()));
 }
 
 void Tallymar::ReopenEditForm() {
@@ -352,17 +363,24 @@ void Tallymar::OpenEnable() {
     ApplyEnabled({true, session_.AssetCount()});
 }
 
-void Tallymar::CloseFrame(QMdiSubWindow* window) {
-    window->close();
+bool Tallymar::CloseFrame(QMdiSubWindow* window) {
+    if (!window->close()) {
+        area_->setActiveSubWindow(window);
+        return false;
+    }
     // A frame that closes stays in the list until the next event; nothing may take it for open meanwhile.
-    area_->removeSubWindow(window);
+    if (area_->subWindowList().contains(window)) area_->removeSubWindow(window);
     window->deleteLater();
+    return true;
 }
 
-void Tallymar::CompanyClosing() {
+bool Tallymar::CompanyClosing() {
     closing_ = true;
-    for (QMdiSubWindow* window : area_->subWindowList()) CloseFrame(window);
+    // The asset form first: it alone may have to stay, and then the others do too.
+    bool closed = UnloadEditForm();
+    for (QMdiSubWindow* window : area_->subWindowList()) closed = closed && CloseFrame(window);
     closing_ = false;
+    return closed;
 }
 
 void Tallymar::CompanyClosed() {
@@ -380,7 +398,10 @@ void Tallymar::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    session_.FileClose();
+    if (!session_.FileClose()) {
+        event->ignore();
+        return;
+    }
     QMainWindow::closeEvent(event);
 }
 

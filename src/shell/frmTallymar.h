@@ -21,6 +21,7 @@ class QMenu;
 namespace tallymar {
 
 class CSForm;
+class frmBatchForm;
 class frmReportOptions;
 
 // The main window: menu, toolbar, status line and the child windows. It owns the session, the user profile and the engine, and
@@ -43,10 +44,10 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void Run(Command command, int index = 0);
     bool HasWindow(Command command) const { return routes_.contains(command); }
 
-    // The asset form and every command that goes over many assets move the one shared recordset, so a batch form closes the asset
-    // form when it opens and shows it again when it closes.
+    // The asset form and every command that goes over many assets move the one shared recordset, so the asset form is unloaded
+    // before such a command and shown again after it.
     bool EditFormClosed() const;
-    bool UnloadEditForm();  // was it open?
+    bool UnloadEditForm();  // false when it stays, since what stands in it cannot be saved: the command must not go on then
     void ReopenEditForm();
 
     // The Find menu item and button go with the first and the last asset, without the other commands.
@@ -59,7 +60,12 @@ class Tallymar : public QMainWindow, private SessionObserver {
  private:
     using Route = std::function<void(int index)>;
 
+    // When the asset form comes back from a batch command.
+    enum class Reopen { IfItWasOpen, Always };
+
     void MakeRoutes();
+    // Shows the window of a batch command, with the asset form away from its opening to its closing and during each run.
+    void ShowBatch(const QString& name, Reopen reopen, const std::function<frmBatchForm*()>& make);
     void RunPostReport(const std::function<void(frmReportOptions&)>& prepare);
     void MakeMenus();
     void MakeToolbar();
@@ -77,12 +83,12 @@ class Tallymar : public QMainWindow, private SessionObserver {
 
     CSForm* Child(const QString& name) const;
     void ShowChild(CSForm* form);
-    void CloseFrame(QMdiSubWindow* window);
+    bool CloseFrame(QMdiSubWindow* window);  // false when it stays
     void Activate(CSForm* form);
     // Brings the window of that name to the front, or makes it.
     void ShowOrMake(const QString& name, const std::function<CSForm*()>& make);
 
-    void CompanyClosing() override;
+    bool CompanyClosing() override;
     void CompanyClosed() override;
     void OpenEnable() override;
 

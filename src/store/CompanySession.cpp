@@ -55,12 +55,11 @@ CompanySession::~CompanySession() = default;
 bool CompanySession::FileNew(Prompts& prompts) {
     const auto path = prompts.AskSaveFile(CompanyFileDialog("Create a New Tallymar Database", appPath_.Folder()));
     if (!path) return false;
-    NewCompany(*path);
-    return true;
+    return NewCompany(*path);
 }
 
-void CompanySession::NewCompany(const std::filesystem::path& path) {
-    FileClose();
+bool CompanySession::NewCompany(const std::filesystem::path& path) {
+    if (!FileClose()) return false;
     try {
         recordset::Database database = CreateJetDatabase(path);
         recordset::Recordset company = database.OpenRecordset("Company");
@@ -77,6 +76,7 @@ void CompanySession::NewCompany(const std::filesystem::path& path) {
     }
     NewCompanyPending = true;
     if (observer_ != nullptr) observer_->OpenEnable();
+    return true;
 }
 
 recordset::Database CompanySession::CreateJetDatabase(const std::filesystem::path& path) {
@@ -95,18 +95,19 @@ bool CompanySession::FileOpen(Prompts& prompts) {
     dialog.FileName = profile_.LastDataPath;
     const auto path = prompts.AskOpenFile(dialog);
     if (!path) return false;
-    OpenCompany(*path, prompts);
+    if (!OpenCompany(*path, prompts)) return false;
     RememberLastCompany();
     return true;
 }
 
-void CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& prompts) {
-    FileClose();
+bool CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& prompts) {
+    if (!FileClose()) return false;
     const std::filesystem::path whole = std::filesystem::absolute(path);
     recordset::Database database = recordset::Database::Open(whole);
     UpgradeSchema(database, prompts);
     SetOpen(std::move(database), whole);
     if (observer_ != nullptr) observer_->OpenEnable();
+    return true;
 }
 
 void CompanySession::RememberLastCompany() {
@@ -119,12 +120,13 @@ void CompanySession::SetOpen(recordset::Database database, const std::filesystem
     databaseFileName_ = path;
 }
 
-void CompanySession::FileClose() {
-    if (observer_ != nullptr) observer_->CompanyClosing();
+bool CompanySession::FileClose() {
+    if (observer_ != nullptr && !observer_->CompanyClosing()) return false;
     open_.reset();
     databaseFileName_.clear();
     NewCompanyPending = false;
     if (observer_ != nullptr) observer_->CompanyClosed();
+    return true;
 }
 
 CompanySession::Open& CompanySession::Opened() {

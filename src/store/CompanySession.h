@@ -21,7 +21,8 @@ FileDialog CompanyFileDialog(std::string title, const std::filesystem::path& ini
 class SessionObserver {
  public:
     virtual ~SessionObserver() = default;
-    virtual void CompanyClosing() = 0;  // every window on the company must let go of it now
+    // Every window on the company must let go of it now. False when one cannot: the company then stays open.
+    virtual bool CompanyClosing() = 0;
     virtual void CompanyClosed() = 0;
     virtual void OpenEnable() = 0;  // a company is open, or its count of assets has changed between none and some
 };
@@ -36,15 +37,15 @@ class CompanySession {
 
     void SetObserver(SessionObserver* observer) { observer_ = observer; }
 
+    // False when the observer keeps the company open: nothing has happened then. The same holds for all that open another.
+    bool FileClose();
     // Each asks for a file; false when that is cancelled, and then the company that is open stays so. A failure of the database
     // reaches the caller as PlatformError, with no company open.
     bool FileNew(Prompts& prompts);
     bool FileOpen(Prompts& prompts);
-    void FileClose();
-
     // The same without a dialog.
-    void NewCompany(const std::filesystem::path& path);
-    void OpenCompany(const std::filesystem::path& path, Prompts& prompts);
+    bool NewCompany(const std::filesystem::path& path);
+    bool OpenCompany(const std::filesystem::path& path, Prompts& prompts);
     // Makes the open company the one that the next start offers, as FileOpen does; a profile that cannot be written is passed
     // over.
     void RememberLastCompany();

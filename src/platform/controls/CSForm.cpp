@@ -68,13 +68,10 @@ void CSForm::ShowModal() {
     loop.exec();
 }
 
-void CSForm::Unload() {
+bool CSForm::Unload() {
     // Within the main window the frame is what closes, and it takes the form with it.
-    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-        frame->close();
-    } else {
-        close();
-    }
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget())) return frame->close();
+    return close();
 }
 
 void CSForm::SetHint(QWidget* field, const QString& hint) {
@@ -214,6 +211,10 @@ void CSForm::closeEvent(QCloseEvent* event) {
         return;
     }
     if (!unloaded_) {
+        if (!MayUnload()) {
+            event->ignore();
+            return;
+        }
         OnUnload();
         unloaded_ = true;
         emit Unloaded();

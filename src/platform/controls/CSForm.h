@@ -24,8 +24,9 @@ class CSForm : public QWidget {
 
     // Shows it over everything else of the program and returns when it has been unloaded.
     void ShowModal();
-    // Closes it, whether it stands alone or within the main window.
-    void Unload();
+    // Closes it, whether it stands alone or within the main window. False when it stays: it may not go (MayUnload), or a command
+    // is at work in it.
+    bool Unload();
 
     // Puts the keyboard in the first field, unless it is in one.
     void FocusFirst();
@@ -43,6 +44,8 @@ class CSForm : public QWidget {
     // key.
     virtual bool OnPage(Page) { return false; }
     virtual void OnFieldFocus(QWidget* /*field*/) {}
+    // However the form is closed, asked first: false keeps it open, and the form has said why.
+    virtual bool MayUnload() { return true; }
     virtual void OnUnload() {}
 
     // The status line, to be put at the form's foot.
