@@ -40,6 +40,7 @@ int main(int argc, char** argv) {
     AddReportCommand(app, context);
     AddPostCommand(app, context);
     AddLabelsCommand(app, context);
+    AddFormCommand(app, context);
 
     try {
         app.parse(argc, argv);

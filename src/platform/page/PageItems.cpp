@@ -4,7 +4,7 @@
 #include <charconv>
 
 #include "platform/runtime/FileReplacement.h"
-#include "platform/runtime/Windows1252.h"
+#include "platform/runtime/JsonWriter.h"
 
 namespace tallymar {
 
@@ -21,24 +21,10 @@ void AppendNumber(std::string_view name, Number value, std::string& out) {
 }
 
 void AppendText(std::string_view name, std::string_view windows1252, std::string& out) {
-    constexpr std::string_view kHex = "0123456789abcdef";
     out += ",\"";
     out += name;
-    out += "\":\"";
-    for (const char& c : windows1252) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += c;
-        } else if (byte < 0x20) {
-            out += "\\u00";
-            out += kHex[byte >> 4];
-            out += kHex[byte & 15];
-        } else {
-            AppendUtf8(std::string_view(&c, 1), out);
-        }
-    }
-    out += '"';
+    out += "\":";
+    AppendJsonText(windows1252, out);
 }
 
 void AppendItem(const PageDocument& pages, const PageItem& item, std::string& out) {

@@ -1,0 +1,17 @@
+#include "irsforms/FormLines.h"
+
+#include "irsforms/FormTables.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/Pictures.h"
+
+namespace tallymar {
+
+std::string FormDate(Date date) {
+    return date.IsNone() ? std::string() : Format(date, pictures::kLabelDate);
+}
+
+std::string DecimalText(CurrencyAmount amount) {
+    return amount.TenThousandths() % 100 == 0 ? Format(amount, "0.00") : amount.ToText();
+}
+
+}  // namespace tallymar
