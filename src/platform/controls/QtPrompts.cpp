@@ -75,6 +75,7 @@ void QtPrompts::SetUp(QFileDialog& box, const FileDialog& dialog) {
         box.setNameFilters(filters);
         if (dialog.FilterIndex < dialog.Filters.size()) box.selectNameFilter(filters[static_cast<qsizetype>(dialog.FilterIndex)]);
     }
+    box.setOption(QFileDialog::DontConfirmOverwrite, !dialog.AsksToOverwrite);
     if (!dialog.InitialFolder.empty()) box.setDirectory(PathToQString(dialog.InitialFolder));
     if (!dialog.FileName.empty()) box.selectFile(PathToQString(dialog.FileName));
     if (!dialog.DefaultExtension.empty()) box.setDefaultSuffix(ToQString(dialog.DefaultExtension));

@@ -16,6 +16,15 @@ struct PaperSize {
 inline constexpr PaperSize kLetterLandscape{15840, 12240};
 inline constexpr PaperSize kLetterPortrait{12240, 15840};
 
+// The characters and lines of a page made into fixed-pitch text. Left and Top are the paper's margins, which a text file does
+// not have.
+struct TextGrid {
+    double CharsPerInch = 17;
+    double LinesPerInch = 8;
+    int Left = 0;
+    int Top = 0;
+};
+
 // A font by name and size, shared by many items of a document.
 struct PageFont {
     std::string Name;
@@ -57,6 +66,7 @@ class PageDocument {
     int CurrentY = 0;
 
     std::string Title;  // of the document, for window captions and file properties
+    TextGrid Grid;      // what it was laid out on
 
     // The width of the text in the current font, in twips: the sum of its characters' advance widths x FontSize x 20 / the units
     // of the em (2048), rounded once to whole twips, half to even. No kerning.

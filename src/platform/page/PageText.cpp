@@ -13,26 +13,7 @@ namespace tallymar {
 
 namespace {
 
-constexpr double kCharsPerInch = 17.0;
-constexpr double kLinesPerInch = 8.0;
 constexpr double kTwipsPerInch = 1440.0;
-
-double Column(double twips) {
-    return twips * kCharsPerInch / kTwipsPerInch;
-}
-
-int NearestColumn(double twips) {
-    return static_cast<int>(std::floor(Column(twips) + 0.5));
-}
-
-// Does a position stand on the grid, where flush edges are put?
-bool OnGrid(int twips) {
-    return std::abs(NearestColumn(twips) * kTwipsPerInch / kCharsPerInch - twips) <= 0.51;
-}
-
-int Line(int twips) {
-    return static_cast<int>(std::floor(twips * kLinesPerInch / kTwipsPerInch + 0.5));
-}
 
 bool IsFigure(std::string_view text) {
     return text.find_first_of("0123456789") != std::string_view::npos &&
@@ -96,6 +77,17 @@ class PageGrid {
     }
 
  private:
+    double Column(double twips) const { return (twips - pages_.Grid.Left) * pages_.Grid.CharsPerInch / kTwipsPerInch; }
+    int NearestColumn(double twips) const { return static_cast<int>(std::floor(Column(twips) + 0.5)); }
+    // Does a position stand on the grid, where flush edges are put?
+    bool OnGrid(int twips) const {
+        const double column = NearestColumn(twips) * kTwipsPerInch / pages_.Grid.CharsPerInch;
+        return std::abs(pages_.Grid.Left + column - twips) <= 0.51;
+    }
+    int Line(int twips) const {
+        return static_cast<int>(std::floor((twips - pages_.Grid.Top) * pages_.Grid.LinesPerInch / kTwipsPerInch + 0.5));
+    }
+
     void Place(const PageItem& item) {
         Placed placed;
         placed.Text = std::string(pages_.Text(item));

@@ -6,8 +6,7 @@
 
 namespace tallymar {
 
-// A page as fixed-pitch text, in UTF-8: 17 characters to the inch across, 8 lines to the inch down, no blanks at the ends of
-// lines.
+// A page as fixed-pitch text on the document's grid, in UTF-8, no blanks at the ends of lines.
 //
 // Which edge of a text is kept is told by what stands under and over it: a column of equal right edges stays flush right, one of
 // equal left edges flush left, all else is centred where it stood. Half rows go to the line below. A rule is a line of dashes,

@@ -27,6 +27,7 @@ struct FileDialog {
     std::filesystem::path InitialFolder;
     std::filesystem::path FileName;  // offered; may be empty
     std::string DefaultExtension;    // put behind a typed name that has none ("mdb"); may be empty
+    bool AsksToOverwrite = true;     // false: the command itself asks before an existing file is written
 };
 
 class Prompts {
@@ -43,8 +44,8 @@ class Prompts {
 
     // nullopt when cancelled.
     virtual std::optional<std::filesystem::path> AskOpenFile(const FileDialog& dialog) = 0;  // the file exists
-    virtual std::optional<std::filesystem::path> AskSaveFile(
-        const FileDialog& dialog) = 0;  // asks before an existing file is chosen
+    // Asks before an existing file is chosen, unless the dialog says otherwise.
+    virtual std::optional<std::filesystem::path> AskSaveFile(const FileDialog& dialog) = 0;
 
     // Steps of long work. A maximum of 0 takes the bar away.
     virtual void ProgressStart(std::int64_t maximum) = 0;

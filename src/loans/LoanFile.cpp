@@ -1,0 +1,96 @@
+#include "loans/LoanFile.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include "platform/runtime/FileFailure.h"
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/SequentialFile.h"
+#include "platform/runtime/Windows1252.h"
+
+namespace tallymar {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kQuote = '"';
+// Every box at its longest and full of quotes lies well below.
+constexpr std::uintmax_t kLargestFile = 65536;
+
+PlatformError NoLoanFile(const fs::path& file) {
+    return PlatformError(Failure::UnrecognizedFormat, file.string() + " is no loan file");
+}
+
+// Before anything is read: a pipe would never end, and what is larger than any loan is none.
+void RequireLoanSize(const fs::path& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (error) throw FileFailure(error.value(), file);
+    if (fs::is_directory(status)) throw FileFailure(EISDIR, file);
+    if (!fs::is_regular_file(status) || fs::file_size(file) > kLargestFile) throw NoLoanFile(file);
+}
+
+bool IsControl(char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+}
+
+std::string Quoted(std::string_view text) {
+    std::string doubled;
+    for (const char c : text) doubled.append(c == kQuote ? 2 : 1, c);
+    return doubled;
+}
+
+// A lone quote within the text stays: files of earlier releases do not double them.
+std::string TextOfLine(std::string_view line, const fs::path& file) {
+    line = Trim(line);
+    const bool isQuoted = line.size() >= 2 && line.front() == kQuote && line.back() == kQuote;
+    if (!isQuoted || std::any_of(line.begin(), line.end(), IsControl)) throw NoLoanFile(file);
+    std::string text;
+    for (std::size_t i = 1; i + 1 < line.size(); ++i) {
+        text += line[i];
+        if (line[i] == kQuote && line[i + 1] == kQuote && i + 2 < line.size()) ++i;
+    }
+    if (text.size() > kLongestLoanText) throw NoLoanFile(file);
+    return text;
+}
+
+}  // namespace
+
+FileDialog LoanFileDialog(std::string_view title, const fs::path& folder) {
+    return {.Title = std::string(title),
+            .Filters = {{"All Files (*.*)", "*"}, {"Loan Files (*.lon)", "*.lon"}},
+            .InitialFolder = folder,
+            .DefaultExtension = "lon",
+            .AsksToOverwrite = false};
+}
+
+LoanTexts OpenLoanFile(const fs::path& file) {
+    RequireLoanSize(file);
+    SequentialReader reader(file);
+    LoanTexts texts;
+    for (std::string& text : texts) {
+        if (!reader.HasLine()) throw PlatformError(Failure::InputPastEnd).WithPrefix(file.string() + ": ");
+        text = TextOfLine(reader.ReadLine(), file);
+    }
+    if (!reader.AtEnd()) throw NoLoanFile(file);
+    return texts;
+}
+
+bool CloseLoanFile(const fs::path& file, const LoanTexts& texts, Prompts& prompts) {
+    std::error_code ignored;
+    const fs::file_status status = fs::status(file, ignored);
+    if (fs::exists(status) && !prompts.AskYesNo("Overwrite existing file?", "Save Loan")) return false;
+    try {
+        if (fs::exists(status) && !fs::is_regular_file(status)) throw PlatformError(Failure::PathAccess);
+        SequentialWriter writer(file);
+        for (const std::string& text : texts) writer.WriteQuotedLine(Quoted(text));
+        writer.Close();
+    } catch (const PlatformError& failure) {
+        throw PlatformError(failure.Code(),
+                            "Error occurred while trying to close file " + file.string() + ",   please retry.");
+    }
+    return true;
+}
+
+}  // namespace tallymar
