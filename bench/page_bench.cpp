@@ -21,11 +21,11 @@ constexpr int kColumns = 16;
 PageDocument MakePages() {
     PageDocument v;
     v.Title = "Fixed Asset Report";
-    std::int64_t amount = 1;
+    std::uint64_t amount = 1;  // unsigned, for its overflow is wanted
     for (int page = 1; page <= kPages; ++page) {
         if (page > 1) v.NewPage();
         for (int cell = 0; cell < kRows * kColumns; ++cell) {
-            amount = amount * 6364136223846793005 + 1442695040888963407;
+            amount = amount * 6364136223846793005U + 1442695040888963407U;
             std::array<char, 24> text;
             auto end = std::to_chars(text.data(), text.data() + text.size(), (amount >> 40) & 0xFFFFFF).ptr;
             for (const char c : {'.', '0', '0', ' '}) *end++ = c;
@@ -60,7 +60,6 @@ void Search(benchmark::State& state) {
 BENCHMARK(Search)->Unit(benchmark::kMillisecond);
 
 void Deliver(benchmark::State& state, const char* name) {
-    const GuiForFiles gui;
     const std::filesystem::path path = std::filesystem::temp_directory_path() / name;
     Pages();
     for (auto _ : state) DeliverToFile(Pages(), {}, path);

@@ -34,7 +34,6 @@ int main(int argc, char** argv) {
     const int assets = argc > 1 ? std::atoi(argv[1]) : 100'000;
     const std::filesystem::path folder = argc > 2 ? argv[2] : std::filesystem::temp_directory_path() / "tallymar-reports-bench";
     const std::filesystem::path file = folder / "company.mdb";
-    const GuiForFiles gui;
     UserProfile profile;
     SilentPrompts prompts;
     CompanySession session(AppPath::At(folder, folder), profile);

@@ -114,8 +114,6 @@ void RequireWritable(const OutputFlags& output) {
 }
 
 void Deliver(const PageDocument& pages, const DetailTable& details, const OutputFlags& output) {
-    std::optional<GuiForFiles> gui;
-    if (FormatOfFile(output.Out) == FileFormat::Pdf) gui.emplace();
     DeliverToFile(pages, details, output.Out);
     if (!output.Items.empty()) WritePageItems(pages, output.Items);
 }

@@ -11,6 +11,7 @@ namespace tallymar {
 namespace {
 
 constexpr float kLabelLinesPerInch = 6.0F;
+constexpr int kTextInset = 180;  // twips that stay free at both sides of a label, for sheets that are fed askew
 constexpr int kMaxLines = 10;
 constexpr int kMaxAcross = 3;
 constexpr std::string_view kEvery = "*";
@@ -63,13 +64,25 @@ class LabelPrinter {
         const int top = sheet_.TopMarginLines + down_ * sheet_.LinesPerLabel;
         for (std::size_t line = 0; line < row_.size(); ++line) {
             for (std::size_t place = 0; place < static_cast<std::size_t>(across_); ++place) {
-                if (!row_[line][place].empty())
-                    VSendLJ(top + static_cast<int>(line), sheet_.LeftColumns[place], row_[line][place]);
+                if (row_[line][place].empty()) continue;
+                v_.FrameOfTexts = FrameOf(top, place);
+                VSendLJ(top + static_cast<int>(line), sheet_.LeftColumns[place], row_[line][place]);
             }
         }
         row_ = {};
         across_ = 0;
         ++down_;
+    }
+
+    // The grid drifts from the stock's labels by up to an inch and a half down the sheet: on the paper each text is brought back
+    // to its own label.
+    std::uint16_t FrameOf(int top, std::size_t place) {
+        const LabelStock& stock = sheet_.Stock;
+        return v_.AddFrame({.X = GridToTwips(static_cast<float>(sheet_.LeftColumns[place]), sheet_.CharsPerInch),
+                            .Y = GridToTwips(static_cast<float>(top), kLabelLinesPerInch),
+                            .PaperX = stock.Left + static_cast<int>(place) * stock.AcrossPitch + kTextInset,
+                            .PaperY = stock.Top + down_ * stock.DownPitch,
+                            .Width = stock.Width - 2 * kTextInset});
     }
 
     void VSendLJ(int row, int column, std::string_view text) {

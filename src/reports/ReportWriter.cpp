@@ -15,6 +15,7 @@ namespace {
 constexpr float kTextSize = 7.5F;
 constexpr float kTitleSize = 12.0F;
 constexpr int kRuleWidth = 2;
+constexpr int kMargin = 360;  // twips, a quarter of an inch: no office printer reaches closer to the edges
 
 // Places of the page head.
 constexpr float kHeadLeft = 1;
@@ -69,6 +70,7 @@ ReportWriter::ReportWriter(PageDocument& canvas, PageHead head, std::string subt
     : v_(canvas), head_(std::move(head)), subtotalPrefix_(std::move(subtotalPrefix)), details_(details) {
     v_.FontName = "Arial";
     v_.FontSize = kTextSize;
+    v_.Margin = kMargin;
 }
 
 ReportColumn& ReportWriter::Columns(int index) {

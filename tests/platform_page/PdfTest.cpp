@@ -5,7 +5,9 @@
 #include <QRegularExpression>
 
 #include "SampleReport.h"
+#include "platform/page/FontMetrics.h"
 #include "platform/page/frmPrint.h"
+#include "platform/runtime/SequentialFile.h"
 #include "platform/runtime/Windows1252.h"
 #include "support/TempFolder.h"
 
@@ -82,6 +84,46 @@ TEST(Pdf, TextIsSelectableAndStandsWhereTheModelPutIt) {
     EXPECT_THAT(info, testing::ContainsRegex("Pages: +2"));
     EXPECT_THAT(OutputOf("pdffonts " + pdf.string()),
                 testing::ContainsRegex("Liberation.*yes [a-z]+ +yes"));  // embedded, with Unicode
+}
+
+TEST(Pdf, EveryCharacterIsCopiedAsItself) {
+    if (OutputOf("command -v pdftotext").empty()) GTEST_SKIP() << "poppler-utils is not installed";
+    const TempFolder folder;
+    PageDocument v;
+    std::string expected;
+    for (int row = 2; row < 16; ++row) {
+        std::string line = "<";
+        for (int byte = row * 16; byte < row * 16 + 16; ++byte) {
+            if (const char c = static_cast<char>(byte); DrawnAs(c) == c && c != ' ') line += c;
+        }
+        PrintLeft(v, row, 1, line + ">");
+        expected += ToUtf8(line) + ">\n";
+    }
+    const std::filesystem::path pdf = DeliverToFile(v, {}, folder / "characters.pdf");
+    EXPECT_EQ(OutputOf("pdftotext -nopgbrk " + pdf.string() + " - | grep ."), expected);
+
+    const std::filesystem::path again = DeliverToFile(v, {}, folder / "again.pdf");
+    EXPECT_EQ(ReadWholeFile(pdf), ReadWholeFile(again));
+}
+
+TEST(Pdf, APageThatRunsOnEndsOnThePaper) {
+    if (OutputOf("command -v pdftotext").empty()) GTEST_SKIP() << "poppler-utils is not installed";
+    const TempFolder folder;
+    PageDocument v;
+    v.Margin = 360;
+    PrintLeft(v, 1, 1, "First");
+    PrintLeft(v, 69, 1, "Last");
+    v.NewPage();
+    PrintLeft(v, 56, 1, "Usual");
+    const std::filesystem::path pdf = DeliverToFile(v, {}, folder / "long.pdf");
+    const std::string html = OutputOf("pdftotext -bbox " + pdf.string() + " -");
+    const auto top = [&](const std::string& word) {
+        const std::size_t line = html.rfind("yMin=\"", html.find(">" + word + "<"));
+        return std::stod(html.substr(line + 6));
+    };
+    EXPECT_NEAR(top("Last"), 612 - 18 - v.FontSize * 1.117, 1);  // a line above the lower margin
+    EXPECT_NEAR(top("Usual"), 18 + 56 * 9, 1);
+    EXPECT_LT(top("First"), 18 + 9);
 }
 
 TEST(Pdf, LabelSheetsStandUpright) {

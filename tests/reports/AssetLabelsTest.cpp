@@ -5,6 +5,7 @@
 
 #include "PageGrid.h"
 #include "ReportCompany.h"
+#include "platform/page/PagePlacement.h"
 
 namespace tallymar::test {
 namespace {
@@ -51,6 +52,40 @@ TEST(AssetLabels, StandWhereTheSheetHasThem) {
             EXPECT_EQ(corners[i].X, GridToTwips(static_cast<float>(sheet.LeftColumns[across]), sheet.CharsPerInch));
         }
         EXPECT_EQ(canvas.Font(*canvas.PageBegin(1)).Size, sheet.FontSize);
+    }
+}
+
+// Whatever the grid says, on the paper every text lies within its own label of the stock.
+TEST(AssetLabels, AreDeliveredWithinTheEdgesOfTheStock) {
+    ReportCompany company;
+    for (int number = 0; number < 40; ++number) {
+        AssetRecord asset = Labelled(number);
+        asset.Description = std::string(25, 'W');
+        company.Add(asset);
+    }
+    for (const LabelSheet& sheet : kLabelSheets) {
+        PageDocument canvas(kLetterPortrait);
+        PrintAssetLabels(company.Session, {.Sheet = &sheet, .Start = "", .End = "", .Division = "", .Department = ""},
+                         company.Prompts, canvas);
+        const PagePlacement placement(canvas, 1);
+        const LabelStock& stock = sheet.Stock;
+        int label = -1;
+        for (const PageItem* item = canvas.PageBegin(1); item != canvas.PageEnd(1); ++item) {
+            const int perLine = sheet.LabelsAcross;
+            const auto index = static_cast<int>(item - canvas.PageBegin(1));
+            label = index / (4 * perLine) * perLine + index % perLine;  // four lines of each row of labels
+            const double left = stock.Left + label % perLine * stock.AcrossPitch;
+            const double top = stock.Top + label / perLine * stock.DownPitch;
+            const PagePlacement::Place place = placement.PlaceOf(*item);
+            canvas.FontSize = sheet.FontSize;
+            EXPECT_GE(place.X, left + 90) << sheet.Code;
+            EXPECT_LE(place.X + canvas.TextWidth(placement.ShownText(*item)), left + stock.Width - 90) << sheet.Code;
+            EXPECT_GE(place.Y, top + 90) << sheet.Code;
+            EXPECT_LE(place.Y + item->Y2 - item->Y, top + stock.Height - 90) << sheet.Code;
+        }
+        EXPECT_EQ(label + 1, sheet.LabelsAcross * sheet.LabelsDown);
+        EXPECT_LE(stock.Left + (sheet.LabelsAcross - 1) * stock.AcrossPitch + stock.Width, canvas.Paper().Width);
+        EXPECT_LE(stock.Top + sheet.LabelsDown * stock.DownPitch, canvas.Paper().Height);
     }
 }
 

@@ -6,7 +6,7 @@
 #include "platform/page/DetailTable.h"
 #include "platform/page/PageDocument.h"
 
-// What becomes of a finished document. This header is for bodies and doors alike: it needs no Qt; link page_delivery.
+// What becomes of a finished document. This header is for bodies and doors alike: it needs no Qt.
 namespace tallymar {
 
 enum class OutputTarget { Preview = 1, File = 3, Printer = 5 };
@@ -22,28 +22,12 @@ enum class FileFormat { Pdf, Text, Csv, Workbook };
 // .pdf, .txt, .csv and .xlsx in any letter case; every other name, and one without an extension, is a PDF's.
 FileFormat FormatOfFile(const std::filesystem::path& path);
 // The name that the document is delivered under: the path itself or, when its name has none of the four extensions, with ".pdf"
-// put behind it ("Report 12.31" becomes "Report 12.31.pdf").
+// added to it ("Report 12.31" becomes "Report 12.31.pdf").
 std::filesystem::path DeliveryPath(const std::filesystem::path& path);
 
 // Writes the document to DeliveryPath(path), which is also the result: the pages as PDF or fixed-pitch text, or the detail rows
 // as .csv or .xlsx. The file appears whole or not at all; an earlier one stays until then. Failures: those of FileReplacement;
-// DeviceError when a font is missing; InvalidCall for a .csv or .xlsx of a document without detail rows. A PDF needs a Qt
-// application object: in a program without windows hold a GuiForFiles first.
+// DeviceError when a font is missing; InvalidCall for a .csv or .xlsx of a document without detail rows.
 std::filesystem::path DeliverToFile(const PageDocument& pages, const DetailTable& details, const std::filesystem::path& path);
-
-// What drawing fonts needs in a program without windows, such as the command line tool: a Qt application object that asks for no
-// display. Make one in main() before the first PDF and keep it to the end; where there is an application object already it does
-// nothing.
-class GuiForFiles {
- public:
-    GuiForFiles();
-    ~GuiForFiles();
-    GuiForFiles(const GuiForFiles&) = delete;
-    GuiForFiles& operator=(const GuiForFiles&) = delete;
-
- private:
-    struct Application;
-    std::unique_ptr<Application> application_;
-};
 
 }  // namespace tallymar

@@ -39,6 +39,14 @@ std::uint8_t PageDocument::FontIndex() {
     return static_cast<std::uint8_t>(fonts_.size() - 1);
 }
 
+std::uint16_t PageDocument::AddFrame(const PageFrame& frame) {
+    const auto known = std::find(frames_.begin(), frames_.end(), frame);
+    const std::ptrdiff_t number = known - frames_.begin() + 1;
+    if (number > std::numeric_limits<std::uint16_t>::max()) throw PlatformError(Failure::Overflow);
+    if (known == frames_.end()) frames_.push_back(frame);
+    return static_cast<std::uint16_t>(number);
+}
+
 void PageDocument::PrintText(std::string_view text) {
     if (text.empty()) return;
     if (text.size() > std::numeric_limits<std::uint32_t>::max() - texts_.size()) throw PlatformError(Failure::Overflow);
@@ -46,6 +54,7 @@ void PageDocument::PrintText(std::string_view text) {
     PageItem item;
     item.Op = PageItem::Kind::Text;
     item.Font = FontIndex();
+    item.Frame = FrameOfTexts;
     item.X = CurrentX;
     item.Y = CurrentY;
     item.X2 = CurrentX + Twips(metrics, AdvanceOf(metrics, text), FontSize);
@@ -93,6 +102,10 @@ const PageItem* PageDocument::PageEnd(int page) const {
 
 std::string_view PageDocument::Text(const PageItem& item) const {
     return std::string_view(texts_).substr(item.TextStart, item.TextLength);
+}
+
+const PageFrame& PageDocument::Frame(const PageItem& item) const {
+    return frames_.at(item.Frame - std::size_t{1});
 }
 
 const PageFont& PageDocument::Font(const PageItem& item) const {

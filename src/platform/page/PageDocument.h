@@ -39,14 +39,29 @@ struct PageItem {
     enum class Kind : std::uint8_t { Text, Line };
 
     Kind Op = Kind::Text;
-    std::uint8_t Font = 0;        // texts: index into the document's fonts
-    std::uint16_t LineWidth = 0;  // lines: DrawWidth, in dots of 1/300 inch, half of it on either side
+    std::uint8_t Font = 0;  // texts: index into the document's fonts
+    union {
+        std::uint16_t LineWidth = 0;  // lines: DrawWidth, in dots of 1/300 inch, half of it on either side
+        std::uint16_t Frame;          // texts: the frame that they belong to, 0 for none
+    };
     std::int32_t X = 0;
     std::int32_t Y = 0;
     std::int32_t X2 = 0;  // texts: X plus the text's width
     std::int32_t Y2 = 0;  // texts: Y plus the height of a line of the font
     std::uint32_t TextStart = 0;
     std::uint32_t TextLength = 0;
+};
+
+// A place on the paper that is not where the grid has it, such as a label of die-cut stock. The position X, Y of the drawing
+// stands at PaperX, PaperY of the paper, and texts may reach Width from there.
+struct PageFrame {
+    int X = 0;
+    int Y = 0;
+    int PaperX = 0;
+    int PaperY = 0;
+    int Width = 0;
+
+    friend bool operator==(const PageFrame&, const PageFrame&) = default;
 };
 
 // The page canvas that a report draws on: an in-memory document of texts and lines, which is then delivered to preview, printer
@@ -65,13 +80,21 @@ class PageDocument {
     int CurrentX = 0;
     int CurrentY = 0;
 
+    std::uint16_t FrameOfTexts = 0;  // of the texts drawn, from AddFrame; 0: none
+
+    // What stays free around the drawing when it is put on paper, for printers that do not reach the edges: positions are counted
+    // from here. Items keep the positions that they were drawn at; PagePlacement tells where on the paper that is.
+    int Margin = 0;
+    // A frame for texts to come. An equal one is kept once. Failure::Overflow beyond 65,535 frames.
+    std::uint16_t AddFrame(const PageFrame& frame);
+
     std::string Title;  // of the document, for window captions and file properties
     TextGrid Grid;      // what it was laid out on
 
     // The width of the text in the current font, in twips: the sum of its characters' advance widths x FontSize x 20 / the units
     // of the em (2048), rounded once to whole twips, half to even. No kerning.
     int TextWidth(std::string_view text) const;
-    // Draws at the pen, which then stands behind the text. An empty text leaves no item.
+    // Draws at the pen, which then stands after the text. An empty text leaves no item.
     void PrintText(std::string_view text);
     void DrawLine(int x1, int y1, int x2, int y2);
     void NewPage();                           // the pen returns to 0, 0
@@ -85,6 +108,7 @@ class PageDocument {
     const PageItem* PageEnd(int page) const;
     std::string_view Text(const PageItem& item) const;  // Windows-1252
     const PageFont& Font(const PageItem& item) const;
+    const PageFrame& Frame(const PageItem& item) const;            // of a text that has one
     const std::vector<PageFont>& Fonts() const { return fonts_; }  // in order of first use
 
  private:
@@ -92,6 +116,7 @@ class PageDocument {
 
     PaperSize paper_;
     std::vector<PageFont> fonts_;
+    std::vector<PageFrame> frames_;
     std::vector<std::vector<PageItem>> pages_;
     std::string texts_;
 };

@@ -7,7 +7,7 @@
 
 namespace tallymar {
 
-// A place where a searched text stands, in twips.
+// A place where a searched text stands, in twips on the paper.
 struct PageHit {
     int Page;
     int X;
@@ -16,8 +16,8 @@ struct PageHit {
     int Y2;
 };
 
-// Every place in the document, page by page in drawing order, letter case apart. A hit lies within one drawn text; an empty
-// search finds nothing.
+// Every place in the document, page by page in drawing order, whatever the letter case. A hit lies within one drawn text; an
+// empty search finds nothing.
 std::vector<PageHit> SearchPages(const PageDocument& pages, std::string_view text);
 
 }  // namespace tallymar

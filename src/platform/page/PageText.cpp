@@ -93,8 +93,9 @@ class PageGrid {
         placed.Text = std::string(pages_.Text(item));
         std::transform(placed.Text.begin(), placed.Text.end(), placed.Text.begin(), DrawnAs);
         const int length = static_cast<int>(placed.Text.size());
-        const int lefts = OnGrid(item.X) ? leftEdges_[item.X] : 0;
-        const int rights = OnGrid(item.X2) ? rightEdges_[item.X2] : 0;
+        const bool framed = item.Frame != 0;  // the lines of a label begin under each other
+        const int lefts = framed || OnGrid(item.X) ? leftEdges_[item.X] : 0;
+        const int rights = !framed && OnGrid(item.X2) ? rightEdges_[item.X2] : 0;
         const bool figure = IsFigure(placed.Text);
         const bool flushRight = rights > lefts || (rights == lefts && rights > 0 && figure);
         if (flushRight) {
@@ -142,8 +143,10 @@ class PageGrid {
 
     static void PutInto(std::vector<std::string>& layers, const Placed& placed) {
         const auto column = static_cast<std::size_t>(placed.Column);
+        // Two figures that touch are one figure to the reader.
+        const std::size_t free = column > 0 && IsFigure(placed.Text) ? column - 1 : column;
         for (std::string& layer : layers) {
-            if (layer.find_first_not_of(' ', column) != std::string::npos) continue;
+            if (layer.find_first_not_of(' ', free) != std::string::npos) continue;
             layer.resize(column, ' ');
             layer += placed.Text;
             return;

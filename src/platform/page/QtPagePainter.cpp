@@ -11,6 +11,8 @@
 #include <QVarLengthArray>
 
 #include "platform/page/FontMetrics.h"
+#include "platform/page/PageFontFile.h"
+#include "platform/page/PagePlacement.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -19,25 +21,6 @@ namespace tallymar {
 namespace {
 
 constexpr double kTwipsPerDot = 4.8;  // of 1/300 inch
-
-struct Family {
-    std::string_view PageName;
-    const char* Candidates[2];
-    QFont::Weight Weight;
-};
-
-// The free fonts come first: they are what the program is delivered with, and the same on every machine.
-constexpr Family kFamilies[] = {
-    {"Arial", {"Liberation Sans", "Arial"}, QFont::Normal},
-    {"Arial Bold", {"Liberation Sans", "Arial"}, QFont::Bold},
-    {"Courier New", {"Liberation Mono", "Courier New"}, QFont::Normal},
-};
-
-[[noreturn]] void FailWithoutFont(std::string_view name) {
-    throw PlatformError(Failure::DeviceError, "The font \"" + std::string(name) +
-                                                  "\" is not installed, so that the pages cannot be drawn. Install the package "
-                                                  "\"fonts-liberation\" and start the command again.");
-}
 
 std::array<quint32, 256> GlyphsOf(const QRawFont& font) {
     std::array<quint32, 256> glyphs{};
@@ -63,14 +46,13 @@ bool Agrees(const QRawFont& font, const FontMetrics& metrics) {
 }
 
 QRawFont FindFont(const FontMetrics& metrics, double pixelSize) {
-    const auto* family = std::find_if(std::begin(kFamilies), std::end(kFamilies),
-                                      [&](const Family& candidate) { return candidate.PageName == metrics.Name; });
-    if (family == std::end(kFamilies) || qGuiApp == nullptr) FailWithoutFont(metrics.Name);
+    const PageFontFamily* family = FindPageFontFamily(metrics.Name);
+    if (family == nullptr || qGuiApp == nullptr) throw MissingPageFont(metrics.Name);
     for (const char* name : family->Candidates) {
         // Asked for by name first: Qt would put any other font in the place of one that it does not have.
         if (!QFontDatabase::hasFamily(QString::fromLatin1(name))) continue;
         QFont wanted(QString::fromLatin1(name));
-        wanted.setWeight(family->Weight);
+        wanted.setWeight(family->Bold ? QFont::Bold : QFont::Normal);
         wanted.setPixelSize(std::max(1, static_cast<int>(pixelSize)));
         wanted.setHintingPreference(QFont::PreferNoHinting);
         wanted.setStyleStrategy(QFont::NoFontMerging);
@@ -79,7 +61,7 @@ QRawFont FindFont(const FontMetrics& metrics, double pixelSize) {
         font.setPixelSize(pixelSize);
         return font;
     }
-    FailWithoutFont(metrics.Name);
+    throw MissingPageFont(metrics.Name);
 }
 
 }  // namespace
@@ -102,18 +84,20 @@ PagePainter::Face PagePainter::MakeFace(const PageFont& font, double scale) {
 
 void PagePainter::Paint(QPainter& painter, int page, QPointF origin) const {
     painter.setPen(Qt::black);
+    const PagePlacement placement(pages_, page);
     for (const PageItem* item = pages_.PageBegin(page); item != pages_.PageEnd(page); ++item) {
         if (item->Op == PageItem::Kind::Text) {
-            PaintText(painter, *item, origin);
+            PaintText(painter, *item, placement, origin);
         } else {
-            PaintLine(painter, *item, origin);
+            PaintLine(painter, *item, placement, origin);
         }
     }
 }
 
-void PagePainter::PaintText(QPainter& painter, const PageItem& item, QPointF origin) const {
+void PagePainter::PaintText(QPainter& painter, const PageItem& item, const PagePlacement& placement, QPointF origin) const {
     const Face& face = faces_.at(item.Font);
-    const std::string_view text = pages_.Text(item);
+    const std::string_view text = placement.ShownText(item);
+    const PagePlacement::Place place = placement.PlaceOf(item);
     QVarLengthArray<quint32, 64> glyphs(static_cast<qsizetype>(text.size()));
     QVarLengthArray<QPointF, 64> positions(static_cast<qsizetype>(text.size()));
     double x = 0;
@@ -126,14 +110,16 @@ void PagePainter::PaintText(QPainter& painter, const PageItem& item, QPointF ori
     QGlyphRun run;
     run.setRawFont(face.Font);
     run.setRawData(glyphs.constData(), positions.constData(), static_cast<int>(glyphs.size()));
-    painter.drawGlyphRun(origin + QPointF(item.X * scale_, item.Y * scale_ + face.Ascent), run);
+    painter.drawGlyphRun(origin + QPointF(place.X * scale_, place.Y * scale_ + face.Ascent), run);
 }
 
 // A filled bar and no pen: a pen's caps would lengthen the line.
-void PagePainter::PaintLine(QPainter& painter, const PageItem& item, QPointF origin) const {
+void PagePainter::PaintLine(QPainter& painter, const PageItem& item, const PagePlacement& placement, QPointF origin) const {
     const double thickness = item.LineWidth * kTwipsPerDot * scale_;
-    const QPointF from = origin + QPointF(item.X, item.Y) * scale_;
-    const QPointF to = origin + QPointF(item.X2, item.Y2) * scale_;
+    const PagePlacement::Place begin = placement.PlaceOf(item);
+    const PagePlacement::Place end = placement.EndOf(item);
+    const QPointF from = origin + QPointF(begin.X, begin.Y) * scale_;
+    const QPointF to = origin + QPointF(end.X, end.Y) * scale_;
     if (item.Y == item.Y2) {
         painter.fillRect(QRectF(from.x(), from.y() - thickness / 2, to.x() - from.x(), thickness).normalized(), Qt::black);
     } else if (item.X == item.X2) {

@@ -12,10 +12,12 @@ class QPainter;
 
 namespace tallymar {
 
+class PagePlacement;
+
 // Draws pages of one document on anything that Qt paints on, at one scale. Every glyph is put where the document's own metrics
-// put it: no kerning, no hinting of advances, so that the preview, the printer and the file show the same page.
+// put it: no kerning, no hinting of advances, so that the preview and the printer show the page that the PDF holds.
 //
-// Needs a QGuiApplication (see GuiForFiles). A font of the document that is not installed, or that has other widths than it
+// Needs a QGuiApplication. A font of the document that is not installed, or that has other widths than it
 // should, fails with Failure::DeviceError and a text that names the package to install: a report is never drawn in a wrong font.
 class PagePainter {
  public:
@@ -37,8 +39,8 @@ class PagePainter {
     };
 
     static Face MakeFace(const PageFont& font, double scale);
-    void PaintText(QPainter& painter, const PageItem& item, QPointF origin) const;
-    void PaintLine(QPainter& painter, const PageItem& item, QPointF origin) const;
+    void PaintText(QPainter& painter, const PageItem& item, const PagePlacement& placement, QPointF origin) const;
+    void PaintLine(QPainter& painter, const PageItem& item, const PagePlacement& placement, QPointF origin) const;
 
     const PageDocument& pages_;
     double scale_;

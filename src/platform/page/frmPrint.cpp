@@ -34,12 +34,10 @@ void PrintPages(const PageDocument& pages, QPrinter& printer, int from, int to) 
     QPainter painter;
     if (!painter.begin(&printer)) throw refused;
     const double dotsPerInch = printer.resolution();
-    const QMarginsF unreachable = printer.pageLayout().minimumMargins();  // in points
-    const QPointF origin(unreachable.left() * dotsPerInch / 72, unreachable.top() * dotsPerInch / 72);
     const PagePainter drawing(pages, dotsPerInch / kTwipsPerInch);
     for (int page = from; page <= to; ++page) {
         if (page > from && !printer.newPage()) throw refused;
-        drawing.Paint(painter, page, origin);
+        drawing.Paint(painter, page);
     }
     if (!painter.end() || printer.printerState() == QPrinter::Error) throw refused;
 }

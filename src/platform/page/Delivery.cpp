@@ -1,11 +1,10 @@
+#include "platform/page/Delivery.h"
+
 #include <array>
 
-#include <QGuiApplication>
-
-#include "platform/page/Delivery.h"
 #include "platform/page/DetailFiles.h"
 #include "platform/page/PageText.h"
-#include "platform/page/QtPdf.h"
+#include "platform/page/PdfFile.h"
 #include "platform/runtime/FileReplacement.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
@@ -79,25 +78,5 @@ std::filesystem::path DeliverToFile(const PageDocument& pages, const DetailTable
     file.Commit();
     return target;
 }
-
-// Qt keeps references to both for as long as the application lives.
-struct GuiForFiles::Application {
-    std::string Name = "tallymar";
-    int Count = 1;
-    std::array<char*, 2> Arguments = {Name.data(), nullptr};
-    std::unique_ptr<QGuiApplication> Qt;
-};
-
-GuiForFiles::GuiForFiles() {
-    if (QCoreApplication::instance() != nullptr) return;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    application_ = std::make_unique<Application>();
-    // What the toolkit has to say about the missing desktop is nothing to the user of a command line.
-    const QtMessageHandler earlier = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    application_->Qt = std::make_unique<QGuiApplication>(application_->Count, application_->Arguments.data());
-    qInstallMessageHandler(earlier);
-}
-
-GuiForFiles::~GuiForFiles() = default;
 
 }  // namespace tallymar
