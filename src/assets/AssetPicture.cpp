@@ -5,9 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <iterator>
 
-#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/InputFile.h"
 #include "platform/runtime/SequentialFile.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -26,14 +25,6 @@ constexpr std::array<std::string_view, 5> kFirstBytes = {"\xFF\xD8\xFF"sv, "GIF8
 
 std::string Screen(const fs::path& path) {
     return FromUtf8(path.string());
-}
-
-std::string ReadWhole(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string contents{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file.good() && !file.eof())
-        throw PlatformError(Failure::PermissionDenied, "The file " + Screen(path) + " cannot be read");
-    return contents;
 }
 
 bool SameFile(const fs::path& a, const fs::path& b) {
@@ -76,7 +67,7 @@ std::optional<std::string> AddPicture(const fs::path& images, Prompts& prompts) 
     const fs::path target = images / chosen->filename();
     if (!SameFile(target, *chosen)) {
         prompts.Message("Paths = " + Screen(chosen->parent_path()) + " - " + Screen(target) + " - " + Screen(*chosen), kTitle);
-        ReplaceFile(target, ReadWhole(*chosen));
+        ReplaceFile(target, ReadWholeFile(*chosen));
     }
     return name;
 }
@@ -96,6 +87,8 @@ std::optional<std::string> PictureProblem(const fs::path& path) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (status.type() == fs::file_type::not_found) return "Picture file " + Screen(path) + " not found";
+    // A pipe of that name would be waited for.
+    if (fs::exists(status) && !fs::is_regular_file(status)) return std::string(kInvalidPicture);
     std::ifstream file(path, std::ios::binary);
     if (!file || access(path.c_str(), R_OK) != 0) return "Picture file " + Screen(path) + " permission denied";
     std::string head(4, '\0');

@@ -1,15 +1,18 @@
 #include "interchange/AssetCsv.h"
 
-#include <cerrno>
-#include <fstream>
+#include <algorithm>
+#include <bitset>
 #include <ostream>
 #include <unordered_map>
 #include <utility>
 
 #include "interchange/CsvReader.h"
 #include "interchange/FieldText.h"
+#include "platform/recordset/Names.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/AssetColumns.h"
+#include "store/AssetRecordAccess.h"
 
 namespace tallymar {
 
@@ -19,53 +22,28 @@ using recordset::Value;
 
 constexpr std::string_view kKey = "AssetNum";
 
-std::string ReadWhole(const std::filesystem::path& path) {
-    const std::string name = FromUtf8(path.string());
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found)
-        throw PlatformError(Failure::FileNotFound, "File not found: " + name);
-    if (status.type() == std::filesystem::file_type::directory) throw PlatformError(Failure::PathAccess, name + " is a folder");
-    errno = 0;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        const Failure failure = errno == EACCES ? Failure::PermissionDenied : Failure::PathAccess;
-        throw PlatformError(failure, std::string(FailureText(failure)) + ": " + name);
-    }
-    std::string contents;
-    if (status.type() == std::filesystem::file_type::regular) contents.reserve(std::filesystem::file_size(path, error));
-    std::vector<char> chunk(1 << 16);
-    while (in.read(chunk.data(), static_cast<std::streamsize>(chunk.size())) || in.gcount() > 0) {
-        contents.append(chunk.data(), static_cast<std::size_t>(in.gcount()));
-    }
-    if (in.bad()) throw PlatformError(Failure::DeviceError, "The file cannot be read: " + name);
-    return contents;
-}
-
 // One column of the file: where its values go in the table.
 struct Column {
     int Ordinal = 0;
     recordset::Field Field;
+    const AssetColumn* Known = nullptr;  // none: another program's column in the company file
 };
 
 // The file as rows of values, each complaint with its place.
 class AssetFile {
  public:
-    AssetFile(const std::filesystem::path& path, const recordset::Recordset& assets)
-        : name_(FromUtf8(path.filename().string())), contents_(ReadWhole(path)) {
-        ReadHeader(assets);
-    }
+    AssetFile(const std::filesystem::path& path, const recordset::Recordset& assets) : reader_(path) { ReadHeader(assets); }
 
     const std::vector<Column>& Columns() const { return columns_; }
 
     // Calls each(values) for every row, values in the order of Columns.
     template <typename Each>
     void ForEachRow(Each each) {
-        CsvReader reader(contents_, name_);
-        reader.ReadRow(row_);
+        reader_.Rewind();
+        reader_.ReadRow(row_);
         std::vector<Value> values(columns_.size());
         texts_.resize(columns_.size());
-        while (reader.ReadRow(row_)) {
+        while (reader_.ReadRow(row_)) {
             CheckWidth();
             for (std::size_t i = 0; i < columns_.size(); ++i) values[i] = Convert(i);
             each(values);
@@ -73,25 +51,39 @@ class AssetFile {
     }
 
     std::size_t KeyColumn() const { return keyColumn_; }
-    int RowLine() const { return row_[keyColumn_].Line; }
 
     [[noreturn]] void Fail(std::size_t column, Failure failure, const std::string& complaint) const {
-        throw PlatformError(failure, name_ + ", line " + std::to_string(row_[column].Line) + ", column " +
+        throw PlatformError(failure, reader_.Name() + ", line " + std::to_string(row_[column].Line) + ", column " +
                                          columns_[column].Field.Name + ": " + complaint);
     }
 
+    // The number of the current row has stood in the file before.
+    [[noreturn]] void FailAsRepeated() {
+        const CsvField repeated = row_[keyColumn_];
+        const std::string key = KeyOf(repeated);
+        reader_.Rewind();
+        reader_.ReadRow(row_);
+        while (reader_.ReadRow(row_) && !recordset::SameName(KeyOf(row_[keyColumn_]), key)) continue;
+        const int earlier = row_[keyColumn_].Line;
+        row_[keyColumn_] = repeated;
+        Fail(keyColumn_, Failure::DuplicateKey, "asset " + key + " is in line " + std::to_string(earlier) + " already");
+    }
+
  private:
+    static std::string KeyOf(const CsvField& field) { return std::string(RTrim(FromUtf8(field.Text))); }
+
     void ReadHeader(const recordset::Recordset& assets) {
-        CsvReader reader(contents_, name_);
-        if (!reader.ReadRow(row_))
-            throw PlatformError(Failure::ItemNotFound, name_ + ": the file is empty; its first line must name columns");
+        if (!reader_.ReadRow(row_))
+            throw PlatformError(Failure::ItemNotFound, reader_.Name() + ": the file is empty; its first line must name columns");
+        if (row_.front().Text.starts_with("SQLite format"))
+            throw PlatformError(Failure::InvalidCall, reader_.Name() + " is a company file, no CSV");
         const recordset::TableDef& table = assets.Definition();
         for (const CsvField& cell : row_) {
             const std::string where =
-                name_ + ", line " + std::to_string(cell.Line) + ", column " + std::to_string(columns_.size() + 1) + ": ";
-            const recordset::Field* field = table.FindField(cell.Text);
+                reader_.Name() + ", line " + std::to_string(cell.Line) + ", column " + std::to_string(columns_.size() + 1) + ": ";
+            const recordset::Field* field = table.FindField(FromUtf8(cell.Text));
             if (field == nullptr) {
-                throw PlatformError(Failure::ItemNotFound, where + "the table has no column \"" + FromUtf8(cell.Text) + "\"");
+                throw PlatformError(Failure::ItemNotFound, where + "the table has no column " + QuotedFieldText(cell.Text));
             }
             const int ordinal = assets.Ordinal(field->Name);
             for (const Column& earlier : columns_) {
@@ -103,10 +95,10 @@ class AssetFile {
                 keyColumn_ = columns_.size();
                 hasKey_ = true;
             }
-            columns_.push_back({ordinal, *field});
+            columns_.push_back({ordinal, *field, FindAssetColumn(field->Name)});
         }
         if (!hasKey_) {
-            throw PlatformError(Failure::ItemNotFound, name_ + ", line " + std::to_string(row_.front().Line) +
+            throw PlatformError(Failure::ItemNotFound, reader_.Name() + ", line " + std::to_string(row_.front().Line) +
                                                            ": the header does not name " + std::string(kKey));
         }
     }
@@ -115,26 +107,48 @@ class AssetFile {
         if (row_.size() == columns_.size()) return;
         const std::string place =
             row_.size() > columns_.size() ? std::to_string(columns_.size() + 1) : columns_[row_.size()].Field.Name;
-        throw PlatformError(Failure::TypeMismatch, name_ + ", line " + std::to_string(row_.back().Line) + ", column " + place +
-                                                       ": the row has " + std::to_string(row_.size()) +
+        throw PlatformError(Failure::TypeMismatch, reader_.Name() + ", line " + std::to_string(row_.back().Line) + ", column " +
+                                                       place + ": the row has " + std::to_string(row_.size()) +
                                                        " fields where the header has " + std::to_string(columns_.size()));
     }
 
     // Texts stay good until the next row.
     Value Convert(std::size_t i) {
         const CsvField& cell = row_[i];
-        const recordset::Field& field = columns_[i].Field;
+        const Column& column = columns_[i];
         try {
-            if (!cell.IsNull) return ParseFieldText(field, cell.Text, texts_[i]);
-            if (i == keyColumn_) throw PlatformError(Failure::NullKey, "every asset needs a number");
-            return NullFieldValue(field);
+            if (i == keyColumn_) return ConvertKey(cell);
+            if (cell.IsNull) return NullFieldValue(column.Field);
+            const Value value = ParseFieldText(column.Field, cell.Text, texts_[i]);
+            RequireUsable(column, value, cell.Text);
+            return value;
         } catch (const PlatformError& failure) {
             Fail(i, failure.Code(), failure.what());
         }
     }
 
-    std::string name_;
-    std::string contents_;
+    // A value that the column takes and that the asset, once read, could not hold would end every later command.
+    static void RequireUsable(const Column& column, const Value& value, std::string_view text) {
+        if (column.Known == nullptr) return;
+        try {
+            RequireReadable(*column.Known, value);
+        } catch (const PlatformError& failure) {
+            throw PlatformError(failure.Code(), QuotedFieldText(text) + " is beyond what an asset can hold");
+        }
+    }
+
+    Value ConvertKey(const CsvField& cell) {
+        if (cell.IsNull) throw PlatformError(Failure::NullKey, "every asset needs a number");
+        const Value key = ParseFieldText(columns_[keyColumn_].Field, cell.Text, texts_[keyColumn_]);
+        const std::string_view text = key.Text();
+        if (RTrim(text).empty()) throw PlatformError(Failure::NullKey, "every asset needs a number that is not blank");
+        if (std::any_of(text.begin(), text.end(), IsControl)) {
+            throw PlatformError(Failure::InvalidCall, "a number may not hold a control character");
+        }
+        return key;
+    }
+
+    CsvReader reader_;
     std::vector<Column> columns_;
     std::size_t keyColumn_ = 0;
     bool hasKey_ = false;
@@ -142,20 +156,35 @@ class AssetFile {
     std::vector<std::string> texts_;  // Windows-1252, by column
 };
 
-void CheckWholeFile(AssetFile& file) {
-    std::unordered_map<std::string, int> lineOfKey;
-    file.ForEachRow([&](const std::vector<Value>& values) {
-        const std::string_view key = values[file.KeyColumn()].Text();
-        const auto [earlier, isNew] = lineOfKey.emplace(UCase(RTrim(key)), file.RowLine());
-        if (!isNew) {
-            file.Fail(file.KeyColumn(), Failure::DuplicateKey,
-                      "asset " + std::string(RTrim(key)) + " is in line " + std::to_string(earlier->second) + " already");
-        }
-    });
-}
+// Which rows of the table the file has written. What counts as the same number is for the table's index alone to say, so each
+// number is sought there, and the row that is found tells whether it has come before: those added here have higher row numbers
+// than any before, and of the others one bit is kept.
+class WrittenRows {
+ public:
+    explicit WrittenRows(recordset::Recordset& assets) {
+        assets.SetIndex("");
+        assets.MoveLast();
+        if (assets.HasCurrentRow()) lastBefore_ = assets.RowNumber();
+    }
+
+    // False when the file has written the row before.
+    bool Add(std::int64_t row) {
+        if (row > lastBefore_) return false;
+        auto bit = rewritten_[row / kBlock][static_cast<std::size_t>(row % kBlock)];
+        if (bit) return false;
+        return bit = true;
+    }
+
+ private:
+    static constexpr std::int64_t kBlock = 4096;
+
+    std::int64_t lastBefore_ = 0;
+    std::unordered_map<std::int64_t, std::bitset<kBlock>> rewritten_;
+};
 
 CsvCounts WriteAll(AssetFile& file, recordset::Recordset& assets) {
     CsvCounts counts;
+    WrittenRows written(assets);
     assets.SetIndex(kKey);
     file.ForEachRow([&](const std::vector<Value>& values) {
         assets.Seek(values[file.KeyColumn()]);
@@ -163,6 +192,7 @@ CsvCounts WriteAll(AssetFile& file, recordset::Recordset& assets) {
             assets.AddNew();
             ++counts.Added;
         } else {
+            if (!written.Add(assets.RowNumber())) file.FailAsRepeated();
             assets.Edit();
             ++counts.Rewritten;
         }
@@ -197,7 +227,7 @@ void AppendField(const Value& value, std::string& line) {
 
 CsvCounts LoadAssets(recordset::Database& database, recordset::Recordset& assets, const std::filesystem::path& path) {
     AssetFile file(path, assets);
-    CheckWholeFile(file);
+    file.ForEachRow([](const std::vector<Value>&) {});
     try {
         return recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] { return WriteAll(file, assets); });
     } catch (...) {

@@ -18,15 +18,16 @@ struct CsvCounts {
     int Rewritten = 0;
 };
 
-// Adds a row of the table for each row of the file or, where its AssetNum (letter case and trailing blanks apart) is there,
-// rewrites that row. Columns that the header does not name stay as they are, and are Null in new rows (Booleans False). Leaves
-// the recordset on the first row by AssetNum.
+// Adds a row of the table for each row of the file or, where its AssetNum (as the table's index compares) is there, rewrites that
+// row. Columns that the header does not name stay as they are, and are Null in new rows (Booleans False). Leaves the recordset on
+// the first row by AssetNum. Memory does not grow with the file, which is read twice.
 //
-// All or nothing: the whole file is looked at before anything is written, and a failure of the database takes back what was.
+// All or nothing: every value of the file is looked at before anything is written, and a failure after that takes back what was.
 // Failures name the file, the line and the column: ItemNotFound (a column that the table does not have, or no AssetNum),
 // DuplicateKey (a column or an AssetNum named twice), TypeMismatch (no such number, date or True/False; a row longer or shorter
-// than the header; a character that Windows-1252 does not have), Overflow, FieldTooSmall, ZeroLengthNotAllowed, NullKey,
-// InvalidUseOfNull (an empty Boolean), InvalidCall (no CSV); those of opening a file; those of Database.
+// than the header; a character that Windows-1252 does not have), Overflow (what no command could read again too: a class life
+// beyond 16 bits, a date outside the years 100 to 9999), FieldTooSmall, ZeroLengthNotAllowed, NullKey (blank too), InvalidUseOfNull
+// (an empty Boolean), InvalidCall (no CSV; a control character in a number); those of InputFile and of Database.
 CsvCounts LoadAssets(recordset::Database& database, recordset::Recordset& assets, const std::filesystem::path& path);
 
 // Every row by AssetNum; columns in the order given, all in the table's order when there are none. ItemNotFound for an unknown

@@ -46,7 +46,17 @@ bool HasMoreThanFourDecimals(std::string_view number) {
 }
 
 [[noreturn]] void Refuse(Failure failure, std::string_view utf8, const std::string& complaint) {
-    throw PlatformError(failure, "\"" + FromUtf8(utf8) + "\" " + complaint);
+    throw PlatformError(failure, QuotedFieldText(utf8) + " " + complaint);
+}
+
+// Every command reads the parts of a date.
+Date RequireCalendar(Date date, std::string_view utf8) {
+    try {
+        date.Year();
+        return date;
+    } catch (const PlatformError& failure) {
+        Refuse(failure.Code(), utf8, "is not within the years 100 to 9999");
+    }
 }
 
 Value ParseText(const recordset::Field& field, std::string_view utf8, std::string& buffer) {
@@ -71,6 +81,14 @@ Value ParseInteger(std::string_view utf8) {
 
 }  // namespace
 
+std::string QuotedFieldText(std::string_view utf8) {
+    constexpr std::size_t kLongestQuoted = 60;
+    if (utf8.size() > kLongestQuoted) return "A text of " + std::to_string(utf8.size()) + " bytes";
+    std::string quoted = "\"";
+    for (const char c : FromUtf8(utf8)) quoted += IsControl(c) ? '?' : c;
+    return quoted + '"';
+}
+
 Value ParseFieldText(const recordset::Field& field, std::string_view utf8, std::string& buffer) {
     switch (field.Type) {
         case FieldType::Text:
@@ -79,7 +97,7 @@ Value ParseFieldText(const recordset::Field& field, std::string_view utf8, std::
             std::optional<Date> date = ParseIsoDate(utf8);
             if (!date) date = ParseSerial(utf8);
             if (!date) Refuse(Failure::TypeMismatch, utf8, "is no date of the form YYYY-MM-DD");
-            return Value(*date);
+            return Value(RequireCalendar(*date, utf8));
         }
         case FieldType::Currency: {
             const std::optional<CurrencyAmount> amount = CurrencyAmount::Parse(utf8);

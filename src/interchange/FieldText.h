@@ -15,9 +15,13 @@
 namespace tallymar {
 
 // A text value is a view of `buffer`, which must outlive it. Failures, each with a text that says what is wrong with this one:
-// TypeMismatch (no such number, date or True/False; a character that Windows-1252 does not have), Overflow, FieldTooSmall,
-// ZeroLengthNotAllowed.
+// TypeMismatch (no such number, date or True/False; a character that Windows-1252 does not have), Overflow (a date outside the
+// years 100 to 9999 too), FieldTooSmall, ZeroLengthNotAllowed.
 recordset::Value ParseFieldText(const recordset::Field& field, std::string_view utf8, std::string& buffer);
+
+// How a message repeats a text that it complains of: in quotation marks, a control character as a question mark; of a text too
+// long for any message only its length.
+std::string QuotedFieldText(std::string_view utf8);
 
 // Null, but for a Boolean, which is never empty: InvalidUseOfNull.
 recordset::Value NullFieldValue(const recordset::Field& field);

@@ -17,8 +17,14 @@ static_assert(std::all_of(kAssetColumns.begin(), kAssetColumns.end(),
               "every text has its width");
 
 const AssetColumn* FindAssetColumn(std::string_view name) {
-    const auto found = std::find_if(kAssetColumns.begin(), kAssetColumns.end(),
-                                    [name](const AssetColumn& column) { return recordset::SameName(column.Name, name); });
+    const auto is = [name](const AssetColumn& column) {
+        if (!column.IsPerBook()) return recordset::SameName(column.Name, name);
+        for (int book = kFirstBook; book <= kLastBook; ++book) {
+            if (recordset::SameName(ColumnName(column, book), name)) return true;
+        }
+        return false;
+    };
+    const auto found = std::find_if(kAssetColumns.begin(), kAssetColumns.end(), is);
     return found != kAssetColumns.end() ? &*found : nullptr;
 }
 

@@ -149,7 +149,7 @@ constexpr const AssetColumn& ColumnOf(const AssetMember& member) {
     throw PlatformError(Failure::ItemNotFound, "The member is no column of the asset");
 }
 
-// The row of that name, letter case apart: "Basis" for all of "Basis(1)" to "Basis(4)", "Division". nullptr when there is none.
+// The row of a column's name in the file, letter case apart: "Division", "Basis(1)". nullptr when there is none.
 const AssetColumn* FindAssetColumn(std::string_view name);
 
 // The column's name in the file: "Basis(1)"; the name itself of a common column, whose book is 0.

@@ -55,6 +55,10 @@ void Load(const recordset::Value& value, bool& item) {
     item = value.Boolean();
 }
 
+std::int16_t FedLifeOf(CurrencyAmount classLife) {
+    return ToInteger(static_cast<double>(classLife.WholePart()));
+}
+
 template <std::size_t N>
 recordset::Value ValueOf(const FixedText<N>& item) {
     return item.View();
@@ -82,8 +86,15 @@ void AssetRecordAccess::ReadAssetRecord(AssetRecord& record) {
         // COMPAT: the class life alone tells; what the column FedLife holds is never looked at.
         if (static_cast<const void*>(&item) != &record.FedLife) Load(assets_->Get(column), item);
     });
-    record.FedLife = ToInteger(static_cast<double>(record.ClassLife.WholePart()));
+    record.FedLife = FedLifeOf(record.ClassLife);
     if (record.CodeSection.empty() && record.ClassLife < kLongClassLife) record.CodeSection = kShortLifeSection;
+}
+
+void RequireReadable(const AssetColumn& column, const recordset::Value& value) {
+    if (value.Type() != recordset::Value::Kind::Currency) return;  // nothing that a column can hold fails for the others
+    CurrencyAmount amount;
+    Load(value, amount);
+    if (column.Member == AssetMember(&AssetRecord::ClassLife)) FedLifeOf(amount);
 }
 
 void AssetRecordAccess::WriteAssetRecord(const AssetRecord& record) {

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "platform/recordset/Recordset.h"
+#include "store/AssetColumns.h"
 #include "store/AssetRecord.h"
 
 namespace tallymar {
@@ -30,5 +31,8 @@ class AssetRecordAccess {
     recordset::Recordset* assets_;
     std::vector<int> ordinals_;  // in the order in which the columns are visited
 };
+
+// Fails as a command would that reads a row with this value in the column: what a user may put there has to be read again.
+void RequireReadable(const AssetColumn& column, const recordset::Value& value);
 
 }  // namespace tallymar

@@ -11,7 +11,7 @@
 #include "platform/runtime/DateText.h"
 #include "platform/runtime/FileFailure.h"
 #include "platform/runtime/PlatformError.h"
-#include "platform/runtime/SequentialFile.h"
+#include "platform/runtime/InputFile.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace tallymar {

@@ -77,6 +77,10 @@ void Recordset::SetBookmark(const std::string& bookmark) {
     state_->SetBookmark(bookmark);
 }
 
+std::int64_t Recordset::RowNumber() const {
+    return state_->RowNumber();
+}
+
 int Recordset::Ordinal(std::string_view field) const {
     return state_->Ordinal(field);
 }

@@ -56,6 +56,8 @@ class Recordset {
     // Good until the row is deleted; not empty. Failure::InvalidBookmark when it is not (or no longer) one of this table.
     std::string Bookmark() const;
     void SetBookmark(const std::string& bookmark);
+    // Of the current row: the row's for good, and higher than that of any row added before it.
+    std::int64_t RowNumber() const;
 
     // Ordinals are places in the table, from 0, for loops over many rows. ItemNotFound for an unknown name.
     int Ordinal(std::string_view field) const;

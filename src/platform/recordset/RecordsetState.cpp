@@ -326,9 +326,13 @@ std::int64_t RecordsetState::RecordCount() {
     return *table_->RowCount;
 }
 
-std::string RecordsetState::Bookmark() {
+std::int64_t RecordsetState::RowNumber() {
     RequireRow();
-    return Definition().Name + ":" + std::to_string(block_.Row(slot_));
+    return block_.Row(slot_);
+}
+
+std::string RecordsetState::Bookmark() {
+    return Definition().Name + ":" + std::to_string(RowNumber());
 }
 
 void RecordsetState::SetBookmark(const std::string& bookmark) {

@@ -41,6 +41,7 @@ class RecordsetState {
 
     std::string Bookmark();
     void SetBookmark(const std::string& bookmark);
+    std::int64_t RowNumber();
 
     int Ordinal(std::string_view field) const;
     Value Get(int ordinal);

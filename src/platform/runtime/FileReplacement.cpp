@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <optional>
 #include <random>
@@ -176,26 +175,6 @@ void ReplaceFile(const std::filesystem::path& path, std::string_view contents) {
     FileReplacement file(path);
     file.Write(contents);
     file.Commit();
-}
-
-std::string ReadWholeFile(const std::filesystem::path& path) {
-    Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    struct stat status {};
-    if (!file.IsOpen() || fstat(file.Get(), &status) != 0) throw FileFailure(errno, path);
-    std::string contents;
-    std::size_t length = 0;
-    // One byte more than there should be, so that one read finds the end of an ordinary file.
-    std::size_t room = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + 1;
-    for (;;) {
-        contents.resize(length + room);
-        const ssize_t count = read(file.Get(), contents.data() + length, room);
-        if (count < 0 && errno != EINTR) throw FileFailure(errno, path);
-        if (count == 0) break;
-        if (count > 0) length += static_cast<std::size_t>(count);
-        room = std::max<std::size_t>(contents.size() - length, 65536);
-    }
-    contents.resize(length);
-    return contents;
 }
 
 }  // namespace tallymar

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/runtime/InputFile.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Rounding.h"
 #include "platform/runtime/Val.h"

@@ -67,7 +67,4 @@ class SequentialWriter {
 // Puts contents in the file of that path, whole or not at all (FileReplacement).
 void ReplaceFile(const std::filesystem::path& path, std::string_view contents);
 
-// The bytes of a file as they are.
-std::string ReadWholeFile(const std::filesystem::path& path);
-
 }  // namespace tallymar
