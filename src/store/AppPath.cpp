@@ -1,6 +1,7 @@
 #include "store/AppPath.h"
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -58,7 +59,9 @@ AppPath AppPath::Find(const fs::path& programFolder) {
 }
 
 void AppPath::Prepare() const {
-    MakeFolder(Backup());
+    MakeFolder(folder_);
+    // Copies of companies are nobody else's to read. The rights of a folder that is there are its owner's decision.
+    if (mkdir(Backup().c_str(), S_IRWXU) != 0) MakeFolder(Backup());
     MakeFolder(Images());
     if (!Exists(delivered_)) return;
     for (const fs::directory_entry& entry : fs::directory_iterator(delivered_)) {

@@ -7,6 +7,7 @@
 
 #include "cli/CliRunner.h"
 #include "platform/recordset/Database.h"
+#include "support/OtherProgram.h"
 
 namespace tallymar {
 namespace {
@@ -42,6 +43,16 @@ TEST_F(FaultsTest, ATruncatedCompanyIsRefusedAndLeftAlone) {
     cli_.Write("c.mdb", half);
     EXPECT_THAT(Message("compute c.mdb --books 1"), HasSubstr("c.mdb"));
     EXPECT_EQ(cli_.Read("c.mdb"), half);
+}
+
+// The file lacks a column, so that opening it writes every row; its trigger would delete them all.
+TEST_F(FaultsTest, ATriggerInACompanyFileDeletesNothing) {
+    MakeCompany("c.mdb", 3);
+    const std::string whole = cli_("dump c.mdb").Out;
+    test::OtherProgram(cli_.Folder() / "c.mdb")
+        .Run("ALTER TABLE Assets DROP COLUMN Notice4; CREATE TRIGGER t AFTER UPDATE ON Assets BEGIN DELETE FROM Assets; END");
+    EXPECT_EQ(cli_("dump c.mdb --columns AssetNum").Out, "AssetNum\r\n100000\r\n100001\r\n100002\r\n");
+    EXPECT_EQ(cli_("dump c.mdb").Out.size(), whole.size());
 }
 
 TEST_F(FaultsTest, ACompanyThatAnotherProgramWritesIsNotWaitedForForever) {

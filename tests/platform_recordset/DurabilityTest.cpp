@@ -12,8 +12,8 @@
 #include <string>
 #include <thread>
 
-#include "OtherProgram.h"
 #include "Things.h"
+#include "support/OtherProgram.h"
 
 // What happens to a file when the disk, another program, or the machine's power gets in the way.
 namespace tallymar::recordset {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "OtherProgram.h"
 #include "Things.h"
 #include "support/Files.h"
+#include "support/OtherProgram.h"
 
 // What stands in a file: for this program's next opening, and for other programs that read and write it.
 namespace tallymar::recordset {
@@ -151,6 +151,18 @@ TEST_F(FileTest, AnUpdateLeavesAloneWhatItHasNotChanged) {
         plain.Update();
     });
     EXPECT_EQ(program.Run("SELECT * FROM Plain"), (Rows{"y|11|20", "→|12|13"}));
+}
+
+TEST_F(FileTest, ACopyHasTheRightsOfTheFileAndNoMore) {
+    Database database = CreateThings(path_, 3);
+    namespace fs = std::filesystem;
+    for (const fs::perms rights : {fs::perms(0600), fs::perms(0664)}) {
+        fs::permissions(path_, rights);
+        test::WriteAll(folder_ / "copy.mdb", "something that everybody may read");
+        database.CopyTo(folder_ / "copy.mdb");
+        EXPECT_EQ(fs::status(folder_ / "copy.mdb").permissions(), rights);
+        EXPECT_EQ(Database::Open(folder_ / "copy.mdb").OpenRecordset("Things").RecordCount(), 3);
+    }
 }
 
 TEST_F(FileTest, AChangeByAnotherProgramIsSeen) {

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "OtherProgram.h"
 #include "platform/recordset/Database.h"
 #include "platform/recordset/Recordset.h"
 #include "platform/recordset/Sql.h"
+#include "support/OtherProgram.h"
 #include "support/TempFolder.h"
 
 namespace tallymar::recordset {

@@ -1,5 +1,7 @@
 #include "platform/recordset/Connection.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -8,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/runtime/FileFailure.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace tallymar::recordset {
@@ -17,8 +20,11 @@ namespace fs = std::filesystem;
 namespace {
 
 PlatformError Named(Failure failure, const fs::path& path, const std::string& more = {}) {
-    return PlatformError(failure, std::string(FailureText(failure)) + ": " + FromUtf8(path.string()) + more);
+    return PlatformError::About(failure, FromUtf8(path.string()) + more);
 }
+
+// In bytes, far above what a company holds in one row, and in the definition of its widest table.
+constexpr int kLongestRow = 1'000'000;
 
 // What stands beside a database file while it is written.
 constexpr std::array<const char*, 3> kCompanions = {"-journal", "-wal", "-shm"};
@@ -35,6 +41,12 @@ void DeleteForCreation(const fs::path& path) {
     if (error) throw Named(Failure::PermissionDenied, path, " (" + error.message() + ")");
 }
 
+void CreatePrivate(const fs::path& path) {
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor < 0) throw FileFailure(errno, path);
+    close(descriptor);
+}
+
 // By its name alone, never by opening it: closing any other descriptor of a file drops the locks that this process holds on it.
 void RequireOpenable(const fs::path& path) {
     std::error_code error;
@@ -47,11 +59,12 @@ void RequireOpenable(const fs::path& path) {
 }  // namespace
 
 Connection::Connection(fs::path path, Mode mode, std::chrono::milliseconds busyWait) : path_(fs::absolute(path)) {
-    if (mode == Mode::Create) {
-        DeleteForCreation(path_);
-    } else {
+    if (mode == Mode::Open) {
         RequireOpenable(path_);
+    } else {
+        DeleteForCreation(path_);
     }
+    if (mode == Mode::CreatePrivate) CreatePrivate(path_);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
     const int code = sqlite3_open_v2(path_.c_str(), &handle_, flags, nullptr);
     try {
@@ -63,13 +76,43 @@ Connection::Connection(fs::path path, Mode mode, std::chrono::milliseconds busyW
             throw Named(Failure::CannotOpenFile, path_);
         }
         sqlite3_busy_timeout(handle_, static_cast<int>(busyWait.count()));
-        // A misspelt column must be an error, not a text.
-        sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-        sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+        TrustNothing();
     } catch (...) {
         sqlite3_close(handle_);
         throw;
     }
+}
+
+// Before the first statement: whoever sent the file may have put into it what runs by itself.
+void Connection::TrustNothing() {
+    struct Setting {
+        int Verb;
+        int On;
+    };
+    constexpr Setting kSettings[] = {
+        {SQLITE_DBCONFIG_DEFENSIVE, 1},
+        {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+        {SQLITE_DBCONFIG_WRITABLE_SCHEMA, 0},
+        {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+        {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+        {SQLITE_DBCONFIG_ENABLE_FKEY, 0},
+        {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0},
+        // A misspelt column must be an error, not a text.
+        {SQLITE_DBCONFIG_DQS_DDL, 0},
+        {SQLITE_DBCONFIG_DQS_DML, 0},
+    };
+    for (const Setting& setting : kSettings) {
+        int now = -1;
+        const int code = sqlite3_db_config(handle_, setting.Verb, setting.On, &now);
+        if (code != SQLITE_OK || now != setting.On)
+            throw Named(Failure::InvalidCall, path_, " (the database library is too old)");
+    }
+    sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, kLongestRow);
+    Execute("PRAGMA cell_size_check = ON");
+}
+
+PlatformError Connection::About(Failure failure, const std::string& more) const {
+    return Named(failure, path_, more);
 }
 
 Connection::~Connection() {

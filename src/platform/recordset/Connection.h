@@ -15,7 +15,7 @@ namespace tallymar::recordset {
 // One connection to a database file; turns SQLite's result codes into this platform's failures.
 class Connection {
  public:
-    enum class Mode { Create, Open };
+    enum class Mode { Create, CreatePrivate, Open };  // a private file nobody but its owner may read
 
     Connection(std::filesystem::path path, Mode mode, std::chrono::milliseconds busyWait);
     ~Connection();
@@ -34,8 +34,12 @@ class Connection {
 
     [[noreturn]] void Fail(int code) const;
     PlatformError ErrorOf(int code) const;
+    // The failure's text, the file and what more there is to say.
+    PlatformError About(Failure failure, const std::string& more = {}) const;
 
  private:
+    void TrustNothing();
+
     std::filesystem::path path_;
     sqlite3* handle_ = nullptr;
 };

@@ -25,14 +25,14 @@ void RequireNoNulls(DatabaseState& state, const TableDef& table, const Index& in
     for (const std::string& name : index.Fields) {
         Statement nulls(state.Db(),
                         "SELECT 1 FROM " + sql::Quote(table.Name) + " WHERE " + sql::Quote(name) + " IS NULL LIMIT 1");
-        if (nulls.Step()) throw PlatformError(Failure::NullKey, std::string(FailureText(Failure::NullKey)) + ": " + name);
+        if (nulls.Step()) throw PlatformError::About(Failure::NullKey, name);
     }
 }
 
 void RequireFields(const TableDef& table, const Index& index) {
     for (const std::string& name : index.Fields) {
         if (table.FindField(name) == nullptr) {
-            throw PlatformError(Failure::ItemNotFound, std::string(FailureText(Failure::ItemNotFound)) + ": " + name);
+            throw PlatformError::About(Failure::ItemNotFound, name);
         }
     }
 }

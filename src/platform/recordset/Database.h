@@ -44,7 +44,8 @@ class Database {
 
     // The whole file as it was last committed, flushed to the disk, under another path; an existing file of that path is deleted
     // first. At the beginning of a WriteBatch that is the state before it, which nobody else can change meanwhile. Never copy an
-    // open file by reading it: closing it again would drop the locks that this process holds. A failure leaves no file behind.
+    // open file by reading it: closing it again would drop the locks that this process holds. Whoever may not read this file may
+    // not read the copy, at no time. A failure leaves no file.
     void CopyTo(const std::filesystem::path& path) const;
 
     // Definitions of the tables, read from the file. NoSuchTable when there is none of the name.

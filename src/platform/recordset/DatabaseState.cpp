@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/recordset/Names.h"
+#include "platform/recordset/PlainTable.h"
 #include "platform/recordset/Sql.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -20,13 +21,12 @@ BatchTakenBack TakenBack(const PlatformError& error) {
 
 DatabaseState::DatabaseState(const std::filesystem::path& path, Connection::Mode mode, std::chrono::milliseconds busyWait)
     : connection_(path, mode, busyWait) {
-    if (mode == Connection::Mode::Create) {
-        CreateHeader();
-    } else {
+    if (mode == Connection::Mode::Open) {
         CheckFormat();
+    } else {
+        CreateHeader();
     }
     connection_.Execute("PRAGMA synchronous = FULL");
-    connection_.Execute("PRAGMA trusted_schema = OFF");
     connection_.Execute("PRAGMA cache_size = -16384");  // bounds the memory of a batch, however large the company
 }
 
@@ -42,15 +42,12 @@ void DatabaseState::CheckFormat() {
     connection_.Execute("SELECT count(*) FROM sqlite_schema");
     std::error_code error;
     const auto size = static_cast<std::int64_t>(std::filesystem::file_size(connection_.Path(), error));
-    const std::string path = FromUtf8(connection_.Path().string());
-    if (error) throw PlatformError(Failure::CannotOpenFile, std::string(FailureText(Failure::CannotOpenFile)) + ": " + path);
+    if (error) throw connection_.About(Failure::CannotOpenFile);
     if (declared == 0 || size < declared) {
-        throw PlatformError(Failure::UnrecognizedFormat, std::string(FailureText(Failure::UnrecognizedFormat)) + ": " + path +
-                                                             (declared == 0 ? "" : " (part of the file is missing)"));
+        throw connection_.About(Failure::UnrecognizedFormat, declared == 0 ? "" : " (part of the file is missing)");
     }
     if (Pragma("application_id") == kApplicationId && Pragma("user_version") > kFormatVersion) {
-        throw PlatformError(Failure::UnrecognizedFormat, std::string(FailureText(Failure::UnrecognizedFormat)) + ": " + path +
-                                                             " (written by a later release)");
+        throw connection_.About(Failure::UnrecognizedFormat, " (written by a later release)");
     }
     // A file that another tool has left in write-ahead mode could lose its last commits when it is copied.
     try {
@@ -132,9 +129,10 @@ TableDef DatabaseState::ReadDefinition(const std::string& name) {
         if (SameName(known, name)) definition.Name = known;
     }
     if (definition.Name.empty()) {
-        throw PlatformError(Failure::NoSuchTable, std::string(FailureText(Failure::NoSuchTable)) + ": " + name);
+        throw PlatformError::About(Failure::NoSuchTable, name);
     }
     const std::string utf8 = ToUtf8(definition.Name);
+    RequirePlainTable(connection_, utf8);
     {
         Statement columns(connection_, "SELECT name, type FROM pragma_table_info(?) ORDER BY cid");
         columns.BindText(1, utf8);
@@ -149,6 +147,7 @@ TableDef DatabaseState::ReadDefinition(const std::string& name) {
     while (indexes.Step()) {
         if (auto index = sql::IndexFromSql(definition, indexes.Utf8(0))) definition.Indexes.push_back(std::move(*index));
     }
+    RequirePlainIndexes(connection_, definition);
     return definition;
 }
 

@@ -19,10 +19,6 @@ constexpr std::size_t kMostReadAhead = 64;
 // How far behind another program's writes a move outside a batch may be.
 constexpr std::chrono::milliseconds kReadAheadLife(50);
 
-[[noreturn]] void Fail(Failure failure, const std::string& more) {
-    throw PlatformError(failure, std::string(FailureText(failure)) + ": " + more);
-}
-
 bool IsAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
@@ -128,7 +124,8 @@ RecordsetState::RecordsetState(std::shared_ptr<DatabaseState> database, std::sha
 
 void RecordsetState::RequireUsable() const {
     database_->RequireOpen();
-    if (table_->Stale) Fail(Failure::InvalidCall, "the definition of " + table_->Definition().Name + " has changed");
+    if (table_->Stale)
+        throw PlatformError::About(Failure::InvalidCall, "the definition of " + table_->Definition().Name + " has changed");
 }
 
 // --- Moving
@@ -139,7 +136,7 @@ void RecordsetState::SetIndex(std::string_view name) {
     const auto found = name.empty() ? orders.begin()
                                     : std::find_if(orders.begin() + 1, orders.end(),
                                                    [name](const RowOrder& order) { return SameName(order.Name(), name); });
-    if (found == orders.end()) Fail(Failure::ItemNotFound, std::string(name));
+    if (found == orders.end()) throw PlatformError::About(Failure::ItemNotFound, std::string(name));
     order_ = static_cast<std::size_t>(found - orders.begin());
     MoveToEnd(true);
 }
@@ -282,7 +279,7 @@ void RecordsetState::Seek(std::span<const Value> key) {
         if (key[i].IsNull()) {
             shape.NullMask |= 1U << i;
         } else if (key[i].Type() != KindOf(field.Type)) {
-            Fail(Failure::TypeMismatch, field.Name);
+            throw PlatformError::About(Failure::TypeMismatch, field.Name);
         }
     }
     Statement& statement = Order().Step(shape);
@@ -386,7 +383,7 @@ bool RecordsetState::HasCurrentRow() {
 
 int RecordsetState::Ordinal(std::string_view field) const {
     const int ordinal = table_->FindOrdinal(field);
-    if (ordinal < 0) Fail(Failure::ItemNotFound, std::string(field));
+    if (ordinal < 0) throw PlatformError::About(Failure::ItemNotFound, std::string(field));
     return ordinal;
 }
 
@@ -436,7 +433,7 @@ void RecordsetState::Set(int ordinal, const Value& value) {
     if (pending_ == Pending::None) throw PlatformError(Failure::UpdateWithoutEdit);
     const Field& field = Definition().Fields[column];
     if (value.IsNull()) return Put(column, field.Type == FieldType::Boolean ? Cell::OfWhole(0) : Cell());
-    if (value.Type() != KindOf(field.Type)) Fail(Failure::TypeMismatch, field.Name);
+    if (value.Type() != KindOf(field.Type)) throw PlatformError::About(Failure::TypeMismatch, field.Name);
     switch (field.Type) {
         case FieldType::Text:
             return SetText(column, value.Text());
@@ -448,7 +445,7 @@ void RecordsetState::Set(int ordinal, const Value& value) {
             return Put(column, Cell::OfWhole(value.Boolean() ? -1 : 0));
         case FieldType::Date:
             // SQLite would make a Null of it.
-            if (std::isnan(value.AsDate().Serial())) Fail(Failure::TypeMismatch, field.Name);
+            if (std::isnan(value.AsDate().Serial())) throw PlatformError::About(Failure::TypeMismatch, field.Name);
             return Put(column, Cell::OfReal(value.AsDate().Serial()));
     }
 }
@@ -459,8 +456,8 @@ void RecordsetState::SetText(std::size_t column, std::string_view text) {
     // What the row holds already is never refused, even if another program has put it there against the column's limits.
     if (SameCell(cell, before_[column])) return Put(column, before_[column]);
     const Field& field = Definition().Fields[column];
-    if (text.empty() && !field.AllowZeroLength) Fail(Failure::ZeroLengthNotAllowed, field.Name);
-    if (text.size() > static_cast<std::size_t>(field.Size)) Fail(Failure::FieldTooSmall, field.Name);
+    if (text.empty() && !field.AllowZeroLength) throw PlatformError::About(Failure::ZeroLengthNotAllowed, field.Name);
+    if (text.size() > static_cast<std::size_t>(field.Size)) throw PlatformError::About(Failure::FieldTooSmall, field.Name);
     TextArena& texts = pending_ == Pending::Edit ? block_.Texts() : added_;
     Put(column, Cell::OfText(texts.Keep(text)));
 }
@@ -480,7 +477,7 @@ void RecordsetState::RequireKeys() const {
         for (const std::string& name : index.Fields) {
             const std::size_t column = static_cast<std::size_t>(table_->FindOrdinal(name));
             if (edited_[column].Type != Cell::Kind::Null) continue;
-            if (pending_ == Pending::AddNew || changed_.Has(column)) Fail(Failure::NullKey, name);
+            if (pending_ == Pending::AddNew || changed_.Has(column)) throw PlatformError::About(Failure::NullKey, name);
         }
     }
 }

@@ -1,10 +1,10 @@
 #include "platform/recordset/Sql.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstddef>
 
 #include "platform/recordset/Names.h"
+#include "platform/recordset/SqlTokens.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace tallymar::recordset::sql {
@@ -13,8 +13,6 @@ namespace {
 
 // What a step's mask of Null keys has room for; no index of this program has half as many.
 constexpr std::size_t kMostKeys = 16;
-
-constexpr std::string_view kRequiredMark = "required";
 
 struct TypeWord {
     FieldType Type;
@@ -52,100 +50,6 @@ std::string FieldList(const TableDef& table) {
     }
     return list;
 }
-
-enum class TokenKind { Word, Quoted, Mark, End };
-
-struct Token {
-    TokenKind Kind = TokenKind::End;
-    std::string Text;
-
-    bool Is(std::string_view word) const { return Kind == TokenKind::Word && SameName(Text, word); }
-    bool IsMark(char c) const { return Kind == TokenKind::Mark && Text[0] == c; }
-    bool IsName() const { return Kind == TokenKind::Word || Kind == TokenKind::Quoted; }
-};
-
-// As much of SQLite's tokens as a CREATE INDEX can hold.
-class Tokens {
- public:
-    explicit Tokens(std::string_view text) : text_(text) { Advance(); }
-
-    const Token& Current() const { return token_; }
-    bool SawRequiredMark() const { return required_; }
-
-    void Advance() {
-        SkipBlanks();
-        token_ = Token();
-        if (position_ >= text_.size()) return;
-        const char c = text_[position_];
-        if (c == '"' || c == '`' || c == '[' || c == '\'') {
-            ReadQuoted(c == '[' ? ']' : c);
-        } else if (IsWordCharacter(c)) {
-            const std::size_t start = position_;
-            while (position_ < text_.size() && IsWordCharacter(text_[position_])) ++position_;
-            token_ = {TokenKind::Word, std::string(text_.substr(start, position_ - start))};
-        } else {
-            token_ = {TokenKind::Mark, std::string(1, c)};
-            ++position_;
-        }
-    }
-
-    bool Take(std::string_view word) {
-        if (!token_.Is(word)) return false;
-        Advance();
-        return true;
-    }
-    bool TakeMark(char c) {
-        if (!token_.IsMark(c)) return false;
-        Advance();
-        return true;
-    }
-    bool TakeName(std::string& name) {
-        if (!token_.IsName()) return false;
-        name = token_.Text;
-        Advance();
-        return true;
-    }
-
- private:
-    static bool IsWordCharacter(char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '$' || byte >= 0x80;
-    }
-
-    void SkipBlanks() {
-        while (position_ < text_.size()) {
-            if (std::string_view(" \t\r\n\f").find(text_[position_]) != std::string_view::npos) {
-                ++position_;
-            } else if (text_.substr(position_, 2) == "/*") {
-                const std::size_t end = text_.find("*/", position_ + 2);
-                const std::string_view comment =
-                    text_.substr(position_ + 2, end == std::string_view::npos ? end : end - position_ - 2);
-                if (Trim(comment) == kRequiredMark) required_ = true;
-                position_ = end == std::string_view::npos ? text_.size() : end + 2;
-            } else if (text_.substr(position_, 2) == "--") {
-                position_ = std::min(text_.size(), text_.find('\n', position_));
-            } else {
-                return;
-            }
-        }
-    }
-
-    void ReadQuoted(char close) {
-        token_.Kind = TokenKind::Quoted;
-        for (++position_; position_ < text_.size(); ++position_) {
-            if (text_[position_] == close) {
-                ++position_;
-                if (close == ']' || position_ >= text_.size() || text_[position_] != close) return;
-            }
-            token_.Text += text_[position_];
-        }
-    }
-
-    std::string_view text_;
-    std::size_t position_ = 0;
-    Token token_;
-    bool required_ = false;
-};
 
 // One key: a plain column that is no text, or a text as KeyExpression has it.
 bool TakeKey(Tokens& tokens, const TableDef& table, std::vector<std::string>& fields) {
@@ -240,7 +144,7 @@ std::optional<Index> IndexFromSql(const TableDef& table, std::string_view sql) {
     do {
         if (!TakeKey(tokens, table, index.Fields)) return std::nullopt;
     } while (tokens.TakeMark(','));
-    if (!tokens.TakeMark(')') || tokens.Current().Kind != TokenKind::End) return std::nullopt;
+    if (!tokens.TakeMark(')') || !tokens.AtEnd()) return std::nullopt;
     if (index.Fields.size() > kMostKeys) return std::nullopt;
     index.Required = tokens.SawRequiredMark();
     const std::string name = FromUtf8(stored);

@@ -47,8 +47,7 @@ Failure FailureOf(int error, const std::filesystem::path& path) {
 }  // namespace
 
 PlatformError FileFailure(int error, const std::filesystem::path& path) {
-    const Failure failure = FailureOf(error, path);
-    return PlatformError(failure, std::string(FailureText(failure)) + ": " + FromUtf8(path.string()));
+    return PlatformError::About(FailureOf(error, path), FromUtf8(path.string()));
 }
 
 }  // namespace tallymar

@@ -52,6 +52,10 @@ PlatformError::PlatformError(Failure failure) : PlatformError(failure, std::stri
 
 PlatformError::PlatformError(Failure failure, const std::string& text) : std::runtime_error(text), failure_(failure) {}
 
+PlatformError PlatformError::About(Failure failure, std::string_view what) {
+    return PlatformError(failure, std::string(FailureText(failure)).append(": ").append(what));
+}
+
 PlatformError PlatformError::WithPrefix(std::string_view prefix) const {
     return PlatformError(failure_, std::string(prefix) + what());
 }

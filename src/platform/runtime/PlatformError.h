@@ -50,6 +50,9 @@ class PlatformError : public std::runtime_error {
     explicit PlatformError(Failure failure);
     PlatformError(Failure failure, const std::string& text);
 
+    // "Disk full: /home/ann/elm.mdb": the failure's text and what it is about.
+    static PlatformError About(Failure failure, std::string_view what);
+
     Failure Code() const { return failure_; }
     int Number() const { return static_cast<int>(failure_); }
 

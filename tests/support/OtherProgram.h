@@ -19,6 +19,11 @@ class OtherProgram {
     OtherProgram(const OtherProgram&) = delete;
     OtherProgram& operator=(const OtherProgram&) = delete;
 
+    void DefineCollation(const char* name) {
+        const auto compare = [](void*, int, const void*, int, const void*) { return 0; };
+        sqlite3_create_collation(handle_, name, SQLITE_UTF8, nullptr, compare);
+    }
+
     // The rows, each with its columns apart by "|", as the sqlite3 shell prints them.
     std::vector<std::string> Run(const std::string& sql) {
         std::vector<std::string> rows;
