@@ -176,6 +176,11 @@ void VisitBook(std::index_sequence<I...>, Record& record, int book, Visit& visit
     (visit(kAssetColumns[kCommonColumns + I], (record.*kMember<kCommonColumns + I>)[book], book), ...);
 }
 
+template <std::size_t... I, typename Visit>
+void VisitMembers(std::index_sequence<I...>, Visit& visit) {
+    (visit(kAssetColumns[kCommonColumns + I], kMember<kCommonColumns + I>), ...);
+}
+
 }  // namespace detail
 
 inline constexpr std::size_t kAssetFileColumns = detail::kCommonColumns + kLastBook * detail::kBookColumns;
@@ -188,6 +193,12 @@ void VisitAssetColumns(Record& record, Visit visit) {
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         detail::VisitBook(std::make_index_sequence<detail::kBookColumns>{}, record, book, visit);
     }
+}
+
+// Calls visit(column, member) for each column of the books, the member being the record's PerBook of it.
+template <typename Visit>
+void VisitBookMembers(Visit visit) {
+    detail::VisitMembers(std::make_index_sequence<detail::kBookColumns>{}, visit);
 }
 
 }  // namespace tallymar

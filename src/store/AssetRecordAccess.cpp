@@ -102,6 +102,11 @@ void AssetRecordAccess::WriteAssetRecord(const AssetRecord& record) {
     Store(record, true);
 }
 
+void AssetRecordAccess::ReplaceAssetRecord(const AssetRecord& record) {
+    assets_->Edit();
+    Store(record, false);
+}
+
 void AssetRecordAccess::AddAssetRecord(const AssetRecord& record) {
     assets_->AddNew();
     Store(record, false);

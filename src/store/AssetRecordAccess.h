@@ -22,6 +22,8 @@ class AssetRecordAccess {
     void ReadAssetRecord(AssetRecord& record);
     // Rewrites the row. An empty TaxGroup is stored as six blanks.
     void WriteAssetRecord(const AssetRecord& record);
+    // The same, TaxGroup as it stands: for a row that becomes another company's asset.
+    void ReplaceAssetRecord(const AssetRecord& record);
     // Adds a row, TaxGroup as it stands.
     void AddAssetRecord(const AssetRecord& record);
 

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/recordset/DatabaseFiles.h"
 #include "platform/runtime/PlatformError.h"
 #include "store/Schema.h"
 
@@ -14,12 +15,6 @@ namespace {
 constexpr std::array<std::string_view, kLastBook + 1> kYearEndColumns = {"", "FYEFederal", "FYEState", "FYEBook", "FYEAMT"};
 
 constexpr std::string_view kNewCompanyName = "New Company";
-
-// A file that could not be finished must not pass for a company.
-void RemoveUnfinished(const std::filesystem::path& path) {
-    std::error_code ignored;
-    if (std::filesystem::is_regular_file(path, ignored)) std::filesystem::remove(path, ignored);
-}
 
 }  // namespace
 
@@ -60,34 +55,25 @@ bool CompanySession::FileNew(Prompts& prompts) {
 
 bool CompanySession::NewCompany(const std::filesystem::path& path) {
     if (!FileClose()) return false;
-    try {
-        recordset::Database database = CreateJetDatabase(path);
-        recordset::Recordset company = database.OpenRecordset("Company");
-        company.AddNew();
-        company.Update();
-        company.MoveFirst();
-        company.Edit();
-        company.Set("Company", kNewCompanyName);
-        company.Update();
-        SetOpen(std::move(database), std::filesystem::absolute(path));
-    } catch (...) {
-        RemoveUnfinished(path);
-        throw;
-    }
+    MakeCompany(path);
+    SetOpen(recordset::Database::Open(path), std::filesystem::absolute(path));
     NewCompanyPending = true;
     if (observer_ != nullptr) observer_->OpenEnable();
     return true;
 }
 
-recordset::Database CompanySession::CreateJetDatabase(const std::filesystem::path& path) {
-    try {
-        recordset::Database database = recordset::Database::Create(path);
+void CompanySession::MakeCompany(const std::filesystem::path& path, const std::function<void(recordset::Database&)>& fill) {
+    recordset::DatabaseReplacement file(path);
+    {
+        recordset::Database database = recordset::Database::Create(file.Unfinished());
         CreateSchema(database);
-        return database;
-    } catch (...) {
-        RemoveUnfinished(path);
-        throw;
+        recordset::Recordset company = database.OpenRecordset("Company");
+        company.AddNew();
+        company.Set("Company", kNewCompanyName);
+        company.Update();
+        if (fill) fill(database);
     }
+    file.PutInPlace();
 }
 
 bool CompanySession::FileOpen(Prompts& prompts) {

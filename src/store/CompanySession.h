@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -49,8 +50,9 @@ class CompanySession {
     // Makes the open company the one that the next start offers, as FileOpen does; a profile that cannot be written is passed
     // over.
     void RememberLastCompany();
-    // The two tables in a new file; one of that path is deleted first.
-    static recordset::Database CreateJetDatabase(const std::filesystem::path& path);
+    // A new company file of that path, made beside an earlier one and put in its place when it is whole: the two tables, and the
+    // company's row, which knows no more than "New Company". `fill` may put more into it before. Failures as DatabaseReplacement.
+    static void MakeCompany(const std::filesystem::path& path, const std::function<void(recordset::Database&)>& fill = {});
 
     bool IsOpen() const { return !databaseFileName_.empty(); }
     const std::filesystem::path& DatabaseFileName() const { return databaseFileName_; }

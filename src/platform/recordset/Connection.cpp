@@ -26,9 +26,6 @@ PlatformError Named(Failure failure, const fs::path& path, const std::string& mo
 // In bytes, far above what a company holds in one row, and in the definition of its widest table.
 constexpr int kLongestRow = 1'000'000;
 
-// What stands beside a database file while it is written.
-constexpr std::array<const char*, 3> kCompanions = {"-journal", "-wal", "-shm"};
-
 void DeleteForCreation(const fs::path& path) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);

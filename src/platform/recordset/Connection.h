@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -11,6 +12,9 @@
 #include "platform/runtime/PlatformError.h"
 
 namespace tallymar::recordset {
+
+// What stands beside a database file while it is written.
+inline constexpr std::array<const char*, 3> kCompanions = {"-journal", "-wal", "-shm"};
 
 // One connection to a database file; turns SQLite's result codes into this platform's failures.
 class Connection {

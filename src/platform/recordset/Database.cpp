@@ -8,6 +8,7 @@
 #include "platform/recordset/Recordset.h"
 #include "platform/recordset/RecordsetState.h"
 #include "platform/recordset/Sql.h"
+#include "platform/runtime/Windows1252.h"
 
 namespace tallymar::recordset {
 
@@ -78,6 +79,20 @@ TableDef Database::GetTableDef(std::string_view table) const {
 bool Database::HasTable(std::string_view table) const {
     const std::vector<std::string> names = TableNames();
     return std::any_of(names.begin(), names.end(), [&](const std::string& name) { return SameName(name, table); });
+}
+
+std::int64_t Database::CountRows(std::string_view table) const {
+    Statement count(state_->Db(), "SELECT count(*) FROM " + sql::Quote(GetTableDef(table).Name));
+    count.Step();
+    return count.Int64(0);
+}
+
+void Database::RequireIntegrity() const {
+    Statement check(state_->Db(), "PRAGMA integrity_check(1)");
+    check.Step();
+    const std::string found = check.Utf8(0);
+    if (found == "ok") return;
+    throw PlatformError::About(Failure::UnrecognizedFormat, FromUtf8(Path().string()) + " (" + FromUtf8(found) + ")");
 }
 
 void Database::CreateTable(const TableDef& table) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -52,6 +53,10 @@ class Database {
     std::vector<std::string> TableNames() const;
     TableDef GetTableDef(std::string_view table) const;
     bool HasTable(std::string_view table) const;
+
+    std::int64_t CountRows(std::string_view table) const;
+    // Reads the whole file. Failure::UnrecognizedFormat, with what the database found, when it is damaged.
+    void RequireIntegrity() const;
 
     // Each is one transaction: wholly there or not there. InvalidCall when there is one of the name; ItemNotFound when an index
     // names no field. Recordsets that are open on a table whose definition changes fail from then on.

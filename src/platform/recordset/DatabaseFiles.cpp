@@ -1,0 +1,112 @@
+#include "platform/recordset/DatabaseFiles.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <random>
+#include <string>
+
+#include "platform/recordset/Connection.h"
+#include "platform/recordset/Recordset.h"
+#include "platform/runtime/FileFailure.h"
+#include "platform/runtime/FileHolder.h"
+#include "platform/runtime/Windows1252.h"
+
+namespace tallymar::recordset {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+PlatformError InUse(const fs::path& path, const std::string& by) {
+    return PlatformError::About(Failure::FileInUse, FromUtf8(path.string()) + (by.empty() ? "" : " (" + FromUtf8(by) + ")"));
+}
+
+// Nobody else has the file open or locked. What a crash left half written in it is taken back on the way, so that no journal is
+// left that could be played into another file.
+void RequireUnused(const fs::path& path) {
+    std::error_code error;
+    if (!fs::exists(path, error)) return;
+    if (const std::string holder = HolderOf(path); !holder.empty()) throw InUse(path, holder);
+    try {
+        Connection connection(path, Connection::Mode::Open, std::chrono::milliseconds(0));
+        connection.Execute("BEGIN EXCLUSIVE");
+        connection.Execute("ROLLBACK");
+    } catch (const PlatformError& failure) {
+        // Anything else, such as a file that is no database or cannot be written, says nothing of who uses it.
+        if (failure.Code() == Failure::RecordLocked) throw InUse(path, {});
+    }
+}
+
+fs::path FolderOf(const fs::path& path) {
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
+
+// A name that the power could take with it is no file.
+void FlushFolder(const fs::path& folder) {
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
+void RemoveWithCompanions(const fs::path& path, std::error_code& error) {
+    fs::remove(path, error);
+    for (const char* companion : kCompanions) {
+        if (!error) fs::remove(path.string() + companion, error);
+    }
+}
+
+void RequireWhole(const Database& source, const fs::path& copyPath) {
+    Database copy = Database::Open(copyPath);
+    copy.RequireIntegrity();
+    for (const std::string& table : source.TableNames()) {
+        if (copy.CountRows(table) == source.CountRows(table)) continue;
+        throw PlatformError(Failure::UnrecognizedFormat,
+                            "The copy of " + FromUtf8(source.Path().string()) + " does not hold every row of " + table);
+    }
+}
+
+}  // namespace
+
+DatabaseReplacement::DatabaseReplacement(const fs::path& place) : place_(fs::absolute(place)) {
+    std::error_code error;
+    const fs::file_status status = fs::status(place_, error);
+    if (fs::exists(status) && !fs::is_regular_file(status)) throw FileFailure(EISDIR, place_);
+    if (fs::exists(status)) place_ = fs::canonical(place_);  // a link stays one
+    RequireUnused(place_);
+    std::random_device random;
+    unfinished_ = FolderOf(place_) / (".tallymar-" + std::to_string(random()) + ".part");
+}
+
+DatabaseReplacement::~DatabaseReplacement() {
+    std::error_code ignored;
+    RemoveWithCompanions(unfinished_, ignored);
+}
+
+void DatabaseReplacement::PutInPlace() {
+    RequireUnused(place_);
+    std::error_code error;
+    for (const char* companion : kCompanions) fs::remove(place_.string() + companion, error);
+    if (rename(unfinished_.c_str(), place_.c_str()) != 0) throw FileFailure(errno, place_);
+    FlushFolder(FolderOf(place_));
+}
+
+void CopyDatabase(const Database& source, const fs::path& place) {
+    DatabaseReplacement replacement(place);
+    source.CopyTo(replacement.Unfinished());
+    RequireWhole(source, replacement.Unfinished());
+    replacement.PutInPlace();
+}
+
+void DeleteDatabase(const fs::path& file) {
+    std::error_code error;
+    if (!fs::exists(file, error)) throw FileFailure(ENOENT, file);
+    RequireUnused(file);
+    if (access(FolderOf(file).c_str(), W_OK) != 0 || access(file.c_str(), W_OK) != 0) throw FileFailure(errno, file);
+    RemoveWithCompanions(file, error);
+    if (error) throw FileFailure(error.value(), file);
+    FlushFolder(FolderOf(file));
+}
+
+}  // namespace tallymar::recordset
