@@ -1,0 +1,205 @@
+#include "interchange/AssetImport.h"
+
+#include <algorithm>
+
+#include "platform/runtime/Format.h"
+#include "platform/runtime/Pictures.h"
+#include "platform/runtime/Rounding.h"
+#include "platform/runtime/Val.h"
+#include "platform/runtime/Windows1252.h"
+#include "store/Helpers.h"
+#include "store/Vocabularies.h"
+
+namespace tallymar {
+
+namespace {
+
+// More remarks tell a preparer nothing that these do not, and a file may hold a million records.
+constexpr std::size_t kMostRemarks = 1000;
+
+std::string Quote(std::string_view text) {
+    constexpr std::size_t kLongest = 40;
+    std::string quoted = "\"" + std::string(text.substr(0, kLongest));
+    return quoted + (text.size() > kLongest ? "...\"" : "\"");
+}
+
+bool HoldsNumber(std::string_view text) {
+    return text.find_first_of("0123456789") != std::string_view::npos &&
+           Trim(text).find_first_not_of("0123456789.+-$,()% ") == std::string_view::npos;
+}
+
+std::string Place(std::int64_t record, int item) {
+    if (record == 0) return "every record";
+    std::string place = "record " + std::to_string(record);
+    if (item > 0) place += ", item " + std::to_string(item);
+    return place;
+}
+
+}  // namespace
+
+std::string ImportRemarkText(const ImportRemark& remark) {
+    return Place(remark.Record, remark.Item) + ": " + remark.Text;
+}
+
+ImportedRows::ImportedRows(recordset::Recordset& assets, ImportEnding ending, ImportCounts& counts)
+    : assets_(assets), ending_(ending), counts_(counts) {
+    for (const AssetColumn& column : kAssetColumns) {
+        std::array<int, kLastBook + 1> ordinals{};
+        ordinals.fill(-1);
+        if (!column.IsPerBook()) ordinals.fill(assets.Ordinal(column.Name));
+        for (int book = kFirstBook; column.IsPerBook() && book <= kLastBook; ++book) {
+            ordinals.at(static_cast<std::size_t>(book)) = assets.Ordinal(ColumnName(column, book));
+        }
+        ordinals_.push_back(ordinals);
+    }
+}
+
+void ImportedRows::BeginRecord(int book) {
+    book_ = book;
+    ++record_;
+    item_ = 0;
+}
+
+void ImportedRows::Open(std::string_view number, bool addNew) {
+    assets_.Seek(number);
+    if (!assets_.NoMatch() && !addNew) {
+        assets_.Edit();
+        ++counts_.Updated;
+        return;
+    }
+    std::string key(number);
+    if (assets_.NoMatch()) {
+        ++counts_.Added;
+    } else {
+        for (long long n = 1; !assets_.NoMatch(); ++n) {
+            key = "DUP" + Format(n, pictures::kNewNumber);
+            assets_.Seek(key);
+        }
+        ++counts_.Duplicates;
+        Remark("asset " + std::string(RTrim(number)) + " is there already: added as " + key);
+    }
+    assets_.AddNew();
+    Set(ColumnOf(&AssetRecord::AssetNum), key);
+}
+
+void ImportedRows::Update() {
+    assets_.Update();
+    ++written_;
+}
+
+void ImportedRows::SetText(const AssetColumn& column, std::string_view text) {
+    Set(column, text);
+}
+
+void ImportedRows::SetCut(const AssetColumn& column, std::string_view text, std::size_t width) {
+    if (RTrim(text).size() > width)
+        Remark(std::string(column.Name) + " " + Quote(text) + " is cut to " + std::to_string(width) + " characters");
+    Set(column, text.substr(0, width));
+}
+
+void ImportedRows::SetDescription(std::string_view text) {
+    const auto width = static_cast<std::size_t>(ColumnOf(&AssetRecord::Description).Width());
+    Set(ColumnOf(&AssetRecord::Description), text.substr(0, width));
+    Set(ColumnOf(&AssetRecord::Descrip2), text.size() > width ? text.substr(width) : std::string_view());
+}
+
+void ImportedRows::SetDate(const AssetColumn& column, std::string_view text) {
+    const Date date = TextToDate(text);
+    if (date == Date() && !Trim(text).empty())
+        Remark(std::string(column.Name) + " " + Quote(text) + " is no date: none is stored");
+    Set(column, date);
+}
+
+void ImportedRows::SetAmount(const AssetColumn& column, std::string_view text) {
+    Set(column, AmountOf(text));
+}
+
+void ImportedRows::SetInteger(const AssetColumn& column, std::string_view text) {
+    Set(column, ToInteger(NumberOf(text)));
+}
+
+void ImportedRows::SetFlag(const AssetColumn& column, std::string_view text, std::string_view yes) {
+    Set(column, text == yes);
+}
+
+void ImportedRows::Set(const AssetColumn& column, const recordset::Value& value) {
+    assets_.Set(Ordinal(column), value);
+}
+
+CurrencyAmount ImportedRows::AmountOf(std::string_view text) {
+    return CurrencyAmount::FromDouble(NumberOf(text));
+}
+
+double ImportedRows::NumberOf(std::string_view text) {
+    const double number = Val(text);
+    if (!Trim(text).empty() && (!HoldsNumber(text) || text.find_first_of("$,()%") != std::string_view::npos)) {
+        Remark(Quote(text) + " is read as the number " + CurrencyAmount::FromDouble(number).ToText());
+    }
+    return number;
+}
+
+void ImportedRows::Remark(std::string text, bool fails) {
+    if (ending_ != ImportEnding::CheckOnly || counts_.Remarks.size() >= kMostRemarks) return;
+    counts_.Remarks.push_back({record_, item_, std::move(text), fails});
+}
+
+int ImportedRows::Ordinal(const AssetColumn& column) const {
+    const int ordinal =
+        ordinals_.at(static_cast<std::size_t>(&column - kAssetColumns.data())).at(static_cast<std::size_t>(book_));
+    if (ordinal >= 0) return ordinal;
+    throw PlatformError(Failure::ItemNotFound,
+                        std::string(FailureText(Failure::ItemNotFound)) + ": " + ColumnName(column, book_));
+}
+
+bool ImportedRows::GoesOnAfter(const PlatformError& failure) {
+    if (assets_.EditPending()) assets_.CancelUpdate();
+    if (ending_ != ImportEnding::CheckOnly) throw PlatformError(failure.Code(), Place(record_, item_) + ": " + failure.what());
+    Remark(failure.what(), true);
+    return failure.Code() != Failure::InputPastEnd;
+}
+
+ImportedCode ImportedDeprType(std::string_view code) {
+    if (code == "179E") return {.Index = kMcrs, .Expensed = true};
+    for (std::int16_t type = kMcrs; type <= kMacs; ++type) {
+        if (code == DeprTypeCode(type)) return {.Index = type};
+    }
+    return {.Index = kMacs, .Known = false};
+}
+
+ImportedCode ImportedDeprMethod(std::string_view code) {
+    if (code == "EX") return {.Index = kDb, .Expensed = true};
+    const auto found = std::find(kDeprMethods.begin(), kDeprMethods.end(), code);
+    if (found == kDeprMethods.end()) return {.Index = kDb, .Known = false};
+    return {.Index = static_cast<std::int16_t>(found - kDeprMethods.begin())};
+}
+
+ImportCounts RunImport(CompanySession& session, ImportEnding ending, const std::function<std::string(int number)>& told,
+                       const std::function<void(ImportedRows& rows, const ImportCounts& counts)>& body) {
+    using recordset::OnFailure;
+    ImportCounts counts;
+    recordset::Recordset& assets = session.AssetsRecordset();
+    assets.SetIndex("AssetNum");
+    std::int64_t stored = 0;
+    try {
+        const OnFailure onFailure = ending == ImportEnding::KeepDone ? OnFailure::KeepDone : OnFailure::AllOrNothing;
+        recordset::RunBatch(session.Database(), onFailure, [&](recordset::WriteBatch& batch) {
+            ImportedRows rows(assets, ending, counts);
+            try {
+                body(rows, counts);
+            } catch (const PlatformError&) {
+                if (onFailure == OnFailure::KeepDone) stored = rows.Written();
+                throw;
+            }
+            if (ending == ImportEnding::CheckOnly) batch.Rollback();
+        });
+    } catch (const recordset::BatchTakenBack& failure) {
+        throw PlatformError(failure.Code(), told(failure.Number()) + "\n" + failure.what());
+    } catch (const PlatformError& failure) {
+        throw PlatformError(failure.Code(), told(failure.Number()) + "\n" + failure.what() +
+                                                "\nRecords stored before it: " + std::to_string(stored));
+    }
+    assets.MoveFirst();
+    return counts;
+}
+
+}  // namespace tallymar
