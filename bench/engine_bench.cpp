@@ -45,7 +45,7 @@ AssetRecord Automobile(AssetRecord record) {
 // Over the first six fiscal years in turn, so that no call repeats the one before.
 void Compute(benchmark::State& state, AssetRecord record, bool midQuarter) {
     ADepre engine(TALLYMAR_TABLES);
-    engine.RoundText = "False";
+    engine.BeginRun("False");
     Date yearEnds[6];
     for (int year = 0; year < 6; ++year) yearEnds[year] = Date::FromYmd(2001 + year, 12, 31);
     std::size_t call = 0;

@@ -157,7 +157,7 @@ bool AssetEditSession::Build(ADepre& engine, DeprBuildGrid& grid) {
         prompts_.Message(kYearEndsMissing, kTitle, MessageKind::Warning);
         return false;
     }
-    engine.RoundText = company_.RoundText();
+    engine.BeginRun(company_.RoundText());
     BuildDepreciation(editRecord_, yearEnd, engine, grid);
     return true;
 }

@@ -49,8 +49,8 @@ bool CanBuild(Date federalYearEnd);
 Date FirstYearEnd(Date inService, Date yearEnd);
 
 // Rebuilds an asset's depreciation from nothing: the engine runs once per year and book, up to the Federal year end, whatever the
-// year ends of the other books are. Leaves the last year's state in `record` and every year in `grid`. The caller has set the
-// engine's RoundText. A failure of the engine reaches the caller, and `record` is as it was.
+// year ends of the other books are. Leaves the last year's state in `record` and every year in `grid`. The caller has begun the
+// engine's run. A failure of the engine reaches the caller, and `record` is as it was.
 void BuildDepreciation(AssetRecord& record, Date federalYearEnd, ADepre& engine, DeprBuildGrid& grid);
 
 }  // namespace tallymar

@@ -53,7 +53,7 @@ void Run(const Options& options, Context& context) {
     AssetRecord record;
     session.ReadAssetRecord(record);
     ADepre& engine = context.Engine();
-    engine.RoundText = session.RoundText();
+    engine.BeginRun(session.RoundText());
     DeprBuildGrid grid;
     BuildDepreciation(record, yearEnd, engine, grid);
     if (options.Save) session.WriteAssetRecord(record);

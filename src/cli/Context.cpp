@@ -7,7 +7,7 @@ namespace tallymar::cli {
 CompanySession& Context::Session() {
     if (session_ == nullptr) {
         const std::filesystem::path program = AppPath::ProgramFolder();
-        const AppPath paths = AppPathOption.empty() ? AppPath::Find(program) : AppPath::At(AppPathOption, program);
+        const AppPath paths = AppPathOption.empty() ? AppPath::Of(program) : AppPath::At(AppPathOption, program);
         profile_.Load(paths.Profile());
         session_ = std::make_unique<CompanySession>(paths, profile_);
     }
@@ -17,12 +17,7 @@ CompanySession& Context::Session() {
 ADepre& Context::Engine() {
     if (engine_ == nullptr) {
         const AppPath& paths = Session().Paths();
-        try {
-            paths.Prepare();
-        } catch (const PlatformError&) {
-            // A service's account often has no home that can be written; the tables are read where they lie.
-        }
-        engine_ = std::make_unique<ADepre>(paths.Tables());
+        engine_ = std::make_unique<ADepre>([&paths](const std::string& table) { return paths.Find(table); });
     }
     return *engine_;
 }

@@ -1,9 +1,12 @@
 #include "engine/ADepre.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "engine/EngineMath.h"
+#include "engine/Methods.h"
+#include "platform/runtime/FindFile.h"
 #include "store/Helpers.h"
 #include "store/Vocabularies.h"
 
@@ -12,127 +15,135 @@ namespace tallymar {
 namespace {
 
 constexpr int kBookkeeping = 3;
-constexpr std::size_t kStatusTextRoom = 96;  // more than the longest text, so that no later status allocates
+
+// Why a record cannot be computed; nullopt when it can. Every check runs whatever the earlier ones found, so that the last status
+// is the one that stays. A missing asOf has none of its own.
+std::optional<DeprStatus> Refusal(WorkingRecord& record, Date asOf) {
+    std::optional<DeprStatus> refusal;
+    if (asOf.IsNone()) refusal = kStatusNone;
+    if (record.InService.IsNone()) refusal = kStatusInvalidInService;
+    if (record.Period < Units(1)) refusal = kStatusPeriodIsZero;
+    if (record.DeprType == kXxxx || record.DeprType == kStck || record.DeprType == kColl) {
+        record.SwitchBasis = CurrencyAmount();
+        refusal = MarkNonDepreciable(record).Status;
+    }
+    if (asOf < record.InService) refusal = kStatusBeforeInService;
+    return refusal;
+}
 
 }  // namespace
 
-ADepre::ADepre(std::filesystem::path tableFolder) : tableFolder_(std::move(tableFolder)) {
-    statusText_.reserve(kStatusTextRoom);
+YearAmount MarkNonDepreciable(WorkingRecord& record) {
+    record.IRSConvUsed = "X";
+    return {CurrencyAmount(), kStatusNonDepreciable};
+}
+
+double AnnualRate(const WorkingRecord& record) {
+    return Real(PercentOf(Units(record.DBPercent))) / Real(record.Period);
+}
+
+ADepre::ADepre(TableFinder findTable) : tables_(std::move(findTable)) {}
+
+ADepre::ADepre(std::filesystem::path tableFolder)
+    : ADepre([folder = std::move(tableFolder)](const std::string& name) { return FindAnyCase(folder, name); }) {}
+
+void ADepre::BeginRun(std::string roundText) {
+    roundText_ = std::move(roundText);
+    tables_.Forget();
 }
 
 void ADepre::ComputeDepreciation(AssetRecord& record, Date asOfDate, bool useMidQuarter, int book) {
     record_.TakeFrom(record, book);
-    asOfDate_ = asOfDate;
-    useMidQuarter_ = useMidQuarter;
-    statusText_.clear();
-    statusCode_ = 0;
-
-    ComputeYear();
-    record_.CurrDepr = yearResult_;
-    if (ComputeMonth > 0 && book == kBookkeeping) ComputeMonthOfBookkeeping();
-
+    status_ = kStatusNone;
+    if (const auto refusal = Refusal(record_, asOfDate)) {
+        status_ = *refusal;
+        record_.CurrDepr = CurrencyAmount();
+    } else {
+        const YearFacts facts = FactsOfYear(record_, asOfDate, useMidQuarter);
+        record_.CurrDepr = ComputeYear(facts);
+        if (ComputeMonth > 0 && book == kBookkeeping) record_.CurrDepr = MonthOfBookkeeping(record_.CurrDepr, facts);
+    }
     record_.GiveTo(record, book);
 }
 
-void ADepre::ComputeYear() {
-    EvaluateDisposed();
-    yearResult_ = CurrencyAmount();
-    if (!IsValid()) return;
+CurrencyAmount ADepre::ComputeYear(const YearFacts& facts) {
+    Say(facts.SaleStatus);
+    record_.YearThru = static_cast<std::int16_t>(facts.YearOfLife - 1);
+    TakeMaxDepr(record_);
+    if (facts.YearOfLife == 1) StampConvention(facts.UseMidQuarter);
 
-    yearFraction_ = Units(1);
-    asOfYear_ = asOfDate_.Year();
-    asOfMonth_ = asOfDate_.Month();
-    CountYears();
-    record_.YearThru = static_cast<std::int16_t>(yearOfLife_ - 1);
-    saleYear_ = 0;
-    saleMonth_ = 0;
-    if (disposed_) EvaluateDisposal();
-    ComputeMaxDepr();
-    if (yearOfLife_ == 1) StampConvention();
-
-    ComputeByType();
-    ApplyAutoLimits();
-    if (saleYear_ == 1) {
-        if (record_.Auto) yearResult_ = std::min(yearResult_, record_.DeprLimit);
-        SetStatus(kStatusDepreciatedToSale);
-    } else if (saleYear_ > 1) {
-        yearResult_ = CurrencyAmount();
+    const YearAmount method = ComputeByType(facts);
+    Say(method.Status);
+    CurrencyAmount year = HoldToAutoLimit(record_, method.Amount);
+    if (facts.SaleYear == 1) {
+        if (record_.Auto) year = std::min(year, record_.DeprLimit);
+        Say(kStatusDepreciatedToSale);
+    } else if (facts.SaleYear > 1) {
+        year = CurrencyAmount();
     }
-    CapAndRound();
+    year = std::max(std::min(year, record_.MaxDepr - record_.PrevDepr), CurrencyAmount());
+    RoundAmount(year, roundText_);
+    return year;
 }
 
-void ADepre::StampConvention() {
-    if (useMidQuarter_) {
+YearAmount ADepre::ComputeByType(const YearFacts& facts) {
+    switch (record_.DeprType) {
+        case kMcrs:
+            return ComputeMcrs(record_, facts);
+        case kAcrs:
+        case kAcam:
+            return ComputeAcrs(record_, facts, tables_);
+        case kMacs:
+            return ComputeFromTable(record_, facts, tables_);
+        case kAmrt:
+        case kGenl:
+        case kAds:
+        case kAdr:
+            return ComputeFormula(record_, facts);
+        default:
+            return {CurrencyAmount(), kStatusIncorrectType};
+    }
+}
+
+void ADepre::StampConvention(bool useMidQuarter) {
+    if (useMidQuarter) {
         record_.IRSConvUsed = "Q";
     } else if (record_.Convention() != 'N' && record_.Convention() != 'M') {
         record_.IRSConvUsed = "Y";
     }
 }
 
-void ADepre::ComputeByType() {
-    switch (record_.DeprType) {
-        case kMcrs:
-            return ComputeMcrs();
-        case kAcrs:
-        case kAcam:
-            return ComputeAcrs();
-        case kMacs:
-            return ComputeFromTable();
-        case kAmrt:
-        case kGenl:
-        case kAds:
-        case kAdr:
-            return ComputeFormula();
-        default:
-            return SetStatus(kStatusIncorrectType);
-    }
-}
-
-void ADepre::CapAndRound() {
-    yearResult_ = std::min(yearResult_, maxDepr_ - record_.PrevDepr);
-    yearResult_ = std::max(yearResult_, CurrencyAmount());
-    RoundAmount(yearResult_, RoundText);
-}
-
 // The amount of one month is the same whichever month of the year is asked for; the first year's Section 179 and additional
 // amounts are spread over the months in service.
-void ADepre::ComputeMonthOfBookkeeping() {
-    EvaluateDisposed();
-    CountYears();
+CurrencyAmount ADepre::MonthOfBookkeeping(CurrencyAmount year, const YearFacts& facts) const {
     CurrencyAmount month;
-    if (yearResult_ > CurrencyAmount()) {
-        if (yearOfLife_ > 1) {
-            month = ToAmount(Real(yearResult_) / 12.0);
-        } else if (yearOfLife_ == 1 && serviceMonth_ >= 1 && serviceMonth_ <= ComputeMonth) {
-            const double rest = Real(12 - (serviceMonth_ - 1));
+    if (year > CurrencyAmount()) {
+        if (facts.YearOfLife > 1) {
+            month = ToAmount(Real(year) / 12.0);
+        } else if (facts.YearOfLife == 1 && facts.ServiceMonth >= 1 && facts.ServiceMonth <= ComputeMonth) {
+            const double rest = Real(12 - (facts.ServiceMonth - 1));
             const CurrencyAmount section179 = ToAmount(Real(record_.Section179) / rest);
             const CurrencyAmount additional = ToAmount(Real(record_.AddlDepr) / rest);
-            month = ToAmount(Real(yearResult_) / rest) + section179 + additional;
+            month = ToAmount(Real(year) / rest) + section179 + additional;
         }
     }
-    RoundAmount(month, RoundText);
-    record_.CurrDepr = month;
+    RoundAmount(month, roundText_);
+    return month;
 }
 
-void ADepre::CountYears() {
-    const YearMonthCount count = YearsAndMonths(record_.InService, asOfDate_);
-    yearOfLife_ = count.Years;
-    serviceMonth_ = count.Months;
+void ADepre::Say(DeprStatus status) {
+    if (status != kStatusNone) status_ = status;
 }
 
-void ADepre::SetStatus(DeprStatus status) {
-    statusCode_ = status;
-    PutDeprStatusText(status, record_.Abandoned, record_.DateSold, record_.InService, statusText_);
+std::string ADepre::DeprStatusText() const {
+    return status_ == kStatusNone ? std::string()
+                                  : tallymar::DeprStatusText(status_, record_.Abandoned, record_.DateSold, record_.InService);
 }
 
-void ADepre::MarkNonDepreciable() {
-    yearResult_ = CurrencyAmount();
-    record_.IRSConvUsed = "X";
-    SetStatus(kStatusNonDepreciable);
-}
-
-double ADepre::AnnualRate() const {
-    return Real(PercentOf(Units(record_.DBPercent))) / Real(record_.Period);
+std::string ADepre::MissingTable() const {
+    return status_ == kStatusTableNotFound
+               ? DepreciationTables::NameOf(record_.DeprType, record_.DeprMethod, record_.Period, record_.AssetType)
+               : std::string();
 }
 
 }  // namespace tallymar

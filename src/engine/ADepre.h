@@ -5,7 +5,9 @@
 #include <string>
 
 #include "engine/DeprStatus.h"
+#include "engine/DepreciationTables.h"
 #include "engine/WorkingRecord.h"
+#include "engine/YearFacts.h"
 #include "platform/runtime/CurrencyAmount.h"
 #include "platform/runtime/Date.h"
 #include "store/AssetRecord.h"
@@ -13,20 +15,23 @@
 namespace tallymar {
 
 // The depreciation engine: computes the current year of one book of one asset as of one date. A pure calculation over an
-// AssetRecord, but that the table computations read DepreciationTableFiles. Bad input yields a status, never a failure, with two
-// exceptions that reach the caller as PlatformError and leave its record as it was: a method that the formula types do not know
-// (TypeMismatch), and a table file that ends early, holds no numbers where they belong, or is asked for a year behind the 50th
-// (InputPastEnd, TypeMismatch, SubscriptOutOfRange). A book outside 0 to 4 and an amount outside 64 bits fail as everywhere.
+// AssetRecord, except that the table computations read DepreciationTableFiles. Bad input yields a status, never a failure, with
+// two exceptions that reach the caller as PlatformError and leave its record as it was: a method that the formula types do not
+// know (TypeMismatch), and a table file that ends early, holds no percentages where they belong, or is asked for a year after the
+// 50th (InputPastEnd, TypeMismatch, SubscriptOutOfRange). A book outside 0 to 4 and an amount outside 64 bits fail as everywhere.
 //
-// One object serves any number of calls, one after the other; the working items and the status are its members. It allocates
-// nothing per call except while a table file is read.
+// One object serves any number of calls, one after the other, in runs: a run is one command over one or many assets, and sees
+// each table file as it was when the run first asked for it. A call allocates nothing, except for the first use of a table.
 class ADepre {
  public:
-    // tableFolder: where the DepreciationTableFiles lie.
+    explicit ADepre(TableFinder findTable);
+    // All tables in one folder.
     explicit ADepre(std::filesystem::path tableFolder);
 
-    // Text of the company's Round column ("True" or "False"); callers set it before a run.
-    std::string RoundText;
+    // Every command begins with this: tables are looked for afresh. roundText is the text of the company's Round column ("True"
+    // or "False").
+    void BeginRun(std::string roundText);
+
     // The month of the fiscal year (1 to 12) wanted for the Bookkeeping book; 0 or below: the whole year. Compute Current sets
     // it, and it stays for later calls of the session.
     std::int16_t ComputeMonth = 0;
@@ -36,69 +41,23 @@ class ADepre {
     void ComputeDepreciation(AssetRecord& record, Date asOfDate, bool useMidQuarter, int book);
 
     // The status of the last call; empty and 0 when nothing was to be said.
-    const std::string& DeprStatusText() const { return statusText_; }
-    std::int16_t DeprStatusCode() const { return statusCode_; }
+    std::string DeprStatusText() const;
+    std::int16_t DeprStatusCode() const { return status_; }
+    // The name of the table file that the last call looked for in vain (kStatusTableNotFound); empty otherwise.
+    std::string MissingTable() const;
 
  private:
-    // Driver (ADepre.cpp).
-    void ComputeYear();
-    void ComputeByType();
-    void StampConvention();
-    void CapAndRound();
-    void ComputeMonthOfBookkeeping();
-    void SetStatus(DeprStatus status);
-    void MarkNonDepreciable();
-    void CountYears();
+    CurrencyAmount ComputeYear(const YearFacts& facts);
+    YearAmount ComputeByType(const YearFacts& facts);
+    void StampConvention(bool useMidQuarter);
+    CurrencyAmount MonthOfBookkeeping(CurrencyAmount year, const YearFacts& facts) const;
+    void Say(DeprStatus status);
 
-    // Where the asset stands (Disposal.cpp, DepreciableAmount.cpp).
-    void EvaluateDisposed();
-    bool IsValid();
-    void EvaluateDisposal();
-    void ComputeMaxDepr();
-    void TakeAdditionalFirstYear();
-    void ResolveAdditionalDepr();
-
-    // Modified ACRS by formula (Mcrs.cpp).
-    void ComputeMcrs();
-    void McrsPersonalStraightLine();
-    void McrsRealStraightLine();
-    void McrsDecliningBalance();
-    void McrsMidQuarterFirstYear();
-    void McrsPersonalDisposal();
-    void McrsRealDisposal();
-    CurrencyAmount RemainingPeriod() const;
-
-    // ACRS (Acrs.cpp), the percentage tables from files (TableComputation.cpp), and the months-counting types (Formula.cpp).
-    void ComputeAcrs();
-    void ComputeSwitchedAcrs();
-    void ComputeAcrsByMethod();
-    void ComputeFromTable();
-    void ComputeFormula();
-    void FormulaSumOfYears();
-    void FormulaDisposal();
-
-    void ApplyAutoLimits();
-
-    double AnnualRate() const;  // DBPercent as a part of one, over Period
-
-    std::filesystem::path tableFolder_;
-    std::string statusText_;
-    std::int16_t statusCode_ = 0;
-
-    // The working items of the call that runs; each call overwrites them.
+    DepreciationTables tables_;
+    std::string roundText_;
+    // Of the last call.
     WorkingRecord record_;
-    Date asOfDate_;
-    int asOfYear_ = 0;
-    int asOfMonth_ = 0;
-    bool useMidQuarter_ = false;
-    bool disposed_ = false;  // the asset has left the books
-    int saleYear_ = 0;       // 1: the disposal falls in the year computed; 0 or below: after it; above 1: in an earlier year
-    int saleMonth_ = 0;      // fiscal month of the disposal
-    int yearOfLife_ = 0;     // the fiscal year that contains InService is 1
-    int serviceMonth_ = 0;   // fiscal month of InService, 1 to 12
-    CurrencyAmount yearFraction_;  // the part of a full year that applies
-    CurrencyAmount yearResult_;    // the amount computed
-    CurrencyAmount maxDepr_;       // what may be depreciated
+    DeprStatus status_ = kStatusNone;
 };
 
 }  // namespace tallymar

@@ -48,7 +48,7 @@ inline constexpr auto kAutoLimits = std::to_array<AutoLimitRow>({
 // The first-year limit that came with the additional depreciation of the Job Creation and Worker Assistance Act of 2002.
 inline constexpr int kFirstYearLimitWithAdditional = 7660;
 
-// The first moment behind the row's last day, as a date serial.
+// The first moment after the row's last day, as a date serial.
 constexpr double EndOfRow(const AutoLimitRow& row) {
     using std::chrono::sys_days;
     constexpr sys_days kEpoch = std::chrono::year(1899) / 12 / 30;

@@ -1,9 +1,9 @@
 #include <algorithm>
 
-#include "engine/ADepre.h"
 #include "engine/AutoLimitTable.h"
 #include "engine/EngineMath.h"
 #include "engine/LawDates.h"
+#include "engine/Methods.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {
@@ -24,48 +24,49 @@ const AutoLimitRow& AutoLimitsFor(Date inService) {
     return kAutoLimits[static_cast<std::size_t>(end - kRowEnds.begin())];
 }
 
-void ADepre::ApplyAutoLimits() {
-    CurrencyAmount& limit = record_.DeprLimit;
-    CurrencyAmount& section179 = record_.Section179;
-    CurrencyAmount& additional = record_.AddlDepr;
+CurrencyAmount HoldToAutoLimit(WorkingRecord& record, CurrencyAmount amount) {
+    CurrencyAmount& limit = record.DeprLimit;
+    CurrencyAmount& section179 = record.Section179;
+    CurrencyAmount& additional = record.AddlDepr;
     limit = CurrencyAmount();
-    if (record_.DeprType != kMcrs || !record_.Auto) return;
+    if (record.DeprType != kMcrs || !record.Auto) return amount;
 
-    const int year = std::min(record_.YearThru + 1, 4);
-    int dollars = AutoLimitsFor(record_.InService).Limits.at(static_cast<std::size_t>(year - 1));
-    if (record_.InService > kDayBeforeAdditionalDepreciation && record_.YearThru == 0) dollars = kFirstYearLimitWithAdditional;
-    limit = ToAmount(Real(Units(dollars) * record_.BusinessUse) / 100.0);
-    if (limit <= CurrencyAmount()) return;
+    const int year = std::min(record.YearThru + 1, 4);
+    int dollars = AutoLimitsFor(record.InService).Limits.at(static_cast<std::size_t>(year - 1));
+    if (record.InService > kDayBeforeAdditionalDepreciation && record.YearThru == 0) dollars = kFirstYearLimitWithAdditional;
+    limit = ToAmount(Real(Units(dollars) * record.BusinessUse) / 100.0);
+    if (limit <= CurrencyAmount()) return amount;
 
-    if (record_.YearThru > 0) {
-        yearResult_ = std::min(yearResult_, limit);
-        // Behind its recovery period the automobile goes on at the limit, until the cap at what is left stops it.
-        if (record_.Period < Units(record_.YearThru)) yearResult_ = limit;
+    if (record.YearThru > 0) {
+        amount = std::min(amount, limit);
+        // After its recovery period the automobile goes on at the limit, until the cap at what is left stops it.
+        if (record.Period < Units(record.YearThru)) amount = limit;
     } else if (additional.IsZero()) {
         if (section179 > limit) {
             section179 = limit;
-            yearResult_ = CurrencyAmount();
+            amount = CurrencyAmount();
         }
-        if (yearResult_ + section179 > limit) yearResult_ = limit - section179;
+        if (amount + section179 > limit) amount = limit - section179;
     } else if (additional > CurrencyAmount()) {
         // The three amounts share the first year's limit in the order Section 179, additional, method. Where all three fit
         // together the last three tests still bite on a negative amount.
         if (section179 > limit) {
             section179 = limit;
             additional = CurrencyAmount();
-            yearResult_ = CurrencyAmount();
+            amount = CurrencyAmount();
         } else if (section179 + additional > limit) {
             additional = limit - section179;
-            yearResult_ = CurrencyAmount();
-        } else if (yearResult_ + section179 + additional > limit) {
-            yearResult_ = limit - section179 - additional;
+            amount = CurrencyAmount();
+        } else if (amount + section179 + additional > limit) {
+            amount = limit - section179 - additional;
         } else if (additional > limit) {
             additional = limit;
-            yearResult_ = CurrencyAmount();
-        } else if (additional + yearResult_ > limit || section179 + yearResult_ > limit) {
-            yearResult_ = limit - section179 - additional;
+            amount = CurrencyAmount();
+        } else if (additional + amount > limit || section179 + amount > limit) {
+            amount = limit - section179 - additional;
         }
     }
+    return amount;
 }
 
 }  // namespace tallymar

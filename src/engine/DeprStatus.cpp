@@ -15,7 +15,7 @@ struct StatusText {
     std::int16_t Number;
     std::string_view Before;
     Shown Date = Shown::Nothing;
-    std::string_view Behind{};
+    std::string_view After{};
 };
 
 constexpr auto kStatusTexts = std::to_array<StatusText>({
@@ -60,15 +60,30 @@ const StatusText* Find(const std::array<StatusText, N>& texts, int status) {
     return nullptr;
 }
 
-}  // namespace
-
-void PutDeprStatusText(int status, bool abandoned, Date dateSold, Date inService, std::string& text) {
+const StatusText& TextOf(int status, bool abandoned) {
     const StatusText* found = Find(kStatusTexts, status);
     if (found == nullptr) found = abandoned ? Find(kAbandonedTexts, status) : Find(kSoldTexts, status);
-    if (found == nullptr) found = &kUnknownStatus;
-    text.assign(found->Before);
-    if (found->Date != Shown::Nothing) text.append(FormatShortDate(found->Date == Shown::DateSold ? dateSold : inService));
-    text.append(found->Behind);
+    return found != nullptr ? *found : kUnknownStatus;
+}
+
+}  // namespace
+
+std::string DeprStatusText(int status, bool abandoned, Date dateSold, Date inService) {
+    const StatusText& found = TextOf(status, abandoned);
+    std::string text(found.Before);
+    if (found.Date != Shown::Nothing) text += FormatShortDate(found.Date == Shown::DateSold ? dateSold : inService);
+    return text.append(found.After);
+}
+
+bool IsErrorStatus(int status) {
+    return status != kStatusNone && TextOf(status, false).Before.starts_with("< ERROR");
+}
+
+std::string_view PlainStatusText(std::string_view statusText) {
+    for (const std::string_view mark : {"< ERROR - ", "< "}) {
+        if (statusText.starts_with(mark)) return statusText.substr(mark.size());
+    }
+    return statusText;
 }
 
 }  // namespace tallymar

@@ -2,14 +2,15 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/runtime/Date.h"
 
 namespace tallymar {
 
-// The numbers of the engine's statuses. Those that no computation sets any more keep their number and text, because lists and
-// notes of earlier years name them.
+// The numbers of the engine's statuses. Numbers that no computation sets have their texts all the same.
 enum DeprStatus : std::int16_t {
+    kStatusNone = 0,
     kStatusInvalidInService = 1,
     kStatusSoldNoDepr = 5,
     kStatusBeforeInService = 7,
@@ -27,7 +28,15 @@ enum DeprStatus : std::int16_t {
     kStatusDisposedNoDepr = 52,
 };
 
-// Puts the status's text into text, whose capacity is reused. abandoned chooses between the two texts of 51 and 52.
-void PutDeprStatusText(int status, bool abandoned, Date dateSold, Date inService, std::string& text);
+// abandoned chooses between the two texts of 51 and 52.
+std::string DeprStatusText(int status, bool abandoned, Date dateSold, Date inService);
+
+// Whether a status tells of an asset whose entries do not make a computation, so that its amount cannot be filed on: those whose
+// text begins "< ERROR" (1 to 4, 8, 9, 11 to 16, 20, and any unknown number). An asset that is sold, not yet in service, not
+// depreciable or depreciated to its end has been computed, whatever its amount.
+bool IsErrorStatus(int status);
+
+// The text of a status without what marks it as one: "Deprec. Table NOT Found".
+std::string_view PlainStatusText(std::string_view statusText);
 
 }  // namespace tallymar

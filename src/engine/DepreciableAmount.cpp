@@ -1,6 +1,6 @@
-#include "engine/ADepre.h"
 #include "engine/EngineMath.h"
 #include "engine/LawDates.h"
+#include "engine/Methods.h"
 #include "store/Helpers.h"
 #include "store/Vocabularies.h"
 
@@ -15,35 +15,36 @@ constexpr CurrencyAmount kFullCreditAbove = CurrencyAmount::FromTenThousandths(9
 constexpr CurrencyAmount kShortLifeCreditAbove = CurrencyAmount::FromTenThousandths(500);  // 0.05
 constexpr CurrencyAmount kHalf = CurrencyAmount::FromTenThousandths(5000);                 // 0.5
 
-}  // namespace
-
-// Takes the business part of the basis, less salvage and Section 179 expense, apart into the additional first-year amount and
-// what is left for the method.
-void ADepre::TakeAdditionalFirstYear() {
-    maxDepr_ = record_.Basis * PercentOf(record_.BusinessUse) - record_.Salvage - record_.Section179;
-    record_.AddlDepr = ToAmount(Real(maxDepr_ * record_.ADPct) / 100.0);
-    maxDepr_ -= record_.AddlDepr;
+// Divides the business part of the basis, less salvage and Section 179 expense, into the additional first-year amount and what is
+// left for the method.
+void TakeAdditionalFirstYear(WorkingRecord& record) {
+    record.MaxDepr = record.Basis * PercentOf(record.BusinessUse) - record.Salvage - record.Section179;
+    record.AddlDepr = ToAmount(Real(record.MaxDepr * record.ADPct) / 100.0);
+    record.MaxDepr -= record.AddlDepr;
 }
 
-void ADepre::ComputeMaxDepr() {
-    TakeAdditionalFirstYear();
-    const CurrencyAmount credit = record_.TaxCredit;
-    if (credit <= CurrencyAmount() || record_.InService.Year() <= kLastYearWithoutCreditAdjustment) return;
+}  // namespace
+
+void TakeMaxDepr(WorkingRecord& record) {
+    TakeAdditionalFirstYear(record);
+    const CurrencyAmount credit = record.TaxCredit;
+    if (credit <= CurrencyAmount() || record.InService.Year() <= kLastYearWithoutCreditAdjustment) return;
     // The second test sees what the first has left: a class life between 4 and 5 can meet both.
-    if (credit > maxDepr_ * kFullCreditAbove && record_.ClassLife > Units(4)) maxDepr_ -= credit * kHalf;
-    if (credit > maxDepr_ * kShortLifeCreditAbove && record_.ClassLife < Units(5)) maxDepr_ -= credit * kHalf;
+    if (credit > record.MaxDepr * kFullCreditAbove && record.ClassLife > Units(4)) record.MaxDepr -= credit * kHalf;
+    if (credit > record.MaxDepr * kShortLifeCreditAbove && record.ClassLife < Units(5)) record.MaxDepr -= credit * kHalf;
 }
 
 // The additional amount stays with new personal property of the law's time only. A dropped amount does not come back into
-// maxDepr_; but in the first year both are taken again from the basis, the additional amount even when it has just been dropped
-// (a percentage below 1), and without the credit's reduction.
-void ADepre::ResolveAdditionalDepr() {
-    const bool newPersonalProperty = record_.NewUsed == "N" && record_.IsPersonalProperty();
-    const bool kept = newPersonalProperty && record_.DeprType == kMcrs &&
-                      record_.InService >= kFirstDayOfAdditionalDepreciation && record_.ADPct >= Units(1);
-    if (!kept) record_.AddlDepr = CurrencyAmount();
-    if (yearOfLife_ == 1 && newPersonalProperty && record_.InService > kDayBeforeAdditionalDepreciation)
-        TakeAdditionalFirstYear();
+// MaxDepr; but in the first year both are taken again from the basis, the additional amount even when it has just been dropped (a
+// percentage below 1), and without the credit's reduction.
+void ResolveAdditionalDepr(WorkingRecord& record, const YearFacts& facts) {
+    const bool newPersonalProperty = record.NewUsed == "N" && record.IsPersonalProperty();
+    const bool kept = newPersonalProperty && record.DeprType == kMcrs && record.InService >= kFirstDayOfAdditionalDepreciation &&
+                      record.ADPct >= Units(1);
+    if (!kept) record.AddlDepr = CurrencyAmount();
+    if (facts.YearOfLife == 1 && newPersonalProperty && record.InService > kDayBeforeAdditionalDepreciation) {
+        TakeAdditionalFirstYear(record);
+    }
 }
 
 }  // namespace tallymar

@@ -11,12 +11,22 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr CurrencyAmount kHalf = CurrencyAmount::FromTenThousandths(CurrencyAmount::kScale / 2);
+
 // Stricter than the leading number of a text: a damaged table must stop the run, not count as zero percent.
 CurrencyAmount ReadNumber(SequentialReader& file) {
     const std::string item = file.ReadText();
     const auto number = CurrencyAmount::Parse(Trim(item));
     if (!number) throw PlatformError(Failure::TypeMismatch, "Type mismatch: \"" + item + "\" is no number");
     return *number;
+}
+
+CurrencyAmount ReadPercentage(SequentialReader& file) {
+    const CurrencyAmount percentage = ReadNumber(file);
+    if (percentage < CurrencyAmount() || percentage > Units(100)) {
+        throw PlatformError(Failure::TypeMismatch, "Type mismatch: " + percentage.ToText() + " is no percentage from 0 to 100");
+    }
+    return percentage;
 }
 
 int ReadYears(SequentialReader& file) {
@@ -35,18 +45,12 @@ int ReadYears(SequentialReader& file) {
 std::string DepreciationTableFile::NameFor(std::string_view typeCode, std::string_view methodCode, CurrencyAmount period,
                                            std::string_view assetType) {
     std::string name(typeCode);
-    name.append(methodCode).append(Format(period, "00")).append(".D").append(assetType);
+    name.append(methodCode).append(Format(static_cast<long long>(YearsInName(period)), "00")).append(".D").append(assetType);
     return name;
 }
 
-fs::path DepreciationTableFile::Find(const fs::path& folder, const std::string& name) {
-    std::error_code ignored;
-    // A set of tables copied from another machine may be spelled in small letters.
-    for (const std::string& spelling : {name, LCase(name)}) {
-        fs::path path = folder / spelling;
-        if (fs::exists(path, ignored)) return path;
-    }
-    return {};
+std::int64_t DepreciationTableFile::YearsInName(CurrencyAmount period) {
+    return (period + kHalf).WholePart();
 }
 
 DepreciationTableFile::DepreciationTableFile(const fs::path& path) try {
@@ -54,7 +58,7 @@ DepreciationTableFile::DepreciationTableFile(const fs::path& path) try {
     const int years = ReadYears(file);
     for (int header = 0; header < 4; ++header) file.ReadText();
     for (std::size_t month = 1; month < percentages_.size(); ++month) {
-        for (int year = 1; year <= years; ++year) percentages_[month][static_cast<std::size_t>(year)] = ReadNumber(file);
+        for (int year = 1; year <= years; ++year) percentages_[month][static_cast<std::size_t>(year)] = ReadPercentage(file);
     }
 } catch (const PlatformError& failure) {
     throw failure.WithPrefix(path.filename().string() + ": ");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -22,14 +23,15 @@ class DepreciationTableFile {
     static std::string NameFor(std::string_view typeCode, std::string_view methodCode, CurrencyAmount period,
                                std::string_view assetType);
 
-    // The path of the file of that name in folder, in capitals or in small letters; empty when there is none.
-    static std::filesystem::path Find(const std::filesystem::path& folder, const std::string& name);
+    // The whole years that the name tells of a Period: 28 of 27.5.
+    static std::int64_t YearsInName(CurrencyAmount period);
 
-    // Failures: InputPastEnd when the file ends early, TypeMismatch when an item is no number, SubscriptOutOfRange when it tells
-    // of more than 50 years; those of the platform when it cannot be read. Each text names the file.
+    // Failures: InputPastEnd when the file ends early, TypeMismatch when an item is no number or no percentage from 0 to 100,
+    // SubscriptOutOfRange when it tells of more than 50 years; those of the platform when it cannot be read. Each text names the
+    // file.
     explicit DepreciationTableFile(const std::filesystem::path& path);
 
-    // 0 behind the last year of the file. Failure: SubscriptOutOfRange for a month outside 0 to 12 or a year outside 0 to 50.
+    // 0 after the last year of the file. Failure: SubscriptOutOfRange for a month outside 0 to 12 or a year outside 0 to 50.
     CurrencyAmount Percentage(int month, int year) const;
 
  private:

@@ -1,5 +1,5 @@
-#include "engine/ADepre.h"
 #include "engine/EngineMath.h"
+#include "engine/Methods.h"
 #include "platform/runtime/PlatformError.h"
 #include "store/Vocabularies.h"
 
@@ -7,58 +7,58 @@
 // digits, counted by whole months.
 namespace tallymar {
 
-void ADepre::ComputeFormula() {
-    if (yearOfLife_ == 1) yearFraction_ = ToAmount(1.0 - Real(serviceMonth_ - 1) / 12.0);
-    const bool pastLastYear = (record_.Period + Units(1)).WholePart() < yearOfLife_;
-    switch (record_.DeprMethod) {
-        case kSl:
-            yearResult_ = ToAmount(Real(maxDepr_) / Real(record_.Period) * Real(yearFraction_));
-            break;
-        case kDb:
-            if (pastLastYear) return SetStatus(kStatusPeriodCompleted);
-            yearResult_ = ToAmount(Real(maxDepr_ - record_.PrevDepr) * AnnualRate() * Real(yearFraction_));
-            break;
-        case kSy:
-            if (pastLastYear) return SetStatus(kStatusPeriodCompleted);
-            FormulaSumOfYears();
-            break;
-        default:
-            // The edit form lets the other methods through under these types; that they stop a run here is long-standing and has
-            // kept anyone from filing on an amount that no rule gives.
-            throw PlatformError(Failure::TypeMismatch);
-    }
-    if (disposed_) FormulaDisposal();
-}
+namespace {
 
-void ADepre::FormulaSumOfYears() {
-    const CurrencyAmount years = CurrencyAmount::FromInteger(record_.Period.WholePart());
-    if (yearOfLife_ == 1) {
-        const CurrencyAmount top = maxDepr_ * yearFraction_ * Units(2) * years;
-        yearResult_ = ToAmount(Real(top) / Real((years + Units(1)) * years));
-        return;
+CurrencyAmount SumOfYears(const WorkingRecord& record, int yearOfLife, CurrencyAmount yearFraction) {
+    const CurrencyAmount years = CurrencyAmount::FromInteger(record.Period.WholePart());
+    if (yearOfLife == 1) {
+        const CurrencyAmount top = record.MaxDepr * yearFraction * Units(2) * years;
+        return ToAmount(Real(top) / Real((years + Units(1)) * years));
     }
     // The months before the start lie in the calendar year of InService, whatever the fiscal year end.
-    const int monthsBefore = record_.InService.Month() - 1;
+    const int monthsBefore = record.InService.Month() - 1;
     const CurrencyAmount aTwelfth = ToAmount(Real(monthsBefore) / 12.0);
     const CurrencyAmount aSixth = ToAmount(Real(monthsBefore) / 6.0);
-    const CurrencyAmount yearsLeft = years + Units(1) - Units(yearOfLife_);
-    const CurrencyAmount top = (maxDepr_ - record_.PrevDepr) * Units(2) * (yearsLeft + aTwelfth);
+    const CurrencyAmount yearsLeft = years + Units(1) - Units(yearOfLife);
+    const CurrencyAmount top = (record.MaxDepr - record.PrevDepr) * Units(2) * (yearsLeft + aTwelfth);
     const CurrencyAmount bottom = (yearsLeft + Units(1)) * (yearsLeft + aSixth);
-    if (!bottom.IsZero()) yearResult_ = ToAmount(Real(top) / Real(bottom));
+    return bottom.IsZero() ? CurrencyAmount() : ToAmount(Real(top) / Real(bottom));
 }
 
-void ADepre::FormulaDisposal() {
-    if (saleYear_ >= 2) {
-        SetStatus(kStatusSoldNoDepr);
-        yearResult_ = CurrencyAmount();
-        return;
+YearAmount Disposal(const WorkingRecord& record, const YearFacts& facts, CurrencyAmount year) {
+    if (facts.SaleYear >= 2) return {CurrencyAmount(), kStatusSoldNoDepr};
+    if (record.Convention() == 'N') {
+        year = ToAmount(Real(year) / 12.0 * Real(facts.SaleMonth - 1));
+    } else if (record.Convention() == 'M') {
+        year = ToAmount(Real(year) / 24.0 * Real(facts.SaleMonth * 2 - 1));
     }
-    if (record_.Convention() == 'N') {
-        yearResult_ = ToAmount(Real(yearResult_) / 12.0 * Real(saleMonth_ - 1));
-    } else if (record_.Convention() == 'M') {
-        yearResult_ = ToAmount(Real(yearResult_) / 24.0 * Real(saleMonth_ * 2 - 1));
+    return {year, kStatusDepreciatedToSale};
+}
+
+}  // namespace
+
+YearAmount ComputeFormula(const WorkingRecord& record, const YearFacts& facts) {
+    const CurrencyAmount yearFraction = facts.YearOfLife == 1 ? ToAmount(1.0 - Real(facts.ServiceMonth - 1) / 12.0) : Units(1);
+    const bool pastLastYear = (record.Period + Units(1)).WholePart() < facts.YearOfLife;
+    CurrencyAmount year;
+    switch (record.DeprMethod) {
+        case kSl:
+            year = ToAmount(Real(record.MaxDepr) / Real(record.Period) * Real(yearFraction));
+            break;
+        case kDb:
+            if (pastLastYear) return {CurrencyAmount(), kStatusPeriodCompleted};
+            year = ToAmount(Real(record.MaxDepr - record.PrevDepr) * AnnualRate(record) * Real(yearFraction));
+            break;
+        case kSy:
+            if (pastLastYear) return {CurrencyAmount(), kStatusPeriodCompleted};
+            year = SumOfYears(record, facts.YearOfLife, yearFraction);
+            break;
+        default:
+            // COMPAT: the edit form lets the other methods through under these types, and computing such an asset fails the whole
+            // command: no rule gives an amount for them, and none is made up.
+            throw PlatformError(Failure::TypeMismatch);
     }
-    SetStatus(kStatusDepreciatedToSale);
+    return facts.Disposed ? Disposal(record, facts, year) : YearAmount{year};
 }
 
 }  // namespace tallymar

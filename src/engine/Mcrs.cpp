@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "engine/ADepre.h"
 #include "engine/EngineMath.h"
+#include "engine/Methods.h"
 #include "store/Vocabularies.h"
 
 // Modified ACRS by formula: the result agrees with the percentage tables of IRS Publication 946 within their rounding, and
@@ -16,10 +16,10 @@ constexpr CurrencyAmount Eighths(int eighths) {
 constexpr CurrencyAmount kHalfYear = Eighths(4);
 constexpr CurrencyAmount kWholeYear = Eighths(8);
 
-// The part of the year up to the middle of a month's quarter, and the part behind it.
+// The part of the year up to the middle of a month's quarter, and the part after it.
 struct QuarterParts {
     CurrencyAmount Before;
-    CurrencyAmount Behind;
+    CurrencyAmount After;
 };
 constexpr QuarterParts kQuarters[] = {
     {Eighths(1), Eighths(7)},
@@ -33,136 +33,132 @@ const QuarterParts* QuarterOf(int month) {
     return month >= 1 && month <= 12 ? &kQuarters[(month - 1) / 3] : nullptr;
 }
 
-}  // namespace
-
-void ADepre::ComputeMcrs() {
-    if (disposed_ && saleYear_ >= 1) {
-        if (record_.IsPersonalProperty()) return McrsPersonalDisposal();
-        if (record_.IsRealProperty()) return McrsRealDisposal();
-        return;
-    }
-    if (yearOfLife_ == 1) {
-        if (record_.Convention() == 'N' || record_.IsRealProperty()) {
-            yearFraction_ = kWholeYear - ToAmount(Real(serviceMonth_ - 1) / 12.0);
-        }
-        if (record_.IsPersonalProperty() && record_.Convention() == 'Y') yearFraction_ = ToAmount(Real(yearFraction_) / 2.0);
-    }
-    switch (record_.DeprMethod) {
-        case kSl:
-            if (record_.IsPersonalProperty()) McrsPersonalStraightLine();
-            if (record_.IsRealProperty()) McrsRealStraightLine();
-            return;
-        case kDb:
-            return McrsDecliningBalance();
-        case kMi:
-        case kXx:
-            return MarkNonDepreciable();
-        default:
-            return SetStatus(kStatusIncorrectMethod);
-    }
+CurrencyAmount StraightLine(const WorkingRecord& record, CurrencyAmount yearFraction) {
+    return ToAmount(Real(record.MaxDepr) / Real(record.Period) * Real(yearFraction));
 }
 
-void ADepre::McrsPersonalStraightLine() {
-    ResolveAdditionalDepr();
-    if (useMidQuarter_ && yearOfLife_ == 1) return McrsMidQuarterFirstYear();
-    yearResult_ = ToAmount(Real(maxDepr_) / Real(record_.Period) * Real(yearFraction_));
+CurrencyAmount Declining(const WorkingRecord& record, CurrencyAmount yearFraction) {
+    return ToAmount(Real(record.MaxDepr - record.PrevDepr) * AnnualRate(record) * Real(yearFraction));
 }
 
-void ADepre::McrsRealStraightLine() {
-    const double wholeYear = Real(maxDepr_) / Real(record_.Period);
-    if (yearOfLife_ > 1 && !disposed_) {
-        yearResult_ = ToAmount(wholeYear * Real(yearFraction_));
-        return;
-    }
-    if (yearOfLife_ == 1) record_.IRSConvUsed = "M";
-    yearResult_ = ToAmount(wholeYear * Real(yearFraction_) - wholeYear / 24.0);  // the month in service counts half
-}
-
-void ADepre::McrsDecliningBalance() {
-    // Before the additional step, unlike the straight line.
-    if (useMidQuarter_ && yearOfLife_ == 1) return McrsMidQuarterFirstYear();
-    if ((record_.Period + kWholeYear + kHalfYear).WholePart() < yearOfLife_ && !record_.Auto) {
-        return SetStatus(kStatusPeriodCompleted);
-    }
-    yearResult_ = CurrencyAmount();
-    ResolveAdditionalDepr();
-    const CurrencyAmount remainingBasis = maxDepr_ - record_.PrevDepr;
-    yearResult_ = ToAmount(Real(remainingBasis) * AnnualRate() * Real(yearFraction_));
-    if (yearOfLife_ < 2) return;
-    // The switch to straight line: tested afresh each year.
-    const CurrencyAmount remainingPeriod = RemainingPeriod();
-    if (remainingPeriod.IsZero()) {
-        yearResult_ = std::max(yearResult_, CurrencyAmount());
-    } else {
-        yearResult_ = std::max(yearResult_, ToAmount(Real(remainingBasis) / Real(remainingPeriod)));
-    }
-}
-
-// The years of life left at the start of the year computed, with the part that the convention has moved behind the last whole
+// What is left over the years left: the switch to straight line, tested afresh each year. 0 when no years are left.
+//
+// The years left are counted at the start of the year computed, with the part that the convention has moved past the last whole
 // year.
-CurrencyAmount ADepre::RemainingPeriod() const {
-    const CurrencyAmount wholeYears = record_.Period - Units(record_.YearThru);
-    switch (record_.Convention()) {
+CurrencyAmount RestOverYearsLeft(const WorkingRecord& record, const YearFacts& facts) {
+    CurrencyAmount yearsLeft = record.Period - Units(record.YearThru);
+    switch (record.Convention()) {
         case 'Y':
         case 'M':
-            return wholeYears + kHalfYear;
+            yearsLeft += kHalfYear;
+            break;
         case 'Q':
-            if (const QuarterParts* quarter = QuarterOf(serviceMonth_)) return wholeYears + quarter->Before;
-            return wholeYears;
+            if (const QuarterParts* quarter = QuarterOf(facts.ServiceMonth)) yearsLeft += quarter->Before;
+            break;
         default:
-            return wholeYears;
+            break;
     }
+    return yearsLeft.IsZero() ? CurrencyAmount() : ToAmount(Real(record.MaxDepr - record.PrevDepr) / Real(yearsLeft));
 }
 
-void ADepre::McrsMidQuarterFirstYear() {
-    record_.IRSConvUsed = "Q";
-    if (record_.DeprMethod == kSl) {
-        yearResult_ = ToAmount(Real(maxDepr_) / Real(record_.Period));
-    } else if (record_.DeprMethod == kDb) {
-        yearResult_ = ToAmount(Real(maxDepr_) * AnnualRate());
+YearAmount MidQuarterFirstYear(WorkingRecord& record, const YearFacts& facts) {
+    record.IRSConvUsed = "Q";
+    CurrencyAmount amount;
+    if (record.DeprMethod == kSl) {
+        amount = ToAmount(Real(record.MaxDepr) / Real(record.Period));
+    } else if (record.DeprMethod == kDb) {
+        amount = ToAmount(Real(record.MaxDepr) * AnnualRate(record));
     }
-    if (const QuarterParts* quarter = QuarterOf(serviceMonth_)) yearResult_ = yearResult_ * quarter->Behind;
+    if (const QuarterParts* quarter = QuarterOf(facts.ServiceMonth)) amount = amount * quarter->After;
+    return {amount};
 }
 
-void ADepre::McrsPersonalDisposal() {
-    switch (record_.Convention()) {
+YearAmount PersonalStraightLine(WorkingRecord& record, const YearFacts& facts, CurrencyAmount yearFraction) {
+    ResolveAdditionalDepr(record, facts);
+    if (facts.UseMidQuarter && facts.YearOfLife == 1) return MidQuarterFirstYear(record, facts);
+    return {StraightLine(record, yearFraction)};
+}
+
+YearAmount RealStraightLine(WorkingRecord& record, const YearFacts& facts, CurrencyAmount yearFraction) {
+    if (facts.YearOfLife > 1 && !facts.Disposed) return {StraightLine(record, yearFraction)};
+    if (facts.YearOfLife == 1) record.IRSConvUsed = "M";
+    const double wholeYear = Real(record.MaxDepr) / Real(record.Period);
+    return {ToAmount(wholeYear * Real(yearFraction) - wholeYear / 24.0)};  // the month in service counts half
+}
+
+YearAmount DecliningBalance(WorkingRecord& record, const YearFacts& facts, CurrencyAmount yearFraction) {
+    // Before the additional step, unlike the straight line.
+    if (facts.UseMidQuarter && facts.YearOfLife == 1) return MidQuarterFirstYear(record, facts);
+    if ((record.Period + kWholeYear + kHalfYear).WholePart() < facts.YearOfLife && !record.Auto) {
+        return {CurrencyAmount(), kStatusPeriodCompleted};
+    }
+    ResolveAdditionalDepr(record, facts);
+    const CurrencyAmount declining = Declining(record, yearFraction);
+    if (facts.YearOfLife < 2) return {declining};
+    return {std::max(declining, RestOverYearsLeft(record, facts))};
+}
+
+CurrencyAmount PersonalDisposalFraction(const WorkingRecord& record, int saleMonth) {
+    const QuarterParts* quarter = QuarterOf(saleMonth);
+    switch (record.Convention()) {
         case 'N':
-            yearFraction_ = ToAmount(Real(saleMonth_ - 1) / 12.0);
-            break;
+            return ToAmount(Real(saleMonth - 1) / 12.0);
         case 'Y':
-            yearFraction_ = ToAmount(Real(yearFraction_) / 2.0);
-            break;
+            return kHalfYear;
         case 'Q':
-            if (const QuarterParts* quarter = QuarterOf(saleMonth_)) yearFraction_ = yearFraction_ * quarter->Before;
-            break;
+            return quarter != nullptr ? quarter->Before : kWholeYear;
         default:
-            break;
+            return kWholeYear;
     }
-    if (record_.DeprMethod == kSl) {
-        yearResult_ = ToAmount(Real(maxDepr_) / Real(record_.Period) * Real(yearFraction_));
-        return SetStatus(kStatusDepreciatedToSale);
-    }
-    const CurrencyAmount remainingBasis = maxDepr_ - record_.PrevDepr;
-    yearResult_ = ToAmount(Real(remainingBasis) * AnnualRate() * Real(yearFraction_));
-    if (yearOfLife_ < 2) return;
-    const CurrencyAmount remainingPeriod = RemainingPeriod();
-    CurrencyAmount straightLine;
-    if (!remainingPeriod.IsZero()) straightLine = ToAmount(Real(remainingBasis) / Real(remainingPeriod)) * yearFraction_;
-    yearResult_ = std::max(yearResult_, straightLine);
-    SetStatus(kStatusDepreciatedToSale);
 }
 
-void ADepre::McrsRealDisposal() {
-    if (saleYear_ == 1) {
-        yearFraction_ =
-            record_.Convention() == 'Y' ? ToAmount(Real(saleMonth_) / 12.0 - 1.0 / 24.0) : ToAmount(Real(saleMonth_ - 1) / 12.0);
+YearAmount PersonalDisposal(const WorkingRecord& record, const YearFacts& facts) {
+    const CurrencyAmount yearFraction = PersonalDisposalFraction(record, facts.SaleMonth);
+    if (record.DeprMethod == kSl) return {StraightLine(record, yearFraction), kStatusDepreciatedToSale};
+    const CurrencyAmount declining = Declining(record, yearFraction);
+    if (facts.YearOfLife < 2) return {declining};
+    return {std::max(declining, RestOverYearsLeft(record, facts) * yearFraction), kStatusDepreciatedToSale};
+}
+
+YearAmount RealDisposal(const WorkingRecord& record, const YearFacts& facts) {
+    CurrencyAmount yearFraction = kWholeYear;
+    if (facts.SaleYear == 1) {
+        yearFraction = record.Convention() == 'Y' ? ToAmount(Real(facts.SaleMonth) / 12.0 - 1.0 / 24.0)
+                                                  : ToAmount(Real(facts.SaleMonth - 1) / 12.0);
     }
-    if (record_.DeprMethod == kSl) {
-        yearResult_ = ToAmount(Real(maxDepr_) / Real(record_.Period) * Real(yearFraction_));
-    } else {
-        yearResult_ = ToAmount(Real(maxDepr_ - record_.PrevDepr) * AnnualRate() * Real(yearFraction_));
+    const CurrencyAmount amount = record.DeprMethod == kSl ? StraightLine(record, yearFraction) : Declining(record, yearFraction);
+    return {amount, kStatusDepreciatedToSale};
+}
+
+CurrencyAmount FirstYearFraction(const WorkingRecord& record, int serviceMonth) {
+    CurrencyAmount yearFraction = kWholeYear;
+    if (record.Convention() == 'N' || record.IsRealProperty()) yearFraction -= ToAmount(Real(serviceMonth - 1) / 12.0);
+    if (record.IsPersonalProperty() && record.Convention() == 'Y') yearFraction = kHalfYear;
+    return yearFraction;
+}
+
+}  // namespace
+
+YearAmount ComputeMcrs(WorkingRecord& record, const YearFacts& facts) {
+    if (facts.Disposed && facts.SaleYear >= 1) {
+        if (record.IsPersonalProperty()) return PersonalDisposal(record, facts);
+        if (record.IsRealProperty()) return RealDisposal(record, facts);
+        return {};
     }
-    SetStatus(kStatusDepreciatedToSale);
+    const CurrencyAmount yearFraction = facts.YearOfLife == 1 ? FirstYearFraction(record, facts.ServiceMonth) : kWholeYear;
+    switch (record.DeprMethod) {
+        case kSl:
+            if (record.IsPersonalProperty()) return PersonalStraightLine(record, facts, yearFraction);
+            if (record.IsRealProperty()) return RealStraightLine(record, facts, yearFraction);
+            return {};
+        case kDb:
+            return DecliningBalance(record, facts, yearFraction);
+        case kMi:
+        case kXx:
+            return MarkNonDepreciable(record);
+        default:
+            return {CurrencyAmount(), kStatusIncorrectMethod};
+    }
 }
 
 }  // namespace tallymar

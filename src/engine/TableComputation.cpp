@@ -1,29 +1,20 @@
-#include "engine/ADepre.h"
-#include "engine/DepreciationTableFile.h"
 #include "engine/EngineMath.h"
-#include "store/Vocabularies.h"
+#include "engine/Methods.h"
 
 namespace tallymar {
 
-void ADepre::ComputeFromTable() {
-    const std::string name = DepreciationTableFile::NameFor(DeprTypeCode(record_.DeprType), DeprMethodCode(record_.DeprMethod),
-                                                            record_.Period, record_.AssetType);
-    const std::filesystem::path path = DepreciationTableFile::Find(tableFolder_, name);
-    if (path.empty()) return SetStatus(kStatusTableNotFound);
-    // Read afresh each time: a corrected file holds from the next asset on.
-    const DepreciationTableFile table(path);
-    yearResult_ = PercentageToCent(maxDepr_, table.Percentage(serviceMonth_, yearOfLife_));
-    if (!disposed_) return;
+YearAmount ComputeFromTable(const WorkingRecord& record, const YearFacts& facts, DepreciationTables& tables) {
+    const DepreciationTableFile* table = tables.Table(record.DeprType, record.DeprMethod, record.Period, record.AssetType);
+    if (table == nullptr) return {CurrencyAmount(), kStatusTableNotFound};
+    const CurrencyAmount amount = PercentageToCent(record.MaxDepr, table->Percentage(facts.ServiceMonth, facts.YearOfLife));
+    if (!facts.Disposed) return {amount};
 
-    const double month = Real(yearResult_) / 12.0;
-    if (record_.Convention() != 'Y') {
-        yearResult_ = ToAmount(month * Real(saleMonth_));
-    } else if (record_.ClassLife == Units(15)) {
-        yearResult_ = ToAmount(month * Real(saleMonth_ - 1));
-    } else if (record_.ClassLife > Units(15)) {
-        yearResult_ = ToAmount(month * (Real(saleMonth_) - 0.5));
-    }
-    SetStatus(kStatusDepreciatedToSale);
+    const double month = Real(amount) / 12.0;
+    const auto sold = [](CurrencyAmount toSale) { return YearAmount{toSale, kStatusDepreciatedToSale}; };
+    if (record.Convention() != 'Y') return sold(ToAmount(month * Real(facts.SaleMonth)));
+    if (record.ClassLife < Units(15)) return sold(amount);
+    if (record.ClassLife == Units(15)) return sold(ToAmount(month * Real(facts.SaleMonth - 1)));
+    return sold(ToAmount(month * (Real(facts.SaleMonth) - 0.5)));
 }
 
 }  // namespace tallymar

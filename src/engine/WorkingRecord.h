@@ -41,6 +41,8 @@ struct WorkingRecord {
     CurrencyAmount ADPct;
     CurrencyAmount TaxCredit;
 
+    CurrencyAmount MaxDepr;  // what may be depreciated; each computation forms it
+
     // What a computation may change of the book.
     CurrencyAmount CurrDepr;
     CurrencyAmount AddlDepr;

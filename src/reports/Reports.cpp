@@ -95,7 +95,7 @@ bool ConfirmPosting(Prompts& prompts) {
 ReportResult PrintReport(ReportRun& run) {
     const ReportOptions& options = run.Filter.Options;
     run.V.Title = std::string(Trim(ReportCaption(options.ReportNumber, options.Book))) + " - " + run.Session.CompanyName();
-    run.Engine.RoundText = run.Session.RoundText();
+    run.Engine.BeginRun(run.Session.RoundText());
     if (options.ReportNumber == kPostReport && options.UpdateDatabase) return PostYear(run);
     kProcedures.at(static_cast<std::size_t>(options.ReportNumber))(run);
     return {.Printed = true, .Copy = {}};

@@ -69,7 +69,10 @@ QString ControlName(const MenuItem& item) {
 
 }  // namespace
 
-Tallymar::Tallymar(AppPath paths) : session_(std::move(paths), profile_), engine_(session_.Paths().Tables()), prompts_(this) {
+Tallymar::Tallymar(AppPath paths)
+    : session_(std::move(paths), profile_),
+      engine_([this](const std::string& table) { return session_.Paths().Find(table); }),
+      prompts_(this) {
     setObjectName(ToQString(kProduct));
     setWindowTitle(ToQString(kProduct));
     profile_.Load(session_.Paths().Profile());

@@ -39,7 +39,7 @@ int Start(const Options& options) {
     std::optional<std::filesystem::path> company;
     if (!options.CompanyFile.empty()) company = std::filesystem::absolute(options.CompanyFile);
     const std::filesystem::path program = AppPath::ProgramFolder();
-    AppPath paths = options.AppPathFolder.empty() ? AppPath::Find(program)
+    AppPath paths = options.AppPathFolder.empty() ? AppPath::Of(program)
                                                   : AppPath::At(std::filesystem::absolute(options.AppPathFolder), program);
     paths.Prepare();
     std::filesystem::current_path(paths.Folder());

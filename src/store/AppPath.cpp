@@ -8,6 +8,7 @@
 #include <string>
 #include <system_error>
 
+#include "platform/runtime/FindFile.h"
 #include "platform/runtime/PlatformError.h"
 
 namespace tallymar {
@@ -24,6 +25,10 @@ constexpr const char* kMarker = "MACSDB05.DPP";
 bool Exists(const fs::path& path) {
     std::error_code ignored;
     return fs::exists(path, ignored);
+}
+
+fs::path DeliveredWith(const fs::path& programFolder) {
+    return Exists(programFolder / kMarker) ? programFolder : programFolder / kSharedData;
 }
 
 fs::path UserDataFolder() {
@@ -50,10 +55,10 @@ void MakeFolder(const fs::path& folder) {
 AppPath::AppPath(fs::path folder, fs::path delivered) : folder_(std::move(folder)), delivered_(std::move(delivered)) {}
 
 AppPath AppPath::At(const fs::path& folder, const fs::path& programFolder) {
-    return AppPath(fs::absolute(folder), programFolder / kSharedData);
+    return AppPath(fs::absolute(folder), DeliveredWith(programFolder));
 }
 
-AppPath AppPath::Find(const fs::path& programFolder) {
+AppPath AppPath::Of(const fs::path& programFolder) {
     const bool portable = Exists(programFolder / kMarker) && access(programFolder.c_str(), W_OK) == 0;
     return At(portable ? programFolder : UserDataFolder(), programFolder);
 }
@@ -61,21 +66,14 @@ AppPath AppPath::Find(const fs::path& programFolder) {
 void AppPath::Prepare() const {
     MakeFolder(folder_);
     // Copies of companies are nobody else's to read. The rights of a folder that is there are its owner's decision.
-    if (mkdir(Backup().c_str(), S_IRWXU) != 0) MakeFolder(Backup());
-    MakeFolder(Images());
-    if (!Exists(delivered_)) return;
-    for (const fs::directory_entry& entry : fs::directory_iterator(delivered_)) {
-        const fs::path target = folder_ / entry.path().filename();
-        if (!entry.is_regular_file() || Exists(target)) continue;
-        std::error_code error;
-        fs::copy_file(entry.path(), target, error);
-        if (error)
-            throw PlatformError(Failure::PathAccess, "The file " + target.string() + " cannot be written: " + error.message());
-    }
+    mkdir(Backup().c_str(), S_IRWXU);
+    std::error_code ignored;
+    fs::create_directory(Images(), ignored);
 }
 
-fs::path AppPath::Tables() const {
-    return Exists(folder_ / kMarker) || !Exists(delivered_ / kMarker) ? folder_ : delivered_;
+fs::path AppPath::Find(const fs::path& name) const {
+    const fs::path own = FindAnyCase(folder_, name);
+    return own.empty() ? FindAnyCase(delivered_, name) : own;
 }
 
 fs::path AppPath::ProgramFolder() {
