@@ -76,7 +76,9 @@ double ComputeFourBooks(CompanySession& session, ADepre& engine, Prompts& prompt
     for (int book = kFirstBook; book <= kLastBook; ++book) options.Compute[book] = true;
     // Every other run with another convention, so that each writes new amounts.
     for (int book = kFirstBook; book <= kLastBook; ++book) options.UseMidQuarter[book] = round % 4 == 1;
-    return ComputeCurrent(session, engine, options, prompts)[1].InService.ToDouble();
+    ComputeCurrentResult result;
+    ComputeCurrent(session, engine, options, prompts, result);
+    return result[1].Totals.InService.ToDouble();
 }
 
 long PeakMemoryKiB() {

@@ -22,6 +22,16 @@ void AddToTotals(const AssetRecord& record, Date asOfDate, int book, InServiceTo
     if (life.Months > kLastMonthOfThirdQuarter) totals.FourthQuarter += amount;
 }
 
+void NoteFirstError(const AssetRecord& record, const ADepre& engine, ComputedBook& book) {
+    book.FirstErrorAsset = record.AssetNum.Trimmed();
+    book.FirstErrorStatus = PlainStatusText(engine.DeprStatusText());
+    if (const std::string table = engine.MissingTable(); !table.empty()) book.FirstErrorStatus += " (" + table + ")";
+}
+
+std::string CountOfAssets(std::int64_t count) {
+    return std::to_string(count) + (count == 1 ? " asset" : " assets");
+}
+
 }  // namespace
 
 double InServiceTotals::FourthQuarterPercent() const {
@@ -40,30 +50,67 @@ std::string InServiceTotals::PercentText() const {
     return Format(FourthQuarterPercent(), pictures::kPercent);
 }
 
-PerBook<InServiceTotals> ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options,
-                                        Prompts& prompts, const std::function<void(const ComputedAsset&)>& onComputed) {
-    PerBook<InServiceTotals> totals;
-    engine.RoundText = session.RoundText();
+std::vector<std::string> RemarksOn(const ComputeCurrentResult& result) {
+    std::vector<std::string> remarks;
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        const ComputedBook& done = result[book];
+        const std::string name = std::string(kBookNames[static_cast<std::size_t>(book)]) + ": ";
+        if (done.YearEndUnset) {
+            remarks.push_back(name + "no fiscal year end is set (Company Profile), so every asset came out as 0.");
+        }
+        if (done.Errors > 0) {
+            remarks.push_back(name + CountOfAssets(done.Errors) + " could not be computed, first " + done.FirstErrorAsset + ": " +
+                              done.FirstErrorStatus);
+        }
+        if (done.Failed) {
+            remarks.push_back(name + CountOfAssets(done.Computed) + (done.Computed == 1 ? " was" : " were") +
+                              " computed before the failure.");
+        }
+    }
+    return remarks;
+}
+
+std::string SmoothRun(const ComputeCurrentResult& result) {
+    std::string books;
+    std::int64_t assets = 0;
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        if (!result[book].Chosen) continue;
+        books.append(books.empty() ? "" : ", ").append(kBookNames[static_cast<std::size_t>(book)]);
+        assets = result[book].Computed;
+    }
+    return books.empty() ? "No book is checked." : CountOfAssets(assets) + " computed: " + books;
+}
+
+void ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options, Prompts& prompts,
+                    ComputeCurrentResult& result, const std::function<void(const ComputedAsset&)>& onComputed) {
+    result = {};
+    engine.BeginRun(session.RoundText());
 
     recordset::RunBatch(session.Database(), recordset::OnFailure::KeepDone, [&] {
         AssetPass pass(session, prompts);
         AssetRecord record;
         for (int book = kFirstBook; book <= kLastBook; ++book) {
             if (!options.Compute[book]) continue;
+            ComputedBook& done = result[book];
             const Date asOfDate = session.FiscalYearEnd(book);
+            done.Chosen = true;
+            done.YearEndUnset = asOfDate.IsNone();
             const auto compute = [&] {
-                AddToTotals(record, asOfDate, book, totals[book]);
+                AddToTotals(record, asOfDate, book, done.Totals);
                 engine.ComputeDepreciation(record, asOfDate, options.UseMidQuarter[book], book);
                 session.WriteAssetRecord(record);
+                ++done.Computed;
+                const int status = engine.DeprStatusCode();
+                if (IsErrorStatus(status) && done.Errors++ == 0) NoteFirstError(record, engine, done);
                 if (onComputed) {
-                    onComputed({record.AssetNum.Trimmed(), book, record.CurrDepr[book], engine.DeprStatusCode(),
-                                engine.DeprStatusText()});
+                    onComputed({record.AssetNum.Trimmed(), book, record.CurrDepr[book], status, engine.DeprStatusText()});
                 }
             };
+            done.Failed = true;
             pass.ForEach(record, compute, kBookNames[static_cast<std::size_t>(book)]);
+            done.Failed = false;
         }
     });
-    return totals;
 }
 
 }  // namespace tallymar

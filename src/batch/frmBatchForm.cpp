@@ -1,7 +1,9 @@
 #include "batch/frmBatchForm.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QProgressBar>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include "platform/controls/CSCmdBtn.h"
@@ -9,8 +11,15 @@
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/QtPrompts.h"
+#include "platform/controls/ScreenText.h"
 
 namespace tallymar {
+
+namespace {
+
+constexpr int kResultLines = 4;  // one for each book, as a rule
+
+}  // namespace
 
 frmBatchForm::frmBatchForm(const char* name, const QString& title, QWidget* parent) : CSForm(name, title, parent) {}
 
@@ -20,6 +29,17 @@ QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> 
     progressBar_->setRange(0, 1);
     progressBar_->setValue(0);
     progressBar_->setTextVisible(false);
+    QSizePolicy policy = progressBar_->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    progressBar_->setSizePolicy(policy);
+    progressBar_->hide();
+
+    lblResult_ = Named(new QLabel(this), "lblResult");
+    lblResult_->setAccessibleName(tr("Result"));
+    lblResult_->setWordWrap(true);
+    lblResult_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblResult_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblResult_->setMinimumHeight(kResultLines * lblResult_->fontMetrics().lineSpacing());
     cmdCancel_ = Named(new CSCmdBtn(closeCaption, this), "cmdCancel");
 
     auto* buttons = new QHBoxLayout;
@@ -29,7 +49,7 @@ QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> 
     auto* foot = new QVBoxLayout;
     foot->setSpacing(12);
     foot->addWidget(progressBar_);
-    foot->addStretch(1);
+    foot->addWidget(lblResult_, 1);
     foot->addLayout(buttons);
 
     connect(cmdRun, &QPushButton::clicked, this, Guarded([this, command = std::move(command)] { Run(command); }));
@@ -40,10 +60,19 @@ QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> 
 
 void frmBatchForm::Run(const std::function<void(Prompts&)>& command) {
     if (MakeRoom && !MakeRoom()) return;
+    lblResult_->clear();
+    progressBar_->show();
+    const auto hide = qScopeGuard([this] { progressBar_->hide(); });
     const class_Hourglass wait;
     QtPrompts prompts(this, progressBar_);
     command(prompts);
     if (!doneCaption_.isEmpty()) cmdCancel_->setText(doneCaption_);
+}
+
+void frmBatchForm::ShowResult(const std::vector<std::string>& sentences) {
+    QStringList lines;
+    for (const std::string& sentence : sentences) lines.append(ToQString(sentence));
+    lblResult_->setText(lines.join(QLatin1Char('\n')));
 }
 
 }  // namespace tallymar

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "platform/controls/CSForm.h"
 #include "platform/prompts/Prompts.h"
 
+class QLabel;
 class QLayout;
 class QProgressBar;
 
@@ -12,8 +15,8 @@ namespace tallymar {
 
 class CSCmdBtn;
 
-// The frame of the windows that run a command over many assets: at the foot a progress bar, the status line, the button that runs
-// the command, and the one that closes the window.
+// The frame of the windows that run a command over many assets: at the foot a progress bar, shown while it runs, what came of
+// it, the status line, the button that runs the command, and the one that closes the window.
 //
 // Such a command moves the company's one recordset, so the asset form must not be on the screen meanwhile: the main window shows
 // these windows by its ShowBatch, which takes it away and brings it back.
@@ -29,6 +32,8 @@ class frmBatchForm : public CSForm {
 
     // What the foot is made of, to be put below the fields. cmdRun runs `command`.
     QLayout* MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> command, const QString& closeCaption = tr("Cancel"));
+    // What a run has to say, a line each. It stays until the next run begins.
+    void ShowResult(const std::vector<std::string>& sentences);
     // The closing button's caption once a command has run; empty leaves it as it is.
     void SetDoneCaption(const QString& caption) { doneCaption_ = caption; }
 
@@ -36,6 +41,7 @@ class frmBatchForm : public CSForm {
     void Run(const std::function<void(Prompts&)>& command);
 
     QProgressBar* progressBar_ = nullptr;
+    QLabel* lblResult_ = nullptr;
     CSCmdBtn* cmdCancel_ = nullptr;
     QString doneCaption_ = tr("Done");
 };

@@ -114,12 +114,20 @@ void frmComputeOptions::Compute(Prompts& prompts) {
     }
     // A month that an earlier visit left behind must not compute under a field that shows another.
     engine_.ComputeMonth = static_cast<std::int16_t>(silgMonth_->Value());
-    const PerBook<InServiceTotals> totals = ComputeCurrent(session_, engine_, options, prompts);
+    ComputeCurrentResult result;
+    try {
+        ComputeCurrent(session_, engine_, options, prompts, result);
+    } catch (...) {
+        ShowResult(RemarksOn(result));
+        throw;
+    }
+    const std::vector<std::string> remarks = RemarksOn(result);
+    ShowResult(remarks.empty() ? std::vector{SmoothRun(result)} : remarks);
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!options.Compute[book]) continue;
-        lblInService_[book]->setText(ToQString(totals[book].InServiceText()));
-        lbl4thQtr_[book]->setText(ToQString(totals[book].FourthQuarterText()));
-        lblPercent_[book]->setText(ToQString(totals[book].PercentText()));
+        lblInService_[book]->setText(ToQString(result[book].Totals.InServiceText()));
+        lbl4thQtr_[book]->setText(ToQString(result[book].Totals.FourthQuarterText()));
+        lblPercent_[book]->setText(ToQString(result[book].Totals.PercentText()));
     }
 }
 

@@ -7,6 +7,7 @@
 #include "batch/ComputeCurrent.h"
 #include "cli/Commands.h"
 #include "platform/runtime/FileReplacement.h"
+#include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/Vocabularies.h"
 
@@ -56,13 +57,22 @@ void Run(const Options& options, Context& context) {
                     "\r\n");
     };
     const PerBook<bool> books = Chosen(options.Books);
-    const auto totals = ComputeCurrent(session, engine, {.Compute = books, .UseMidQuarter = Chosen(options.MidQuarter)},
-                                       context.Asking(), list ? std::function<void(const ComputedAsset&)>(addToList) : nullptr);
+    ComputeCurrentResult result;
+    try {
+        ComputeCurrent(session, engine, {.Compute = books, .UseMidQuarter = Chosen(options.MidQuarter)}, context.Asking(), result,
+                       list ? std::function<void(const ComputedAsset&)>(addToList) : nullptr);
+    } catch (const PlatformError& failure) {
+        std::string text = failure.what();
+        for (const std::string& remark : RemarksOn(result)) text += "; " + remark;
+        throw PlatformError(failure.Code(), text);
+    }
+    for (const std::string& remark : RemarksOn(result)) std::cerr << ToUtf8(remark) << '\n';
     if (list) list->Commit();
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!books[book]) continue;
-        std::cout << kBookNames[static_cast<std::size_t>(book)] << ' ' << totals[book].InServiceText() << ' '
-                  << totals[book].FourthQuarterText() << ' ' << totals[book].PercentText() << '\n';
+        const InServiceTotals& totals = result[book].Totals;
+        std::cout << kBookNames[static_cast<std::size_t>(book)] << ' ' << totals.InServiceText() << ' '
+                  << totals.FourthQuarterText() << ' ' << totals.PercentText() << '\n';
     }
 }
 

@@ -86,7 +86,9 @@ TEST_F(CliTest, TheListOfResultsStaysACsvWhateverTheNumbersHold) {
                "AssetNum\n\"A,\"\"1\"\n\xC3\x89"
                "2\n");
     Good("load c.mdb odd.csv");
-    Good("compute c.mdb --books 1 --list list.csv");
+    const test::CliResult computed = cli_("compute c.mdb --books 1 --list list.csv");
+    EXPECT_EQ(computed.ExitStatus, 0);
+    EXPECT_THAT(computed.Error, HasSubstr("Federal: no fiscal year end is set"));
     EXPECT_THAT(cli_.Read("list.csv"), testing::AllOf(HasSubstr("\n\"A,\"\"1\",1,0,"), HasSubstr("\n\xC3\x89"
                                                                                                  "2,1,0,")));
 }

@@ -45,13 +45,14 @@ class SampleCompanyTest : public testing::Test {
             text << asset.AssetNum << ",\"" << description << "\"," << BookName(asset.Book) << ',' << asset.CurrDepr.ToText()
                  << ',' << asset.StatusText << '\n';
         };
-        const auto totals =
-            ComputeCurrent(company_.Session, engine_, {.Compute = books, .UseMidQuarter = midQuarter}, company_.Prompts, tell);
+        ComputeCurrentResult result;
+        ComputeCurrent(company_.Session, engine_, {.Compute = books, .UseMidQuarter = midQuarter}, company_.Prompts, result,
+                       tell);
         for (int book = kFirstBook; book <= kLastBook; ++book) {
             if (!books[book]) continue;
-            text << "In service,," << BookName(book) << ",\"" << totals[book].InServiceText() << "\",\n";
-            text << "4th quarter,," << BookName(book) << ",\"" << totals[book].FourthQuarterText() << "\","
-                 << totals[book].PercentText() << "%\n";
+            text << "In service,," << BookName(book) << ",\"" << result[book].Totals.InServiceText() << "\",\n";
+            text << "4th quarter,," << BookName(book) << ",\"" << result[book].Totals.FourthQuarterText() << "\","
+                 << result[book].Totals.PercentText() << "%\n";
         }
         return text.str();
     }
