@@ -88,123 +88,21 @@ TEST_F(Driver, TheFirstYearStampsTheConvention) {
     }
 }
 
-TEST_F(Driver, WhatMakesADisposal) {
-    struct Case {
-        const char* What;
-        bool Disposed;
-        void (*Bend)(AssetRecord&);
-    };
-    const Case cases[] = {{"a date alone sells nothing", false, [](AssetRecord&) {}},
-                          {"an exchange", true, [](AssetRecord& r) { r.LikeKind = true; }},
-                          {"a casualty", true, [](AssetRecord& r) { r.Casualty = true; }},
-                          {"an expense of the sale", true, [](AssetRecord& r) { r.SoldExpense = Money("0.01"); }},
-                          {"a negative expense", false, [](AssetRecord& r) { r.SoldExpense = Money("-1"); }},
-                          {"a sale for nothing, under the notice", true, [](AssetRecord& r) { r.Sold = r.Notice4 = true; }},
-                          {"an exchange under the notice goes on depreciating", false, [](AssetRecord& r) {
-                               r.SoldAmount = Money("10");
-                               r.Sold = r.Notice4 = true;
-                           }}};
-    for (const Case& c : cases) {
-        TestAsset asset = Furniture();
-        asset.Record.DateSold = Day(2003, 6, 15);
-        c.Bend(asset.Record);
-        asset.Compute(engine, YearEnd(2003));
-        EXPECT_EQ(engine.DeprStatusCode() == 51, c.Disposed) << c.What;
-    }
-}
-
-TEST_F(Driver, StatusTextsOfADisposal) {
-    TestAsset sold = Furniture().SoldOn(Day(2003, 8, 15));
-    sold.Compute(engine, YearEnd(2003));
-    ExpectStatus(51, "< SOLD - Depreciated to 8/15/2003");
-    sold.Record.Abandoned = true;
-    sold.Compute(engine, YearEnd(2003));
-    ExpectStatus(51, "< ABANDONED - Depreciated to 8/15/2003");
-    EXPECT_EQ(sold.Compute(engine, YearEnd(2004)), Money("0"));
-    ExpectStatus(5, "< SOLD 8/15/2003 - NO Depr. this Year");
-
-    sold.Record.DateSold = Date();
-    sold.Record.DeprType[1] = kMcrs;
-    sold.Compute(engine, YearEnd(2003));
-    ExpectStatus(20, "< ERROR - Invalid Sold Date");
-}
-
 TEST(DeprStatusTable, TextsThatNoComputationReaches) {
     const std::tuple<int, bool, const char*> table[] = {{6, false, "< CURRENT - In Service 1/5/2003"},
                                                         {52, true, "< ABANDONED - NO Depr. this Month/Year"},
                                                         {52, false, "< SOLD - NO Depr. this Month/Year"},
                                                         {21, false, "< ERROR   - "}};
     for (const auto& [code, abandoned, expected] : table) {
-        std::string text;
-        PutDeprStatusText(code, abandoned, Date(), Day(2003, 1, 5), text);
-        EXPECT_EQ(text, expected);
-    }
-}
-
-// GENL straight line under "M" gives (2 x SaleMonth - 1) / 24 of 1,200, so the amount tells the fiscal month of the sale.
-TEST_F(Driver, PlacesTheSaleInItsFiscalYear) {
-    struct Case {
-        Date Sold, AsOf;
-        const char* Amount;
-        int Status;
-    };
-    const Date december = YearEnd(2003);
-    const Date june = Day(2003, 6, 30);
-    const Case cases[] = {{Day(2003, 5, 1), december, "450", 51},
-                          {Day(2003, 12, 31), december, "1150", 51},
-                          {Day(2004, 1, 1), december, "1200", 0},
-                          {Day(2002, 12, 31), december, "0", 5},
-                          {Day(2003, 8, 15), june, "1200", 0},
-                          {Day(2002, 8, 15), june, "150", 51},
-                          {Day(2003, 6, 1), june, "1150", 51},
-                          {Day(2002, 6, 30), june, "0", 5},
-                          {Day(2003, 5, 1), Day(2003, 12, 30), "450", 51}};
-    for (const Case& c : cases) {
-        EXPECT_EQ(Furniture().SoldOn(c.Sold).Compute(engine, c.AsOf), Money(c.Amount)) << c.Sold.Serial();
-        EXPECT_EQ(engine.DeprStatusCode(), c.Status) << c.Sold.Serial();
-    }
-}
-
-TEST_F(Driver, DepreciableAmount) {
-    TestAsset asset("PP", kGenl, kSl, "1", "1000", Day(2003, 1, 1));
-    asset.Convention("N");
-    asset.Record.BusinessUse = Money("66.67");
-    asset.Record.Salvage[1] = Money("50");
-    asset.Record.Section179[1] = Money("100");
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2003)), Money("516.70"));
-
-    asset.Record.ADPct[1] = Money("30");
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2003)), Money("361.69"));
-    EXPECT_EQ(asset.Record.AddlDepr[1], Money("155.01"));
-}
-
-// Exactly 9% is the reduced credit. Between 4 and 5 years both tests hold, the second seeing what the first has left.
-TEST_F(Driver, TaxCreditTakesHalfOffTheBasis) {
-    const std::tuple<const char*, const char*, int, const char*> table[] = {
-        {"100", "10", 1982, "1000"}, {"100", "10", 1983, "950"},  {"90", "10", 1983, "1000"}, {"60", "4", 1983, "970"},
-        {"50", "4", 1983, "1000"},   {"100", "4.5", 1983, "900"}, {"91", "4.5", 1983, "909"}};
-    for (const auto& [credit, classLife, year, expected] : table) {
-        TestAsset asset("PP", kGenl, kSl, "1", "1000", Day(year, 1, 1));
-        asset.Convention("N").Record.TaxCredit[1] = Money(credit);
-        asset.Record.ClassLife = Money(classLife);
-        EXPECT_EQ(asset.Compute(engine, YearEnd(year)), Money(expected)) << credit << ", " << classLife;
-    }
-}
-
-TEST_F(Driver, CapsAtWhatIsLeft) {
-    for (const auto& [previous, amount] : {std::pair{"11500.25", "499.75"}, {"12000", "0"}, {"13000", "0"}}) {
-        TestAsset asset = Furniture();
-        asset.Record.PrevDepr[1] = Money(previous);
-        EXPECT_EQ(asset.Compute(engine, YearEnd(2009)), Money(amount));
-        EXPECT_EQ(engine.DeprStatusCode(), 0);
+        EXPECT_EQ(DeprStatusText(code, abandoned, Date(), Day(2003, 1, 5)), expected);
     }
 }
 
 TEST_F(Driver, RoundsToTheDollarForTheLetterYAlone) {
     TestAsset asset("PP", kGenl, kSl, "7", "1000", Day(2000, 1, 1));
-    engine.RoundText = "True";
+    engine.BeginRun("True");
     EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("142.86"));
-    engine.RoundText = "Y";
+    engine.BeginRun("Y");
     EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("143"));
 }
 
@@ -241,29 +139,6 @@ TEST_F(Driver, AFailureLeavesTheRecordAsItWas) {
     }
     TestAsset asset = Machine();
     EXPECT_THROW(engine.ComputeDepreciation(asset.Record, YearEnd(2000), false, 5), PlatformError);
-}
-
-TEST_F(Driver, MonthOfTheBookkeepingBook) {
-    struct Case {
-        int ComputeMonth, Book;
-        Date InService;
-        const char* Amount;
-        int Status = 0;
-    };
-    // (13,330 - 1,000) less 10% is 11,097: 1,109.70 a year. From month 5 on, 8 months left carry 739.84 + 1,000 + 1,233; the
-    // first is 1,109.70 x 0.6667 rounded to the cent. The other books know no month, and any later month is the same.
-    const Case cases[] = {{0, 3, Day(2002, 5, 1), "1109.70"}, {6, 1, Day(2002, 5, 1), "1109.70"},
-                          {6, 3, Day(2002, 5, 1), "92.48"},   {1, 3, Day(2002, 5, 1), "92.48"},
-                          {5, 3, Day(2003, 5, 20), "371.61"}, {4, 3, Day(2003, 5, 20), "0"},
-                          {3, 3, Day(2004, 5, 20), "0", 7}};
-    for (const Case& c : cases) {
-        TestAsset asset("PP", kGenl, kSl, "10", "13330", c.InService, c.Book);
-        asset.Convention("N").Record.Section179[c.Book] = Money("1000");
-        asset.Record.ADPct[c.Book] = Money("10");
-        engine.ComputeMonth = static_cast<std::int16_t>(c.ComputeMonth);
-        EXPECT_EQ(asset.Compute(engine, YearEnd(2003)), Money(c.Amount)) << c.ComputeMonth << " in book " << c.Book;
-        EXPECT_EQ(engine.DeprStatusCode(), c.Status);
-    }
 }
 
 TEST_F(Driver, AllocatesNothingOnceItHasRun) {

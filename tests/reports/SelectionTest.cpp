@@ -102,21 +102,6 @@ TEST(SelectFilter, CurrentDepreciationNeverShowsInvestments) {
     EXPECT_TRUE(Selects(state, asset));
 }
 
-TEST(CheckDisposed, AnAmountDisposesUnlessUnderNotice2000_4) {
-    AssetRecord asset = Plain();
-    EXPECT_FALSE(CheckDisposed(asset));
-    asset.SoldExpense = Units(1);
-    EXPECT_TRUE(CheckDisposed(asset));
-    asset.Notice4 = true;
-    EXPECT_FALSE(CheckDisposed(asset));
-    asset.Sold = true;
-    EXPECT_FALSE(CheckDisposed(asset));
-    asset.SoldExpense = {};
-    EXPECT_TRUE(CheckDisposed(asset));
-    asset.Sold = false;
-    EXPECT_FALSE(CheckDisposed(asset));
-}
-
 TEST(FiscalYearKey, IsTheYearThatTheFiscalYearBeginsIn) {
     const Date june = Date::FromYmd(2006, 6, 30);
     EXPECT_EQ(FiscalYearKey(Date::FromYmd(2006, 3, 15), june), "2005");
