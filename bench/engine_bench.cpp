@@ -1,5 +1,5 @@
 // Nanoseconds of one ComputeDepreciation by kind of computation. The figure to hold: two million modified ACRS calls a second on
-// one core. The table path reads its file on every call, as it must, and so stands apart.
+// one core. A table file is read at its first use.
 
 #include <benchmark/benchmark.h>
 

@@ -112,7 +112,7 @@ void frmComputeOptions::Compute(Prompts& prompts) {
         options.Compute[book] = chkCompute_[book]->isChecked();
         options.UseMidQuarter[book] = chkUseMQ_[book]->isChecked();
     }
-    // A month that an earlier visit left behind must not compute under a field that shows another.
+    // A month that stayed from an earlier visit must not compute under a field that shows another.
     engine_.ComputeMonth = static_cast<std::int16_t>(silgMonth_->Value());
     ComputeCurrentResult result;
     try {

@@ -113,8 +113,8 @@ void ADepre::StampConvention(bool useMidQuarter) {
     }
 }
 
-// The amount of one month is the same whichever month of the year is asked for; the first year's Section 179 and additional
-// amounts are spread over the months in service.
+// COMPAT: the amount of one month is the same whichever month of the year is asked for; the first year's Section 179 and
+// additional amounts are spread over the months in service.
 CurrencyAmount ADepre::MonthOfBookkeeping(CurrencyAmount year, const YearFacts& facts) const {
     CurrencyAmount month;
     if (year > CurrencyAmount()) {

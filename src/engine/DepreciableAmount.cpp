@@ -34,7 +34,7 @@ void TakeMaxDepr(WorkingRecord& record) {
     if (credit > record.MaxDepr * kShortLifeCreditAbove && record.ClassLife < Units(5)) record.MaxDepr -= credit * kHalf;
 }
 
-// The additional amount stays with new personal property of the law's time only. A dropped amount does not come back into
+// COMPAT: the additional amount stays with new personal property of the law's time only. A dropped amount does not come back into
 // MaxDepr; but in the first year both are taken again from the basis, the additional amount even when it has just been dropped (a
 // percentage below 1), and without the credit's reduction.
 void ResolveAdditionalDepr(WorkingRecord& record, const YearFacts& facts) {

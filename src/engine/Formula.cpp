@@ -15,7 +15,7 @@ CurrencyAmount SumOfYears(const WorkingRecord& record, int yearOfLife, CurrencyA
         const CurrencyAmount top = record.MaxDepr * yearFraction * Units(2) * years;
         return ToAmount(Real(top) / Real((years + Units(1)) * years));
     }
-    // The months before the start lie in the calendar year of InService, whatever the fiscal year end.
+    // COMPAT: the months before the start are those of the calendar year of InService, whatever the fiscal year end.
     const int monthsBefore = record.InService.Month() - 1;
     const CurrencyAmount aTwelfth = ToAmount(Real(monthsBefore) / 12.0);
     const CurrencyAmount aSixth = ToAmount(Real(monthsBefore) / 6.0);

@@ -87,7 +87,7 @@ YearAmount RealStraightLine(WorkingRecord& record, const YearFacts& facts, Curre
 }
 
 YearAmount DecliningBalance(WorkingRecord& record, const YearFacts& facts, CurrencyAmount yearFraction) {
-    // Before the additional step, unlike the straight line.
+    // COMPAT: before the additional step, unlike the straight line.
     if (facts.UseMidQuarter && facts.YearOfLife == 1) return MidQuarterFirstYear(record, facts);
     if ((record.Period + kWholeYear + kHalfYear).WholePart() < facts.YearOfLife && !record.Auto) {
         return {CurrencyAmount(), kStatusPeriodCompleted};

@@ -54,7 +54,7 @@ TEST(DaysBetween, IsZeroOnlyWhenTheYearsRunBackward) {
     EXPECT_EQ(DaysBetween(Day(2003, 1, 1), Day(2003, 1, 4).AddDays(0.5)), 4);
 }
 
-TEST(SplitCityState, TakesACodeBehindABlankOnly) {
+TEST(SplitCityState, TakesACodeAfterABlankOnly) {
     for (const auto& [stored, split] : {std::pair{"Denver co  ", "Denver|CO"},
                                         {"Denver, XX", "Denver, XX|??"},
                                         {"MEXICO", "MEXICO|??"},

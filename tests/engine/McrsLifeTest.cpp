@@ -138,7 +138,7 @@ TEST_P(McrsLife, MatchesExactArithmeticAndDepreciatesAllOnce) {
             asset.Record.PrevDepr[1] += amount;
             ASSERT_LE(previous, life.MaxDepr);
             if (soldMonth > 0) {
-                EXPECT_EQ(asset.Compute(engine, asOf.AddYears(1), midQuarter), CurrencyAmount()) << "nothing behind the sale";
+                EXPECT_EQ(asset.Compute(engine, asOf.AddYears(1), midQuarter), CurrencyAmount()) << "nothing after the sale";
                 break;
             }
         }

@@ -65,7 +65,7 @@ TEST_F(TableFile, TakesTheMonthsRowAndTheYearsColumn) {
     EXPECT_EQ(asset.Compute(engine, YearEnd(2000)), Money("32.50"));
     EXPECT_EQ(engine.DeprStatusCode(), 0);
     EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("970"));
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2002)), Money("0")) << "behind the file's last year";
+    EXPECT_EQ(asset.Compute(engine, YearEnd(2002)), Money("0")) << "after the file's last year";
     EXPECT_EQ(asset.Compute(engine, Day(2000, 6, 30)), Money("92.50")) << "March is month 9 of a year to June";
     asset.Record.Basis[1] = Money("0.20");  // 3.25% is 0.65 cents
     EXPECT_EQ(asset.Compute(engine, YearEnd(2000)), Money("0.01"));
