@@ -177,6 +177,9 @@ TEST_F(FileTest, AChangeByAnotherProgramIsSeen) {
     things.Set("Flag", true);
     things.Update();
     EXPECT_EQ(program.Run("SELECT Count, Flag FROM Things WHERE Name = '101'"), (Rows{"5|-1"}));
+    program.Run("UPDATE Things SET Count = 6 WHERE Name = '101'");
+    RunBatch(database, OnFailure::AllOrNothing,
+             [&] { EXPECT_EQ(things.Get("Count").Integer(), 6) << "not what was read before"; });
     program.Run("DELETE FROM Things WHERE Name = '101'");
     EXPECT_EQ(NumberOf([&] { things.Edit(); }), 3021);
     things.MoveNext();

@@ -24,7 +24,9 @@ class RecordsetState;
 // Several recordsets may be open on a table. Each sees at once what the others of its Database write: its current row is read
 // again, and if its key has changed the recordset is at the new place; a row deleted by another is no current row any more, and
 // MoveNext goes to the one that followed it. What other programs write is seen by Edit at once, by a move within a twentieth of a
-// second, and never inside a WriteBatch, where they cannot write. Texts read stay good until the recordset moves.
+// second, and never inside a batch, where they cannot write. A batch looks afresh: the current row, if it was read before the
+// batch began, is read again, so a command that has asked its user something looks in the batch at what it asked about. Texts
+// read stay good until the recordset moves.
 class Recordset {
  public:
     Recordset(Recordset&&) noexcept;

@@ -8,18 +8,18 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/recordset/ColumnSet.h"
+#include "platform/recordset/CellValue.h"
 #include "platform/recordset/DatabaseState.h"
+#include "platform/recordset/ReadMark.h"
 #include "platform/recordset/RowBlock.h"
+#include "platform/recordset/RowEdit.h"
 #include "platform/recordset/TableState.h"
 #include "platform/recordset/Value.h"
 
 namespace tallymar::recordset {
 
 // What a Recordset is made of. A move reads the rows that follow into a block, more of them the longer a pass goes on, and the
-// next moves are served from it. The block is dropped as soon as anything could have changed what it shows: a change of the table
-// through this database other than of the current row itself, and, outside a batch (where other programs can write), a moment's
-// age.
+// next moves are served from it. For how long the block, the current row and the columns of an edit are good: ReadMark.h.
 class RecordsetState {
  public:
     RecordsetState(std::shared_ptr<DatabaseState> database, std::shared_ptr<TableState> table);
@@ -44,22 +44,34 @@ class RecordsetState {
     std::int64_t RowNumber();
 
     int Ordinal(std::string_view field) const;
-    Value Get(int ordinal);
+    Value Get(int ordinal) {
+        const std::size_t column = Checked(ordinal);
+        if (!edit_.IsPending()) {
+            RequireRow();
+            return ValueOf(types_[column], Cells()[column]);
+        }
+        if (table_->Stale) RequireUsable();
+        return ValueOf(types_[column], edit_.Cells()[column]);
+    }
     void Edit();
     void AddNew();
-    void Set(int ordinal, const Value& value);
+    void Set(int ordinal, const Value& value) { edit_.Set(Checked(ordinal), value); }
     void Update();
-    void CancelUpdate() { pending_ = Pending::None; }
-    bool EditPending() const { return pending_ != Pending::None; }
+    void CancelUpdate() { edit_.End(); }
+    bool EditPending() const { return edit_.IsPending(); }
     void Delete();
 
  private:
     enum class Position { Empty, Bof, Row, Eof, NoMatch, Deleted };
-    enum class Pending { None, Edit, AddNew };
 
+    ReadMark Now() const { return ReadMark(*table_, *database_); }
     RowOrder& Order() const { return table_->Orders()[order_]; }
     const Cell* Cells() const { return block_.Cells(slot_); }
-    std::size_t Checked(int ordinal) const;
+    std::size_t Checked(int ordinal) const {
+        const auto column = static_cast<std::size_t>(ordinal);
+        if (ordinal < 0 || column >= types_.size()) throw PlatformError(Failure::ItemNotFound);
+        return column;
+    }
 
     void BeginMove();
     bool CanUseBlock() const;
@@ -72,18 +84,19 @@ class RecordsetState {
     void DropNeighbours();
 
     void RequireUsable() const;
-    void RequireRow();
+    void RequireRow() {
+        if (position_ != Position::Row || !rowRead_.IsCurrent(Now())) LookAgain();
+    }
+    void LookAgain();
     void Follow();
     bool ReadAgain();
 
-    void SetText(std::size_t column, std::string_view text);
-    void Put(std::size_t column, const Cell& cell);
-    void RequireKeys() const;
     void WriteChanges();
     void WriteNewRow();
 
     std::shared_ptr<DatabaseState> database_;
     std::shared_ptr<TableState> table_;
+    std::vector<FieldType> types_;
     std::size_t order_ = 0;
 
     Position position_ = Position::Empty;
@@ -93,20 +106,12 @@ class RecordsetState {
     std::size_t first_ = 0;  // the slots first_ to last_ hold rows that follow each other
     std::size_t last_ = 0;
     bool forward_ = true;  // the direction in which they do
-    std::uint64_t blockChanges_ = 0;
-    std::uint64_t blockBatch_ = 0;
+    ReadMark blockRead_;
     std::chrono::steady_clock::time_point blockTime_;
     std::size_t readAhead_ = 1;
-    std::uint64_t rowChanges_ = 0;  // the table's count of changes when the current row was read
-    std::uint64_t rowBatch_ = 0;    // the batch in which it was
+    ReadMark rowRead_;
 
-    Pending pending_ = Pending::None;
-    std::vector<Cell> edited_;       // the row as it will be; texts of an edit stand in the block, those of a new row in added_
-    std::vector<Cell> before_;       // the row as Edit found it, or blank_
-    std::vector<Cell> blank_;        // a new row
-    std::uint64_t editChanges_ = 0;  // the table's count of changes at Edit
-    TextArena added_;
-    ColumnSet changed_;  // where edited_ differs from before_
+    RowEdit edit_;
 };
 
 }  // namespace tallymar::recordset

@@ -53,28 +53,6 @@ void TextArena::Clear() {
     left_ = 0;
 }
 
-Cell Cell::OfWhole(std::int64_t value) {
-    Cell cell;
-    cell.Type = Kind::Whole;
-    cell.Whole = value;
-    return cell;
-}
-
-Cell Cell::OfReal(double value) {
-    Cell cell;
-    cell.Type = Kind::Real;
-    cell.Real = value;
-    return cell;
-}
-
-Cell Cell::OfText(std::string_view value) {
-    Cell cell;
-    cell.Type = Kind::Text;
-    cell.Text = value.data();
-    cell.Length = static_cast<std::uint32_t>(value.size());
-    return cell;
-}
-
 void RowBlock::Clear(std::size_t columns) {
     columns_ = columns;
     rows_.clear();

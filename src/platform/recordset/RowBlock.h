@@ -59,6 +59,28 @@ struct Cell {
     static Cell OfText(std::string_view value);  // borrows
 };
 
+inline Cell Cell::OfWhole(std::int64_t value) {
+    Cell cell;
+    cell.Type = Kind::Whole;
+    cell.Whole = value;
+    return cell;
+}
+
+inline Cell Cell::OfReal(double value) {
+    Cell cell;
+    cell.Type = Kind::Real;
+    cell.Real = value;
+    return cell;
+}
+
+inline Cell Cell::OfText(std::string_view value) {
+    Cell cell;
+    cell.Type = Kind::Text;
+    cell.Text = value.data();
+    cell.Length = static_cast<std::uint32_t>(value.size());
+    return cell;
+}
+
 // Copies of some rows that follow each other in an order, so that SQLite's cursor need not stay open.
 class RowBlock {
  public:

@@ -5,38 +5,22 @@
 
 namespace tallymar::recordset {
 
-namespace {
-
-void Require(Value::Kind held, Value::Kind wanted) {
-    if (held == wanted) return;
-    throw PlatformError(held == Value::Kind::Null ? Failure::InvalidUseOfNull : Failure::TypeMismatch);
+void Value::Fail() const {
+    throw PlatformError(IsNull() ? Failure::InvalidUseOfNull : Failure::TypeMismatch);
 }
 
-}  // namespace
-
-std::string_view Value::Text() const {
-    Require(kind_, Kind::Text);
-    return text_;
-}
-
-tallymar::Date Value::AsDate() const {
-    Require(kind_, Kind::Date);
-    return tallymar::Date::FromSerial(real_);
-}
-
-CurrencyAmount Value::Currency() const {
-    Require(kind_, Kind::Currency);
-    return CurrencyAmount::FromTenThousandths(whole_);
-}
-
-std::int16_t Value::Integer() const {
-    Require(kind_, Kind::Integer);
-    return static_cast<std::int16_t>(whole_);
-}
-
-bool Value::Boolean() const {
-    Require(kind_, Kind::Boolean);
-    return whole_ != 0;
+bool operator==(const Value& a, const Value& b) {
+    if (a.kind_ != b.kind_) return false;
+    switch (a.kind_) {
+        case Value::Kind::Null:
+            return true;
+        case Value::Kind::Text:
+            return a.Text() == b.Text();
+        case Value::Kind::Date:
+            return a.real_ == b.real_;
+        default:
+            return a.whole_ == b.whole_;
+    }
 }
 
 std::string Value::ToText() const {
@@ -44,11 +28,11 @@ std::string Value::ToText() const {
         case Kind::Null:
             return {};
         case Kind::Text:
-            return std::string(text_);
+            return std::string(Text());
         case Kind::Date:
-            return FormatShortDate(tallymar::Date::FromSerial(real_));
+            return FormatShortDate(AsDate());
         case Kind::Currency:
-            return CurrencyAmount::FromTenThousandths(whole_).ToText();
+            return Currency().ToText();
         case Kind::Integer:
             return std::to_string(whole_);
         case Kind::Boolean:
