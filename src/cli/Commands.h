@@ -36,6 +36,7 @@ class Context {
 
 void AddNewCommand(CLI::App& app, Context& context);
 void AddCompanyCommand(CLI::App& app, Context& context);
+void AddConvertCommand(CLI::App& app, Context& context);
 void AddLoadCommand(CLI::App& app, Context& context);
 void AddDumpCommand(CLI::App& app, Context& context);
 void AddComputeCommand(CLI::App& app, Context& context);

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "interchange/ConvertCompany.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -10,6 +11,7 @@ CompanySession& Context::Session() {
         const AppPath paths = AppPathOption.empty() ? AppPath::Of(program) : AppPath::At(AppPathOption, program);
         profile_.Load(paths.Profile());
         session_ = std::make_unique<CompanySession>(paths, profile_);
+        session_->SetChosenFile(OfferConversion);
     }
     return *session_;
 }
@@ -23,7 +25,10 @@ ADepre& Context::Engine() {
 }
 
 CompanySession& Context::Open(const std::filesystem::path& file) {
-    Session().OpenCompany(file, prompts_);
+    if (!Session().OpenCompany(file, prompts_)) {
+        throw PlatformError(Failure::UnrecognizedFormat,
+                            FromUtf8(file.string()) + " was not converted and cannot be used as it is");
+    }
     return Session();
 }
 

@@ -30,6 +30,7 @@ int main(int argc, char** argv) {
     app.add_option("--app-path", context.AppPathOption, "Folder of Assets1.dat and the depreciation tables");
     AddNewCommand(app, context);
     AddCompanyCommand(app, context);
+    AddConvertCommand(app, context);
     AddLoadCommand(app, context);
     AddDumpCommand(app, context);
     AddComputeCommand(app, context);

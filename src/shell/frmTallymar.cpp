@@ -23,6 +23,7 @@
 #include "assets/frmEditAsset.h"
 #include "assets/frmFindAsset.h"
 #include "batch/frmComputeOptions.h"
+#include "interchange/ConvertCompany.h"
 #include "platform/controls/CSForm.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/Hourglass.h"
@@ -77,6 +78,7 @@ Tallymar::Tallymar(AppPath paths)
     setWindowTitle(ToQString(kProduct));
     profile_.Load(session_.Paths().Profile());
     session_.SetObserver(this);
+    session_.SetChosenFile(OfferConversion);
 
     area_ = new QMdiArea(this);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);

@@ -87,8 +87,15 @@ bool CompanySession::FileOpen(Prompts& prompts) {
 }
 
 bool CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& prompts) {
+    std::filesystem::path whole = std::filesystem::absolute(path);
+    // The company that is open is one, and must not be looked into: that would drop its locks.
+    std::error_code ignored;
+    if (chosenFile_ && !std::filesystem::equivalent(whole, databaseFileName_, ignored)) {
+        const auto company = chosenFile_(whole, prompts);
+        if (!company) return false;
+        whole = *company;
+    }
     if (!FileClose()) return false;
-    const std::filesystem::path whole = std::filesystem::absolute(path);
     recordset::Database database = recordset::Database::Open(whole);
     UpgradeSchema(database, prompts);
     SetOpen(std::move(database), whole);

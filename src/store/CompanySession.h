@@ -3,8 +3,10 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/prompts/Prompts.h"
 #include "platform/recordset/Database.h"
@@ -37,6 +39,10 @@ class CompanySession {
     CompanySession& operator=(const CompanySession&) = delete;
 
     void SetObserver(SessionObserver* observer) { observer_ = observer; }
+    // Asked first, with a file that is to be opened: gives the company's path, which for a file of another kind may be another's;
+    // nullopt when nothing is to be opened.
+    using ChosenFile = std::function<std::optional<std::filesystem::path>(const std::filesystem::path&, Prompts&)>;
+    void SetChosenFile(ChosenFile chosenFile) { chosenFile_ = std::move(chosenFile); }
 
     // False when the observer keeps the company open: nothing has happened then. The same holds for all that open another.
     bool FileClose();
@@ -89,6 +95,7 @@ class CompanySession {
     AppPath appPath_;
     UserProfile& profile_;
     SessionObserver* observer_ = nullptr;
+    ChosenFile chosenFile_;
     std::filesystem::path databaseFileName_;
     std::unique_ptr<Open> open_;
 };

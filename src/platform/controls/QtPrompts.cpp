@@ -40,6 +40,13 @@ void QtPrompts::Message(std::string_view text, std::string_view title, MessageKi
     box.exec();
 }
 
+void QtPrompts::MessageWithDetails(std::string_view text, std::string_view details, std::string_view title) {
+    QMessageBox box(QMessageBox::Information, ToQString(title), FailureToQString(text), QMessageBox::Ok, window_);
+    box.setTextFormat(Qt::PlainText);
+    box.setDetailedText(ToQString(details));
+    box.exec();
+}
+
 bool QtPrompts::AskYesNo(std::string_view text, std::string_view title) {
     QMessageBox box(QMessageBox::Question, ToQString(title), FailureToQString(text), QMessageBox::Yes | QMessageBox::No, window_);
     box.setTextFormat(Qt::PlainText);

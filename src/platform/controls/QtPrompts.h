@@ -16,6 +16,7 @@ class QtPrompts : public Prompts {
     explicit QtPrompts(QWidget* window, QProgressBar* bar = nullptr) : window_(window), bar_(bar) {}
 
     void Message(std::string_view text, std::string_view title, MessageKind kind) override;
+    void MessageWithDetails(std::string_view text, std::string_view details, std::string_view title) override;
     bool AskYesNo(std::string_view text, std::string_view title) override;
     Answer AskYesNoCancel(std::string_view text, std::string_view title) override;
     std::optional<std::filesystem::path> AskOpenFile(const FileDialog& dialog) override;

@@ -26,19 +26,19 @@ struct JetTable {
 
 // One value of a column's type.
 struct JetValue {
-    bool IsNull = true;       // never of a Boolean
-    std::int64_t Whole = 0;   // Boolean (0, 1), Byte, Integer, Long; Currency: ten-thousandths
-    double Real = 0.0;        // Single, Double; Date: days from 1899-12-30, the fraction being the time
-    std::string_view Text;    // Windows-1252, "?" for each character that it does not have
-    char32_t NotInText = 0;   // the first of those characters; 0 when there is none. U+FFFD: bytes that are no character at all
+    bool IsNull = true;      // never of a Boolean
+    std::int64_t Whole = 0;  // Boolean (0, 1), Byte, Integer, Long; Currency: ten-thousandths
+    double Real = 0.0;       // Single, Double; Date: days from 1899-12-30, the fraction being the time
+    std::string_view Text;   // Windows-1252, "?" for each character that it does not have
+    char32_t NotInText = 0;  // the first of those characters; 0 when there is none. U+FFFD: bytes that are no character at all
 };
 
 // Takes what is read. What it throws ends the reading.
 class JetRows {
  public:
     virtual ~JetRows() = default;
-    virtual void Table(const JetTable& table) = 0;             // before its rows
-    virtual void Row(std::span<const JetValue> values) = 0;    // in the order of the table's columns; good for this call only
+    virtual void Table(const JetTable& table) = 0;           // before its rows
+    virtual void Row(std::span<const JetValue> values) = 0;  // in the order of the table's columns; good for this call only
 };
 
 // Whether the file says in its header that it is a Jet database, of whatever version. False when it cannot be read.

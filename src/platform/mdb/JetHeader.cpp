@@ -91,7 +91,7 @@ std::string RefusalOf(const JetHeader& header, std::uintmax_t fileSize) {
     constexpr int kCodePage = 1252;
     if (header.Version == 0) return "is a Jet database of a version that cannot be read; only 3 and 4 can";
     if (header.HasPassword || header.IsEncoded) {
-        const std::string what = !header.IsEncoded     ? "has a database password"
+        const std::string what = !header.IsEncoded    ? "has a database password"
                                  : header.HasPassword ? "has a database password and encoded pages"
                                                       : "has encoded pages";
         return what + "; it can be read once that has been taken off with the program that set it";

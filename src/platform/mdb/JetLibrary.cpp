@@ -19,7 +19,7 @@ namespace {
 constexpr unsigned long kCatalogPage = 2;
 constexpr std::int64_t kTableObject = 1;
 constexpr std::int64_t kMostObjects = 100000;  // far more than a database can have
-constexpr int kPageInId = 0x00FFFFFF;  // an object's number holds the page of its definition
+constexpr int kPageInId = 0x00FFFFFF;          // an object's number holds the page of its definition
 
 // The flags of a row's place in its page. A row that has grown out of its page leaves a pointer; where it went it is marked as a
 // deleted one is, so that it is found through the pointer alone.
@@ -269,9 +269,9 @@ std::vector<unsigned long> FindTables(MdbHandle* mdb, std::span<const std::strin
     });
     std::string missing;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (pages[i] == 0) missing += (missing.empty() ? "" : " and ") + std::string(names[i]);
+        if (pages[i] == 0) missing += (missing.empty() ? "has no table " : " and no table ") + std::string(names[i]);
     }
-    if (!missing.empty()) throw PlatformError(Failure::NoSuchTable, "has no table " + missing);
+    if (!missing.empty()) throw PlatformError(Failure::NoSuchTable, missing);
     return pages;
 }
 

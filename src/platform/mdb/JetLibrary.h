@@ -6,8 +6,8 @@
 
 #include "platform/mdb/JetFile.h"
 
-// The reading itself, in this process: what ReadJetTables does in a process of its own. libmdb writes to standard error, and keeps
-// what it allocates when it is left by an exception of `rows`.
+// The reading itself, in this process: what ReadJetTables does in a process of its own. libmdb writes to standard error, and
+// keeps what it allocates when it is left by an exception of `rows`.
 namespace tallymar::mdb {
 
 // The header has been looked at (RefusalOf). Failures as ReadJetTables, their texts without the file's name.

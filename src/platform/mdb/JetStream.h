@@ -8,8 +8,8 @@
 #include "platform/mdb/JetFile.h"
 #include "platform/runtime/PlatformError.h"
 
-// What is read, as bytes on its way from the reading process to the one that asked. Both are the same program, so numbers lie as in
-// memory; but the reader may have been taken over by the file it read, so nothing that comes is believed.
+// What is read, as bytes on its way from the reading process to the one that asked. Both are the same program, so numbers lie as
+// in memory; but the reader may have been taken over by the file it read, so nothing that comes is believed.
 namespace tallymar::mdb {
 
 // What the reading process came to, or that it has said what no reader says.

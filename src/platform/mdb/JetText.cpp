@@ -57,7 +57,7 @@ class Decoder {
     }
 
     void Append(char32_t character) {
-        const auto byte = ToWindows1252(character);
+        const auto byte = Windows1252Byte(character);
         if (!byte && foreign_ == 0) foreign_ = character;
         text_ += byte.value_or('?');
     }

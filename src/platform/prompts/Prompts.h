@@ -35,6 +35,10 @@ class Prompts {
     virtual ~Prompts() = default;
 
     virtual void Message(std::string_view text, std::string_view title, MessageKind kind = MessageKind::Information) = 0;
+    // The same with more that may be looked at, a line for each thing, its parts divided by tabs.
+    virtual void MessageWithDetails(std::string_view text, std::string_view details, std::string_view title) {
+        Message(std::string(text) + "\n\n" + std::string(details), title);
+    }
     // Yes or No; No is the default button.
     virtual bool AskYesNo(std::string_view text, std::string_view title) = 0;
     // The same with a way back. Who has no Cancel to offer asks for Yes or No.

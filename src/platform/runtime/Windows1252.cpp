@@ -152,7 +152,7 @@ bool IsInWindows1252(char32_t character) {
     return ByteOf(character) >= 0;
 }
 
-std::optional<char> ToWindows1252(char32_t character) {
+std::optional<char> Windows1252Byte(char32_t character) {
     const int byte = ByteOf(character);
     return byte < 0 ? std::nullopt : std::optional(static_cast<char>(byte));
 }

@@ -17,7 +17,7 @@ std::string FromUtf8(std::string_view utf8, bool* lossy = nullptr);
 
 bool IsInWindows1252(char32_t character);
 // The byte that stands for a character; nullopt where Windows-1252 has none.
-std::optional<char> ToWindows1252(char32_t character);
+std::optional<char> Windows1252Byte(char32_t character);
 
 // A character that neither prints nor is a blank: 00 to 1F, 7F, and the five that the code page leaves undefined.
 constexpr bool IsControl(char c) {

@@ -1,0 +1,197 @@
+#include "interchange/ConvertCompany.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <random>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "interchange/JetCopy.h"
+#include "platform/mdb/JetFile.h"
+#include "platform/recordset/Database.h"
+#include "platform/runtime/FileFailure.h"
+#include "platform/runtime/Windows1252.h"
+#include "store/Schema.h"
+
+namespace tallymar {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kTitle = "Tallymar";
+
+std::string NameOf(const fs::path& path) {
+    return FromUtf8(path.filename().string());
+}
+
+[[noreturn]] void AlreadyThere(const fs::path& path) {
+    throw PlatformError(Failure::FileExists, FromUtf8(path.string()) + " exists already");
+}
+
+// The company while it is being built, in the folder where it will stand; gone again unless it was put in its place.
+class UnfinishedCompany {
+ public:
+    explicit UnfinishedCompany(const fs::path& place) : place_(fs::absolute(place)) {
+        std::random_device random;
+        do {
+            path_ = place_.parent_path() / (".tallymar-" + std::to_string(random()) + ".tmp");
+        } while (fs::exists(path_));
+    }
+    ~UnfinishedCompany() {
+        std::error_code ignored;
+        fs::remove(path_, ignored);
+        fs::remove(path_.string() + "-journal", ignored);
+    }
+    UnfinishedCompany(const UnfinishedCompany&) = delete;
+    UnfinishedCompany& operator=(const UnfinishedCompany&) = delete;
+
+    const fs::path& Path() const { return path_; }
+
+    // The file must be closed. With the rights of the old one, so that nobody may read it who might not before.
+    void PutInPlace(const fs::path& old) {
+        const fs::perms rights =
+            (fs::status(old).permissions() & fs::perms(0666)) | fs::perms::owner_read | fs::perms::owner_write;
+        std::error_code error;
+        fs::permissions(path_, rights, error);
+        // Unlike a rename a link never takes the place of a file that has come meanwhile; not every file system has links.
+        if (link(path_.c_str(), place_.c_str()) != 0) {
+            if (errno == EEXIST || fs::exists(place_)) AlreadyThere(place_);
+            if (rename(path_.c_str(), place_.c_str()) != 0) throw FileFailure(errno, place_);
+        }
+        const int folder = open(place_.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (folder < 0) return;
+        fsync(folder);
+        close(folder);
+    }
+
+ private:
+    fs::path place_;
+    fs::path path_;
+};
+
+void CreateOtherIndexes(recordset::Database& database) {
+    for (const recordset::Index& index : AssetsTable().Indexes) {
+        if (!index.Primary) database.CreateIndex("Assets", index);
+    }
+}
+
+std::string Joined(const std::vector<std::string>& items, std::string_view between) {
+    std::string text;
+    for (const std::string& item : items) text += (text.empty() ? "" : std::string(between)) + item;
+    return text;
+}
+
+void RefuseTexts(const CopyRows& rows) {
+    const int count = rows.TextsNotHeldCount();
+    const int more = count - static_cast<int>(rows.TextsNotHeld().size());
+    throw TextNotHeld(Failure::TypeMismatch,
+                      (count == 1 ? std::string("A text holds") : std::to_string(count) + " texts hold") +
+                          " characters that Windows-1252 does not have (shown as ?): " + Joined(rows.TextsNotHeld(), "; ") +
+                          (more > 0 ? "; and " + std::to_string(more) + " more" : ""));
+}
+
+// The copy is one transaction. Most indexes are made after the rows: sorting once costs less than keeping order all the time.
+void Copy(const ConvertOptions& options, recordset::Database& database, Prompts& prompts, ConvertedCompany& result) {
+    recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] {
+        CopyRows rows(database, prompts);
+        mdb::ReadJetTables(options.Old, kCompanyTables, rows);
+        if (rows.TextsNotHeldCount() > 0 && !options.Replace) RefuseTexts(rows);
+        result.Replaced = rows.TextsNotHeldCount();
+        result.NotTaken = rows.NotTaken();
+        result.NotThere = rows.NotThere();
+    });
+    CreateOtherIndexes(database);
+}
+
+void Compare(const CompanyTotals& old, const CompanyTotals& ours, ConvertedCompany& result) {
+    result.Assets = ours.Assets;
+    result.Lines.push_back({"Company rows", std::to_string(old.CompanyRows), std::to_string(ours.CompanyRows)});
+    result.Lines.push_back({"Assets", std::to_string(old.Assets), std::to_string(ours.Assets)});
+    for (std::size_t i = 0; i < MoneyColumns().size(); ++i) {
+        result.Lines.push_back({MoneyColumns()[i], old.Columns[i].ToText(), ours.Columns[i].ToText()});
+    }
+    result.Agrees = std::all_of(result.Lines.begin(), result.Lines.end(),
+                                [](const ConvertedCompany::Line& line) { return line.Old == line.New; });
+}
+
+// The lines for a window, where columns do not line up by blanks.
+std::string DetailsOf(const ConvertedCompany& result) {
+    std::string text;
+    for (const ConvertedCompany::Line& line : result.Lines) text += line.What + "\t" + line.Old + "\t" + line.New + "\n";
+    return text;
+}
+
+void Tell(const ConvertOptions& options, const ConvertedCompany& result, Prompts& prompts) {
+    if (!result.Agrees) throw PlatformError(Failure::DeviceError, result.Summary(options));
+    prompts.MessageWithDetails(result.Summary(options), DetailsOf(result), kTitle);
+}
+
+}  // namespace
+
+std::string ConvertedCompany::Summary(const ConvertOptions& options) const {
+    if (!Agrees) {
+        const auto first = std::find_if(Lines.begin(), Lines.end(), [](const Line& line) { return line.Old != line.New; });
+        return NameOf(options.New) + " was NOT made: " + first->What + " is " + first->Old + " in " + NameOf(options.Old) +
+               " and came out as " + first->New;
+    }
+    std::string text = NameOf(options.New) + " was made of " + NameOf(options.Old) + " with " + std::to_string(Assets) +
+                       (Assets == 1 ? " asset" : " assets") + ". The counts and the sums of all " +
+                       std::to_string(MoneyColumns().size()) + " columns with amounts agree.";
+    if (Replaced > 0) {
+        text += " " + std::to_string(Replaced) + (Replaced == 1 ? " text has" : " texts have") +
+                " a \"?\" for a character that a company cannot hold.";
+    }
+    if (!NotThere.empty()) text += " Columns that the old file does not have, left empty: " + Joined(NotThere, ", ") + ".";
+    if (!NotTaken.empty()) text += " Columns of the old file that were left out: " + Joined(NotTaken, ", ") + ".";
+    return text;
+}
+
+ConvertedCompany ConvertCompany(const ConvertOptions& options, Prompts& prompts) {
+    if (fs::exists(fs::symlink_status(options.New))) AlreadyThere(options.New);
+    ConvertedCompany result;
+    UnfinishedCompany unfinished(options.New);
+    {
+        recordset::Database database = recordset::Database::Create(unfinished.Path());
+        Copy(options, database, prompts, result);
+    }
+    {
+        recordset::Database database = recordset::Database::Open(unfinished.Path());
+        Compare(TotalsOfOld(options.Old), TotalsOfNew(database), result);
+    }
+    if (result.Agrees) unfinished.PutInPlace(options.Old);
+    return result;
+}
+
+fs::path ConvertedPath(const fs::path& old) {
+    return old.parent_path() / (old.stem().string() + " (converted)" + old.extension().string());
+}
+
+std::optional<fs::path> OfferConversion(const fs::path& chosen, Prompts& prompts) {
+    if (!mdb::IsJetFile(chosen)) return chosen;
+    ConvertOptions options{.Old = chosen, .New = ConvertedPath(chosen), .Replace = false};
+    const std::string old = NameOf(options.Old);
+    const std::string made = NameOf(options.New);
+    const std::string what = old + " is a Jet database, as the old program kept companies in. ";
+    if (fs::exists(options.New)) {
+        if (!prompts.AskYesNo(what + made + " beside it was made earlier. Open that one?", kTitle)) return std::nullopt;
+        return options.New;
+    }
+    if (!prompts.AskYesNo(what + "Make a company of it, " + made + " beside it? " + old + " stays as it is.", kTitle)) {
+        return std::nullopt;
+    }
+    try {
+        Tell(options, ConvertCompany(options, prompts), prompts);
+    } catch (const TextNotHeld& failure) {
+        if (!prompts.AskYesNo(std::string(failure.what()) + ". Write \"?\" in their place?", kTitle)) return std::nullopt;
+        options.Replace = true;
+        Tell(options, ConvertCompany(options, prompts), prompts);
+    }
+    return options.New;
+}
+
+}  // namespace tallymar
