@@ -13,6 +13,11 @@ if(TALLYMAR_SANITIZE)
   target_link_options(tallymar_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(TALLYMAR_FUZZ)
+  target_compile_options(tallymar_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
+  target_link_options(tallymar_options INTERFACE -fsanitize=address,undefined)
+endif()
+
 # tallymar_body(<target> [LINKS <target>...] [ONLY <file>...] [EXCEPT <file>...])
 # The toolkit-free half of the current folder: every .cpp that is no window.
 function(tallymar_body target)

@@ -8,6 +8,14 @@ namespace {
 
 constexpr char32_t kNoCharacter = 0xFFFD;
 
+// Not for ASCII.
+std::string Utf8Of(char32_t character) {
+    const auto following = [character](int place) { return static_cast<char>(0x80 | ((character >> (6 * place)) & 0x3F)); };
+    if (character < 0x800) return {static_cast<char>(0xC0 | (character >> 6)), following(0)};
+    if (character < 0x10000) return {static_cast<char>(0xE0 | (character >> 12)), following(1), following(0)};
+    return {static_cast<char>(0xF0 | (character >> 18)), following(2), following(1), following(0)};
+}
+
 char32_t ByteAt(std::string_view stored, std::size_t at) {
     return static_cast<unsigned char>(stored[at]);
 }
@@ -57,9 +65,12 @@ class Decoder {
     }
 
     void Append(char32_t character) {
-        const auto byte = Windows1252Byte(character);
-        if (!byte && foreign_ == 0) foreign_ = character;
-        text_ += byte.value_or('?');
+        if (character < 0x80) {
+            text_ += static_cast<char>(character);
+            return;
+        }
+        text_ += FromUtf8(Utf8Of(character));
+        if (foreign_ == 0 && !IsInWindows1252(character)) foreign_ = character;
     }
 
     std::string_view stored_;

@@ -152,11 +152,6 @@ bool IsInWindows1252(char32_t character) {
     return ByteOf(character) >= 0;
 }
 
-std::optional<char> Windows1252Byte(char32_t character) {
-    const int byte = ByteOf(character);
-    return byte < 0 ? std::nullopt : std::optional(static_cast<char>(byte));
-}
-
 char ToUpper(char c) {
     return kToUpper[Byte(c)];
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,8 +15,12 @@ void AppendUtf8(std::string_view windows1252, std::string& out);
 std::string FromUtf8(std::string_view utf8, bool* lossy = nullptr);
 
 bool IsInWindows1252(char32_t character);
-// The byte that stands for a character; nullopt where Windows-1252 has none.
-std::optional<char> Windows1252Byte(char32_t character);
+
+// A character that neither prints nor is a blank: 00 to 1F, 7F, and the five that the code page leaves undefined.
+constexpr bool IsControl(char c) {
+    const auto code = static_cast<unsigned char>(c);
+    return code < 0x20 || code == 0x7F || code == 0x81 || code == 0x8D || code == 0x8F || code == 0x90 || code == 0x9D;
+}
 
 // A character that neither prints nor is a blank: 00 to 1F, 7F, and the five that the code page leaves undefined.
 constexpr bool IsControl(char c) {
