@@ -1,11 +1,6 @@
 #include "interchange/ConvertCompany.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <random>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -13,7 +8,7 @@
 #include "interchange/JetCopy.h"
 #include "platform/mdb/JetFile.h"
 #include "platform/recordset/Database.h"
-#include "platform/runtime/FileFailure.h"
+#include "platform/recordset/DatabaseFiles.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/Schema.h"
 
@@ -33,46 +28,12 @@ std::string NameOf(const fs::path& path) {
     throw PlatformError(Failure::FileExists, FromUtf8(path.string()) + " exists already");
 }
 
-// The company while it is being built, in the folder where it will stand; gone again unless it was put in its place.
-class UnfinishedCompany {
- public:
-    explicit UnfinishedCompany(const fs::path& place) : place_(fs::absolute(place)) {
-        std::random_device random;
-        do {
-            path_ = place_.parent_path() / (".tallymar-" + std::to_string(random()) + ".tmp");
-        } while (fs::exists(path_));
-    }
-    ~UnfinishedCompany() {
-        std::error_code ignored;
-        fs::remove(path_, ignored);
-        fs::remove(path_.string() + "-journal", ignored);
-    }
-    UnfinishedCompany(const UnfinishedCompany&) = delete;
-    UnfinishedCompany& operator=(const UnfinishedCompany&) = delete;
-
-    const fs::path& Path() const { return path_; }
-
-    // The file must be closed. With the rights of the old one, so that nobody may read it who might not before.
-    void PutInPlace(const fs::path& old) {
-        const fs::perms rights =
-            (fs::status(old).permissions() & fs::perms(0666)) | fs::perms::owner_read | fs::perms::owner_write;
-        std::error_code error;
-        fs::permissions(path_, rights, error);
-        // Unlike a rename a link never takes the place of a file that has come meanwhile; not every file system has links.
-        if (link(path_.c_str(), place_.c_str()) != 0) {
-            if (errno == EEXIST || fs::exists(place_)) AlreadyThere(place_);
-            if (rename(path_.c_str(), place_.c_str()) != 0) throw FileFailure(errno, place_);
-        }
-        const int folder = open(place_.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        if (folder < 0) return;
-        fsync(folder);
-        close(folder);
-    }
-
- private:
-    fs::path place_;
-    fs::path path_;
-};
+// Nobody may read the company who might not read the old file.
+void TakeRights(const fs::path& old, const fs::path& company) {
+    const fs::perms rights = (fs::status(old).permissions() & fs::perms(0666)) | fs::perms::owner_read | fs::perms::owner_write;
+    std::error_code keptAsMade;
+    fs::permissions(company, rights, keptAsMade);
+}
 
 void CreateOtherIndexes(recordset::Database& database) {
     for (const recordset::Index& index : AssetsTable().Indexes) {
@@ -104,6 +65,7 @@ void Copy(const ConvertOptions& options, recordset::Database& database, Prompts&
         result.Replaced = rows.TextsNotHeldCount();
         result.NotTaken = rows.NotTaken();
         result.NotThere = rows.NotThere();
+        result.NotReadable = rows.NotReadable();
     });
     CreateOtherIndexes(database);
 }
@@ -146,6 +108,10 @@ std::string ConvertedCompany::Summary(const ConvertOptions& options) const {
         text += " " + std::to_string(Replaced) + (Replaced == 1 ? " text has" : " texts have") +
                 " a \"?\" for a character that a company cannot hold.";
     }
+    if (!NotReadable.empty()) {
+        text += " Beyond what an asset can hold, and to be mended before anything is computed: " + NotReadable.front() +
+                (NotReadable.size() > 1 ? " and " + std::to_string(NotReadable.size() - 1) + " more." : ".");
+    }
     if (!NotThere.empty()) text += " Columns that the old file does not have, left empty: " + Joined(NotThere, ", ") + ".";
     if (!NotTaken.empty()) text += " Columns of the old file that were left out: " + Joined(NotTaken, ", ") + ".";
     return text;
@@ -154,16 +120,17 @@ std::string ConvertedCompany::Summary(const ConvertOptions& options) const {
 ConvertedCompany ConvertCompany(const ConvertOptions& options, Prompts& prompts) {
     if (fs::exists(fs::symlink_status(options.New))) AlreadyThere(options.New);
     ConvertedCompany result;
-    UnfinishedCompany unfinished(options.New);
+    recordset::DatabaseReplacement file(options.New);
     {
-        recordset::Database database = recordset::Database::Create(unfinished.Path());
+        recordset::Database database = recordset::Database::Create(file.Unfinished());
+        TakeRights(options.Old, file.Unfinished());
         Copy(options, database, prompts, result);
     }
     {
-        recordset::Database database = recordset::Database::Open(unfinished.Path());
+        recordset::Database database = recordset::Database::Open(file.Unfinished());
         Compare(TotalsOfOld(options.Old), TotalsOfNew(database), result);
     }
-    if (result.Agrees) unfinished.PutInPlace(options.Old);
+    if (result.Agrees) file.PutInPlace();
     return result;
 }
 

@@ -34,7 +34,9 @@ struct ConvertedCompany {
 
     std::vector<std::string> NotTaken;  // columns of the old file that a company does not have: "Assets.Colour"
     std::vector<std::string> NotThere;  // columns that the old file does not have: Null (False) in every row
-    int Replaced = 0;                   // texts with a "?" in them that was none
+    // Values taken as they are that no command can read: "Asset 000101, ClassLife (40000)".
+    std::vector<std::string> NotReadable;
+    int Replaced = 0;  // texts with a "?" in them that was none
 
     // For the user: how it ended, in a sentence or a few.
     std::string Summary(const ConvertOptions& options) const;

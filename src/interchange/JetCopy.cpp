@@ -1,5 +1,6 @@
 #include "interchange/JetCopy.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -7,7 +8,7 @@
 #include "platform/recordset/Names.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
-#include "store/AssetColumns.h"
+#include "store/AssetRecordAccess.h"
 #include "store/Schema.h"
 
 namespace tallymar {
@@ -79,6 +80,14 @@ recordset::TableDef NewTable(const mdb::JetTable& old) {
     return table;
 }
 
+// The number by which an asset is found, as load takes it.
+void RequireKey(std::string_view key) {
+    if (RTrim(key).empty()) throw PlatformError(Failure::NullKey, "every asset needs a number that is not blank");
+    if (std::any_of(key.begin(), key.end(), IsControl)) {
+        throw PlatformError(Failure::InvalidCall, "a number may not hold a control character");
+    }
+}
+
 }  // namespace
 
 ColumnMatch::ColumnMatch(const recordset::TableDef& ours, const mdb::JetTable& theirs) {
@@ -116,7 +125,9 @@ void CopyRows::Table(const mdb::JetTable& table) {
     notTaken_.insert(notTaken_.end(), match.NotTaken().begin(), match.NotTaken().end());
     notThere_.insert(notThere_.end(), match.NotThere().begin(), match.NotThere().end());
     key_ = ColumnMatch::kMissing;
+    known_.assign(columns_.size(), nullptr);
     if (company) return;
+    for (std::size_t i = 0; i < known_.size(); ++i) known_[i] = FindAssetColumn(definition.Fields[i].Name);
     key_ = columns_[static_cast<std::size_t>(target_->Ordinal(kKey))];
     if (key_ == ColumnMatch::kMissing) {
         throw PlatformError(Failure::ItemNotFound, "Table Assets of the old file has no column " + std::string(kKey));
@@ -133,6 +144,7 @@ void CopyRows::Row(std::span<const JetValue> values) {
         const JetValue& value = values[static_cast<std::size_t>(columns_[i])];
         if (value.IsNull) continue;
         const Value converted = Convert(fields[i], value, values);
+        NoteUnreadable(i, converted, values);
         try {
             target_->Set(static_cast<int>(i), converted);
         } catch (const PlatformError& failure) {
@@ -140,11 +152,22 @@ void CopyRows::Row(std::span<const JetValue> values) {
         }
     }
     try {
+        if (key_ != ColumnMatch::kMissing) RequireKey(values[static_cast<std::size_t>(key_)].Text);
         target_->Update();
     } catch (const PlatformError& failure) {
         throw failure.WithPrefix(PlaceOf(values, kKey));
     }
     if (progress_) progress_->Step();
+}
+
+void CopyRows::NoteUnreadable(std::size_t column, const Value& value, std::span<const JetValue> row) {
+    if (known_[column] == nullptr) return;
+    try {
+        RequireReadable(*known_[column], value);
+    } catch (const PlatformError&) {
+        std::string place = PlaceOf(row, known_[column]->Name);
+        notReadable_.push_back(place.substr(0, place.size() - 2) + " (" + value.ToText() + ")");
+    }
 }
 
 std::string CopyRows::PlaceOf(std::span<const JetValue> values, std::string_view field) const {

@@ -10,6 +10,7 @@
 #include "platform/prompts/Prompts.h"
 #include "platform/recordset/Database.h"
 #include "platform/recordset/Recordset.h"
+#include "store/AssetColumns.h"
 
 // The two readings of an old company file: the one that copies it, and the one that counts what it holds.
 namespace tallymar {
@@ -48,21 +49,27 @@ class CopyRows : public mdb::JetRows {
     int TextsNotHeldCount() const { return textsNotHeldCount_; }
     const std::vector<std::string>& NotTaken() const { return notTaken_; }
     const std::vector<std::string>& NotThere() const { return notThere_; }
+    // Values that the file holds and no command can read; each stands in the company as it is.
+    const std::vector<std::string>& NotReadable() const { return notReadable_; }
 
  private:
     std::string PlaceOf(std::span<const mdb::JetValue> values, std::string_view field) const;
     recordset::Value Convert(const recordset::Field& field, const mdb::JetValue& value, std::span<const mdb::JetValue> row);
 
+    void NoteUnreadable(std::size_t column, const recordset::Value& value, std::span<const mdb::JetValue> row);
+
     recordset::Database& database_;
     Prompts& prompts_;
     std::optional<recordset::Recordset> target_;
     std::vector<int> columns_;
-    int key_ = ColumnMatch::kMissing;  // the old column of the asset's number
+    std::vector<const AssetColumn*> known_;  // by field; none for those of Company and of the books
+    int key_ = ColumnMatch::kMissing;        // the old column of the asset's number
     std::optional<ProgressScope> progress_;
     std::vector<std::string> textsNotHeld_;
     int textsNotHeldCount_ = 0;
     std::vector<std::string> notTaken_;
     std::vector<std::string> notThere_;
+    std::vector<std::string> notReadable_;
 };
 
 // What a file's tables hold: rows, and the total of each column with amounts.

@@ -98,7 +98,8 @@ TEST(JetFileTest, APageMapThatGoesRoundIsRefused) {
     const std::size_t row = number(definition + 35, 1);
     const std::size_t page = number(definition + 36, 3) * kPage;
     const std::size_t map = page + (number(page + 10 + 2 * row, 2) & 0x1FFF);
-    bytes.replace(map + 1, 4, "\xF8\xFF\xFF\xFF");
+    // A bitmap that begins eight pages before the end, and its tenth bit.
+    bytes.replace(map, 7, std::string("\0\xF8\xFF\xFF\xFF\0\2", 7));
     test::WriteAll(folder / "c.mdb", bytes);
     EXPECT_EQ(ReadFailure(folder / "c.mdb", "Assets"), "c.mdb is damaged: the page map of table Assets cannot be right");
 }

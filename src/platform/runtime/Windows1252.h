@@ -22,12 +22,6 @@ constexpr bool IsControl(char c) {
     return code < 0x20 || code == 0x7F || code == 0x81 || code == 0x8D || code == 0x8F || code == 0x90 || code == 0x9D;
 }
 
-// A character that neither prints nor is a blank: 00 to 1F, 7F, and the five that the code page leaves undefined.
-constexpr bool IsControl(char c) {
-    const auto code = static_cast<unsigned char>(c);
-    return code < 0x20 || code == 0x7F || code == 0x81 || code == 0x8D || code == 0x8F || code == 0x90 || code == 0x9D;
-}
-
 // Letter case and trimming of Windows-1252 text, accented letters included.
 char ToUpper(char c);
 char ToLower(char c);
