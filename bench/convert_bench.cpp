@@ -1,6 +1,7 @@
 // The conversion of a large company file of the old program, against the floor of libmdb reading that file alone.
 // Usage: convert_bench [rows]
 
+#include <glib.h>  // before the next, which has it inside extern "C"
 #include <mdbtools.h>
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 #include "platform/mdb/JetLibrary.h"
 
+#include <glib.h>  // before the next, which has it inside extern "C"
 #include <mdbtools.h>
 
 #include <algorithm>
