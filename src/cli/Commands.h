@@ -48,6 +48,7 @@ void AddReportCommand(CLI::App& app, Context& context);
 void AddPostCommand(CLI::App& app, Context& context);
 void AddLabelsCommand(CLI::App& app, Context& context);
 void AddFormCommand(CLI::App& app, Context& context);
+void AddLoanCommand(CLI::App& app, Context& context);
 
 // A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file
 // cannot.

@@ -42,6 +42,7 @@ int main(int argc, char** argv) {
     AddPostCommand(app, context);
     AddLabelsCommand(app, context);
     AddFormCommand(app, context);
+    AddLoanCommand(app, context);
 
     try {
         app.parse(argc, argv);

@@ -121,8 +121,8 @@ void Loan::Show(LoanBox box, CurrencyAmount value, std::string_view picture) {
 LoanSchedule Loan::Schedule() const {
     const auto first = FirstDue();
     if (!first) {
-        throw PlatformError(Failure::InvalidCall, std::string(InfoOf(LoanBox::FirstDue).Label) + ": \"" +
-                                                      Text(LoanBox::FirstDue) + "\" is no date");
+        throw PlatformError(Failure::InvalidCall,
+                            std::string(InfoOf(LoanBox::FirstDue).Label) + ": \"" + Text(LoanBox::FirstDue) + "\" is no date");
     }
     return MakeLoanSchedule(Terms(), *first);
 }

@@ -11,19 +11,7 @@
 namespace tallymar {
 
 // The boxes of the loan calculator, in the order of a loan file.
-enum class LoanBox {
-    Name,
-    Amount,
-    Periods,
-    PerYear,
-    DaysToFirst,
-    Payment,
-    Rate,
-    ToBalloon,
-    FirstDue,
-    TotalInterest,
-    TotalPaid
-};
+enum class LoanBox { Name, Amount, Periods, PerYear, DaysToFirst, Payment, Rate, ToBalloon, FirstDue, TotalInterest, TotalPaid };
 inline constexpr std::size_t kLoanBoxCount = 11;
 
 using LoanTexts = std::array<std::string, kLoanBoxCount>;

@@ -18,8 +18,12 @@ constexpr char kQuote = '"';
 // Every box at its longest and full of quotes lies well below.
 constexpr std::uintmax_t kLargestFile = 65536;
 
+std::string NameOf(const fs::path& file) {
+    return FromUtf8(file.string());
+}
+
 PlatformError NoLoanFile(const fs::path& file) {
-    return PlatformError(Failure::UnrecognizedFormat, file.string() + " is no loan file");
+    return PlatformError(Failure::UnrecognizedFormat, NameOf(file) + " is no loan file");
 }
 
 // Before anything is read: a pipe would never end, and what is larger than any loan is none.
@@ -28,7 +32,7 @@ void RequireLoanSize(const fs::path& file) {
     const fs::file_status status = fs::status(file, error);
     if (error) throw FileFailure(error.value(), file);
     if (fs::is_directory(status)) throw FileFailure(EISDIR, file);
-    if (!fs::is_regular_file(status) || fs::file_size(file) > kLargestFile) throw NoLoanFile(file);
+    if (!fs::is_regular_file(status) || fs::file_size(file, error) > kLargestFile) throw NoLoanFile(file);
 }
 
 bool IsControl(char c) {
@@ -41,12 +45,15 @@ std::string Quoted(std::string_view text) {
     return doubled;
 }
 
-// A lone quote within the text stays: files of earlier releases do not double them.
-std::string TextOfLine(std::string_view line, const fs::path& file) {
-    line = Trim(line);
-    const bool isQuoted = line.size() >= 2 && line.front() == kQuote && line.back() == kQuote;
-    if (!isQuoted || std::any_of(line.begin(), line.end(), IsControl)) throw NoLoanFile(file);
+std::string NextText(SequentialReader& reader, const fs::path& file) {
+    const PlatformError cutShort = PlatformError(Failure::InputPastEnd).WithPrefix(NameOf(file) + ": ");
+    if (!reader.HasLine()) throw cutShort;
+    const std::string contents = reader.ReadLine();
+    const std::string_view line = Trim(contents);
+    if (!line.starts_with(kQuote) || std::any_of(line.begin(), line.end(), IsControl)) throw NoLoanFile(file);
+    if (line.size() < 2 || line.back() != kQuote) throw reader.HasLine() ? NoLoanFile(file) : cutShort;
     std::string text;
+    // A lone quote within the text stays: other programs do not double them.
     for (std::size_t i = 1; i + 1 < line.size(); ++i) {
         text += line[i];
         if (line[i] == kQuote && line[i + 1] == kQuote && i + 2 < line.size()) ++i;
@@ -61,6 +68,7 @@ FileDialog LoanFileDialog(std::string_view title, const fs::path& folder) {
     return {.Title = std::string(title),
             .Filters = {{"All Files (*.*)", "*"}, {"Loan Files (*.lon)", "*.lon"}},
             .InitialFolder = folder,
+            .FileName = {},
             .DefaultExtension = "lon",
             .AsksToOverwrite = false};
 }
@@ -69,10 +77,7 @@ LoanTexts OpenLoanFile(const fs::path& file) {
     RequireLoanSize(file);
     SequentialReader reader(file);
     LoanTexts texts;
-    for (std::string& text : texts) {
-        if (!reader.HasLine()) throw PlatformError(Failure::InputPastEnd).WithPrefix(file.string() + ": ");
-        text = TextOfLine(reader.ReadLine(), file);
-    }
+    for (std::string& text : texts) text = NextText(reader, file);
     if (!reader.AtEnd()) throw NoLoanFile(file);
     return texts;
 }
@@ -87,8 +92,7 @@ bool CloseLoanFile(const fs::path& file, const LoanTexts& texts, Prompts& prompt
         for (const std::string& text : texts) writer.WriteQuotedLine(Quoted(text));
         writer.Close();
     } catch (const PlatformError& failure) {
-        throw PlatformError(failure.Code(),
-                            "Error occurred while trying to close file " + file.string() + ",   please retry.");
+        throw PlatformError(failure.Code(), "Error occurred while trying to close file " + NameOf(file) + ",   please retry.");
     }
     return true;
 }

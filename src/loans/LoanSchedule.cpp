@@ -65,7 +65,7 @@ bool IsResidue(CurrencyAmount balance, CurrencyAmount payment) {
 }
 
 void AddToYear(const LoanPayment& payment, std::vector<LoanYear>& years) {
-    if (years.empty() || years.back().Year != payment.Due.Year) years.push_back({.Year = payment.Due.Year});
+    if (years.empty() || years.back().Year != payment.Due.Year) years.push_back({payment.Due.Year, {}, {}});
     years.back().Principal += payment.Principal;
     years.back().Interest += payment.Interest;
 }
