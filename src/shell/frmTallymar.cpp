@@ -24,6 +24,7 @@
 #include "assets/frmFindAsset.h"
 #include "batch/frmComputeOptions.h"
 #include "interchange/ConvertCompany.h"
+#include "loans/frmLoans.h"
 #include "platform/controls/CSForm.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/Hourglass.h"
@@ -144,6 +145,7 @@ void Tallymar::MakeRoutes() {
              form.ShowModal();
          }},
         {Command::ReportsLabels, [this](int) { frmLabelOptions(session_, this).ShowModal(); }},
+        {Command::Amortization, [this](int) { frmLoans(profile_.LastFolder(), this).ShowModal(); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
     };
 }
