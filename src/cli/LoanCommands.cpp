@@ -8,7 +8,6 @@
 #include "cli/TerminalPrompts.h"
 #include "loans/LoanFile.h"
 #include "loans/LoanPages.h"
-#include "platform/runtime/FileReplacement.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -75,8 +74,6 @@ void RunSchedule(const LoanFlags& flags) {
     Loan loan = LoanOf(flags);
     LoanPrompts prompts(true);
     const std::shared_ptr<PrintedDocument> document = PrintLoan(loan, prompts);
-    std::optional<GuiForFiles> gui;
-    if (FormatOfFile(flags.Out) == FileFormat::Pdf) gui.emplace();
     DeliverToFile(document->Pages, document->Details, flags.Out);
     SaveLoan(loan, flags);
 }

@@ -1,9 +1,7 @@
 #include "loans/LoanFile.h"
 
 #include <algorithm>
-#include <cerrno>
 
-#include "platform/runtime/FileFailure.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/SequentialFile.h"
 #include "platform/runtime/Windows1252.h"
@@ -26,17 +24,10 @@ PlatformError NoLoanFile(const fs::path& file) {
     return PlatformError(Failure::UnrecognizedFormat, NameOf(file) + " is no loan file");
 }
 
-// Before anything is read: a pipe would never end, and what is larger than any loan is none.
+// Before anything is read. What is no ordinary file is refused in reading it.
 void RequireLoanSize(const fs::path& file) {
-    std::error_code error;
-    const fs::file_status status = fs::status(file, error);
-    if (error) throw FileFailure(error.value(), file);
-    if (fs::is_directory(status)) throw FileFailure(EISDIR, file);
-    if (!fs::is_regular_file(status) || fs::file_size(file, error) > kLargestFile) throw NoLoanFile(file);
-}
-
-bool IsControl(char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+    std::error_code ignored;
+    if (fs::is_regular_file(file, ignored) && fs::file_size(file, ignored) > kLargestFile) throw NoLoanFile(file);
 }
 
 std::string Quoted(std::string_view text) {
@@ -46,7 +37,7 @@ std::string Quoted(std::string_view text) {
 }
 
 std::string NextText(SequentialReader& reader, const fs::path& file) {
-    const PlatformError cutShort = PlatformError(Failure::InputPastEnd).WithPrefix(NameOf(file) + ": ");
+    const PlatformError cutShort = PlatformError::About(Failure::InputPastEnd, NameOf(file));
     if (!reader.HasLine()) throw cutShort;
     const std::string contents = reader.ReadLine();
     const std::string_view line = Trim(contents);

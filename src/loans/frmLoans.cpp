@@ -102,6 +102,7 @@ sitxEdit* frmLoans::MakeBox(LoanBox box) {
     auto* edit = Named(new sitxEdit(static_cast<int>(kLongestLoanText), this), std::string(info.Control).c_str());
     SetHint(edit, ToQString(info.Hint));
     boxes_[static_cast<std::size_t>(box)] = edit;
+    connect(edit, &EntryEdit::Changed, this, Guarded([this, box] { Edited(box); }));
     if (box == LoanBox::Name) return edit;
     edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("-000,000,000.00")) + 20);
     edit->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -111,7 +112,6 @@ sitxEdit* frmLoans::MakeBox(LoanBox box) {
     } else {
         edit->SetAllowed(box == LoanBox::FirstDue ? kDateCharacters : kNumberCharacters);
     }
-    connect(edit, &EntryEdit::Changed, this, Guarded([this, box] { Edited(box); }));
     return edit;
 }
 
@@ -129,6 +129,7 @@ QWidget* frmLoans::MakeHelp() {
 void frmLoans::Edited(LoanBox box) {
     if (showing_) return;
     loan_.SetText(box, Box(box)->Text());
+    if (box == LoanBox::Name) return;
     // What was computed from other terms is no result any more.
     MarkComputed(nullptr);
     ShowPicture();
