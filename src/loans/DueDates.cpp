@@ -53,14 +53,15 @@ struct Group {
 
 // The three numbers of a date; nullopt when the text is anything else.
 std::optional<std::array<Group, 3>> ThreeNumbers(std::string_view text) {
-    constexpr std::string_view kSeparators = "/-. ";
+    std::string_view separators = " ";  // before the first number; a sign is none
     std::array<Group, 3> groups;
     for (Group& group : groups) {
-        text.remove_prefix(std::min(text.find_first_not_of(kSeparators), text.size()));
+        text.remove_prefix(std::min(text.find_first_not_of(separators), text.size()));
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), group.Value);
         if (error != std::errc()) return std::nullopt;
         group.Digits = static_cast<std::size_t>(end - text.data());
         text.remove_prefix(group.Digits);
+        separators = "/-. ";
     }
     if (text.find_first_not_of(' ') != std::string_view::npos) return std::nullopt;
     return groups;

@@ -142,7 +142,7 @@ class SchedulePrinter {
         if (schedule_.IsAdditions) {
             Put("Total Interest earned = " + Format(schedule_.TotalInterest(), pictures::kBuildMoney));
         } else if (!schedule_.Balance().IsZero()) {
-            // COMPAT: behind a balloon the word is doubled.
+            // COMPAT: after a balloon the word is doubled.
             Put(std::string(schedule_.HasBalloon ? "Final payment payment of " : "Final payment of ") +
                 Format(schedule_.Balance(), pictures::kBuildMoney) + " required to zero balance of loan.");
         }
