@@ -71,7 +71,7 @@ class Form4562 : public IrsForm {
     void Take(const AssetRecord& asset, FormScan& scan) override;
     void ComputeLines(const FormSettings& settings) override;
     void Write(FormOutput& output) override;
-    void ReadWorkFile(std::string_view contents) override;
+    void ExchangeWorkFile(WorkFile& file) override;
     std::string Message() const override;
     std::optional<DepreciationSums> Sums() const override;
     void WriteTables(JsonWriter& json) const override;
@@ -102,7 +102,6 @@ class Form4562 : public IrsForm {
     int ChooseClassRow(const AssetRecord& asset, int book);
     int ChooseBuildingRow(const AssetRecord& asset, int firstRow, std::string_view period);
     void RoundColumns(const FormSettings& settings);
-    void ExchangeWorkFile(WorkFile& file);
 
     FormLines lines_;
     std::array<std::string, 11> header_;

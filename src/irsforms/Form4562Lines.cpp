@@ -196,13 +196,6 @@ void Form4562::ExchangeWorkFile(WorkFile& file) {
     }
 }
 
-void Form4562::ReadWorkFile(std::string_view contents) {
-    Form4562 read;
-    WorkFile file(contents);
-    read.ExchangeWorkFile(file);
-    *this = std::move(read);
-}
-
 void Form4562::WriteTables(JsonWriter& json) const {
     WriteJsonTable<ElectRow>(json, "Election", election_, kElectColumns);
     WriteJsonTable<ListedRow>(json, "Listed", listed_, kListedColumns);

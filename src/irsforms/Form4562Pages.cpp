@@ -357,9 +357,7 @@ bool BelongsToStatement(const Elect& row) {
 }  // namespace
 
 void Form4562::Write(FormOutput& output) {
-    WorkFile workFile;
-    ExchangeWorkFile(workFile);
-    output.WriteWorkFile("F45621.001", workFile.Written());
+    output.WriteWorkFile("F45621.001", WorkFileText());
     output.WritePage("245621", Page1(*this));
     output.WritePage("245622", Page2(*this));
     if (TooManyElections(*this)) {

@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "irsforms/FormLines.h"
 #include "irsforms/WorkFile.h"
 #include "platform/runtime/JsonWriter.h"
 
@@ -14,6 +15,9 @@ namespace tallymar {
 
 // An amount as data: "24000.00"; what is finer than a cent keeps its decimals.
 std::string DecimalText(CurrencyAmount amount);
+
+// The lines that are not 0, by their numbers.
+void WriteJsonLines(JsonWriter& json, std::string_view name, const FormLines& lines);
 
 template <typename Row>
 void WriteJsonCells(JsonWriter& json, const Row& row, std::span<const RowColumn<Row>> columns) {

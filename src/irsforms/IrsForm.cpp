@@ -4,7 +4,11 @@
 #include <array>
 #include <map>
 
+#include "irsforms/Form4255.h"
 #include "irsforms/Form4562.h"
+#include "irsforms/Form4797.h"
+#include "irsforms/Form8824.h"
+#include "irsforms/FormSchD.h"
 #include "irsforms/FormTables.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
@@ -17,7 +21,21 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::array<const FormInfo*, 1> kForms = {&Form4562::kInfo};
+template <typename Form>
+std::unique_ptr<IrsForm> Make() {
+    return std::make_unique<Form>();
+}
+
+struct FormKind {
+    const FormInfo* Info;
+    std::unique_ptr<IrsForm> (*Make)();
+};
+constexpr auto kForms = std::to_array<FormKind>({{&Form4562::kInfo, Make<Form4562>},
+                                                 {&Form4797::kInfo, Make<Form4797>},
+                                                 {&FormSchD::kInfo, Make<FormSchD>},
+                                                 {&Form4255::kInfo, Make<Form4255>},
+                                                 {&Form8824::kInfo, Make<Form8824>}});
+
 constexpr std::string_view kPageExtension = ".LDT";
 
 FormSettings SettingsOf(CompanySession& session, const FormOptions& options) {
@@ -79,13 +97,30 @@ void IrsForm::LeaveOut(const AssetRecord& asset, std::string reason, CurrencyAmo
     leftOut_.push_back({std::string(asset.AssetNum.Trimmed()), std::move(reason), amount, std::move(together)});
 }
 
-std::span<const FormInfo* const> AllForms() {
-    return kForms;
+std::string IrsForm::WorkFileText() {
+    WorkFile file;
+    ExchangeWorkFile(file);
+    return file.Written();
+}
+
+std::vector<const FormInfo*> AllForms() {
+    std::vector<const FormInfo*> forms;
+    for (const FormKind& kind : kForms) forms.push_back(kind.Info);
+    return forms;
 }
 
 std::unique_ptr<IrsForm> MakeForm(std::string_view name) {
-    if (name == Form4562::kInfo.Name) return std::make_unique<Form4562>();
+    for (const FormKind& kind : kForms) {
+        if (kind.Info->Name == name) return kind.Make();
+    }
     throw PlatformError(Failure::InvalidCall, "There is no form \"" + std::string(name) + "\"");
+}
+
+std::unique_ptr<IrsForm> ReadWorkFile(std::string_view name, std::string_view contents) {
+    std::unique_ptr<IrsForm> form = MakeForm(name);
+    WorkFile file(contents);
+    form->ExchangeWorkFile(file);
+    return form;
 }
 
 FormResult CreateForm(std::unique_ptr<IrsForm>& form, CompanySession& session, const FormOptions& options, const fs::path& folder,
@@ -162,11 +197,7 @@ std::string FormJson(const IrsForm& form, const FormResult& result, const FormOp
     json.BeginArray("pages");
     for (const std::string& page : result.Pages) json.Text({}, page);
     json.End();
-    json.BeginObject("lines");
-    for (int line = 0; line <= form.Lines().Last(); ++line) {
-        if (!form.Lines()[line].IsZero()) json.Text(std::to_string(line), DecimalText(form.Lines()[line]));
-    }
-    json.End();
+    WriteJsonLines(json, "lines", form.Lines());
     form.WriteTables(json);
     json.BeginArray("leftOut");
     for (const LeftOut& one : form.NotOnForm()) {

@@ -91,8 +91,9 @@ class IrsForm {
     virtual void ComputeLines(const FormSettings& settings) = 0;
     // The work file and the pages.
     virtual void Write(FormOutput& output) = 0;
-    // Takes everything back from a work file. Failure::InputPastEnd or TypeMismatch when the file is none of this form's.
-    virtual void ReadWorkFile(std::string_view contents) = 0;
+    // What the form has computed, item by item, into its work file or back from one.
+    virtual void ExchangeWorkFile(WorkFile& file) = 0;
+    std::string WorkFileText();
 
     virtual std::string Message() const = 0;
     virtual std::optional<DepreciationSums> Sums() const { return std::nullopt; }
@@ -110,9 +111,11 @@ class IrsForm {
     std::vector<LeftOut> leftOut_;
 };
 
-std::span<const FormInfo* const> AllForms();
+std::vector<const FormInfo*> AllForms();
 // Failure::InvalidCall for another name.
 std::unique_ptr<IrsForm> MakeForm(std::string_view name);
+// The form as its work file has it. Failure::InputPastEnd or TypeMismatch when the text is no work file of that form.
+std::unique_ptr<IrsForm> ReadWorkFile(std::string_view name, std::string_view contents);
 
 struct FormResult {
     std::string Message;

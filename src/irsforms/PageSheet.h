@@ -103,9 +103,10 @@ class PageSheet {
     // A backslash twice and a code: what the file's first line says.
     explicit PageSheet(std::string_view firstLine);
 
-    // `down` is added to every line of the table. The page reaches down to the table's last line, whatever stands there.
+    // `down` is added to every line of the table, `right` to every column. The page reaches down to the table's last line,
+    // whatever stands there.
     template <typename Source>
-    void Lay(std::span<const PageField<Source>> table, const Source& source, int down = 0) {
+    void Lay(std::span<const PageField<Source>> table, const Source& source, int down = 0, int right = 0) {
         for (const PageField<Source>& field : table) {
             Reach(field.Line + down);
             if (field.When && !field.When(source)) continue;
@@ -114,18 +115,18 @@ class PageSheet {
                 if (field.Width > 0 && shown.size() > static_cast<std::size_t>(field.Width)) {
                     shown.resize(static_cast<std::size_t>(field.Width));
                 }
-                AddText(field.Line + down, field.Column, std::move(shown));
+                AddText(field.Line + down, field.Column + right, std::move(shown));
             } else {
                 const CurrencyAmount amount = std::get<PageAmount<Source>>(field.What).Of(source);
                 const ShownAmount shown =
                     field.Show ? field.Show(source, amount) : ShownAmount{amount, field.Mask, field.ZeroRule};
-                AddAmount(field.Line + down, field.Column, shown);
+                AddAmount(field.Line + down, field.Column + right, shown);
             }
         }
     }
     template <typename Table, typename Source>
-    void Lay(const Table& table, const Source& source, int down = 0) {
-        Lay(std::span<const PageField<Source>>(table), source, down);
+    void Lay(const Table& table, const Source& source, int down = 0, int right = 0) {
+        Lay(std::span<const PageField<Source>>(table), source, down, right);
     }
     void AddText(int line, int column, std::string text);
     void AddAmount(int line, int column, const ShownAmount& amount);
