@@ -19,61 +19,61 @@ std::string NameOf(const fs::path& file) {
     return FromUtf8(file.filename().string());
 }
 
-FileCommandResult CopyChosen(const fs::path& source, const fs::path& folder, std::string title, Prompts& prompts) {
+std::string CopyChosen(const fs::path& source, const fs::path& folder, std::string title, Prompts& prompts) {
     FileDialog dialog = CompanyFileDialog(std::move(title), folder);
     dialog.FileName = source.filename();
     const auto target = prompts.AskSaveFile(dialog);
-    if (!target) return FileCommandResult::Cancelled;
+    if (!target) return {};
     std::error_code noFile;
     if (fs::equivalent(source, *target, noFile)) {
         throw PlatformError(Failure::InvalidCall, NameOf(source) + " cannot be copied onto itself");
     }
-    CopyDatabase(recordset::Database::Open(source), *target);
-    return FileCommandResult::Done;
+    recordset::CopyDatabase(recordset::Database::Open(source), *target);
+    return NameOf(source) + " was copied to " + FromUtf8(target->string());
 }
 
 }  // namespace
 
-FileCommandResult BackupCompany(CompanySession& session, Prompts& prompts) {
+std::string BackupCompany(CompanySession& session, Prompts& prompts) {
     const AppPath& paths = session.Paths();
     const auto source = prompts.AskOpenFile(CompanyFileDialog("Backup or Copy a Database to Backup area", paths.Folder()));
-    if (!source) return FileCommandResult::Cancelled;
-    if (IsOpenCompany(session, *source) && !session.FileClose()) return FileCommandResult::Kept;
+    if (!source) return {};
+    if (IsOpenCompany(session, *source) && !session.FileClose()) return {};
     if (!prompts.AskYesNo("Make Backup Copy Client Database " + NameOf(*source) + " ?", "Confirm - Backup Client Database")) {
-        return FileCommandResult::Cancelled;
+        return {};
     }
     paths.Prepare();
     return CopyChosen(*source, paths.Backup(), "Copy File", prompts);
 }
 
-FileCommandResult RestoreCompany(CompanySession& session, Prompts& prompts) {
+std::string RestoreCompany(CompanySession& session, Prompts& prompts) {
     const AppPath& paths = session.Paths();
     const auto source = prompts.AskOpenFile(CompanyFileDialog("Restore Database from Backup area", paths.Backup()));
-    if (!source) return FileCommandResult::Cancelled;
-    if (!session.FileClose()) return FileCommandResult::Kept;
+    if (!source) return {};
+    if (!session.FileClose()) return {};
     if (!prompts.AskYesNo("Restore Client Database " + NameOf(*source) + " ?", "Confirm - Restore Client Database")) {
-        return FileCommandResult::Cancelled;
+        return {};
     }
     return CopyChosen(*source, paths.Folder(), "Copy File", prompts);
 }
 
-FileCommandResult DeleteCompany(CompanySession& session, Prompts& prompts) {
+std::string DeleteCompany(CompanySession& session, Prompts& prompts) {
     const auto file = prompts.AskOpenFile(CompanyFileDialog("Delete a Database", session.Paths().Folder()));
-    if (!file) return FileCommandResult::Cancelled;
-    if (IsOpenCompany(session, *file) && !session.FileClose()) return FileCommandResult::Kept;
+    if (!file) return {};
+    if (IsOpenCompany(session, *file) && !session.FileClose()) return {};
     const std::string question = "Delete Client Database \n" + NameOf(*file) + "?";
     if (!prompts.AskYesNo(question, "Confirm - Delete Client Database") ||
         !prompts.AskYesNo(question, "Delete Client Database - Are you Sure")) {
-        return FileCommandResult::Cancelled;
+        return {};
     }
     try {
         recordset::DeleteDatabase(*file);
     } catch (const PlatformError& failure) {
         prompts.Message(std::string("Client Database NOT Deleted\n") + failure.what(), "Delete Client Database ERROR",
                         MessageKind::Error);
-        return FileCommandResult::Cancelled;
+        return {};
     }
-    return FileCommandResult::Done;
+    return FromUtf8(file->string()) + " was deleted";
 }
 
 }  // namespace tallymar

@@ -18,7 +18,8 @@ bool SameText(std::string_view a, std::string_view b, bool ignoreCase) {
 }
 
 bool Selects(const ResequenceOptions& options, const AssetRecord& record) {
-    if (!options.OnlyThese) return true;
+    if (options.CopyOnly == "N") return true;
+    if (options.CopyOnly != "Y") return false;
     const std::string_view division = record.Division.Trimmed();
     if (!options.Division.empty() && !SameText(options.Division, division, options.IgnoreCase)) return false;
     // COMPAT: the department is looked for in the division and must differ from it; the asset's own department plays no part.

@@ -12,10 +12,10 @@ namespace tallymar {
 struct ResequenceOptions {
     std::string Division;
     std::string Department;
-    bool OnlyThese = false;  // copy only the assets that the two filters select
-    bool IgnoreCase = true;  // of the filters
-    bool Renumber = false;   // Prefix and a count from 1, in order of in-service date
-    std::string Prefix;      // at most PrefixLimit characters
+    std::string CopyOnly = "N";  // "Y": the assets that the two filters select; "N": every asset; anything else: none
+    bool IgnoreCase = true;      // of the filters
+    bool Renumber = false;       // Prefix and a count from 1, in order of in-service date
+    std::string Prefix;          // at most PrefixLimit characters
 };
 
 struct ResequenceCounts {

@@ -18,6 +18,7 @@ namespace tallymar {
 namespace {
 
 constexpr int kResultLines = 4;  // one for each book, as a rule
+constexpr const char* kNote = "note";
 
 }  // namespace
 
@@ -40,6 +41,13 @@ QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> 
     lblResult_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     lblResult_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblResult_->setMinimumHeight(kResultLines * lblResult_->fontMetrics().lineSpacing());
+    lblNote_ = Named(new QLabel(this), "lblNote");
+    lblNote_->setAccessibleName(tr("Note"));
+    lblNote_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    lblNote_->setMinimumHeight(lblNote_->fontMetrics().height());
+    QFont slanted = lblNote_->font();
+    slanted.setItalic(true);
+    lblNote_->setFont(slanted);
     cmdCancel_ = Named(new CSCmdBtn(closeCaption, this), "cmdCancel");
 
     auto* buttons = new QHBoxLayout;
@@ -50,12 +58,24 @@ QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> 
     foot->setSpacing(12);
     foot->addWidget(progressBar_);
     foot->addWidget(lblResult_, 1);
+    foot->addWidget(lblNote_);
     foot->addLayout(buttons);
 
     connect(cmdRun, &QPushButton::clicked, this, Guarded([this, command = std::move(command)] { Run(command); }));
     connect(cmdCancel_, &QPushButton::clicked, this, &CSForm::Unload);
     SetCancelButton(cmdCancel_);
     return foot;
+}
+
+void frmBatchForm::SetNote(QWidget* field, const QString& note) {
+    field->setProperty(kNote, note);
+    field->setAccessibleDescription(HintOf(field) + QStringLiteral("  ") + note);
+}
+
+void frmBatchForm::OnFieldFocus(QWidget* field) {
+    const QString note = field->property(kNote).toString();
+    lblNote_->setText(note);
+    lblNote_->setToolTip(note);
 }
 
 void frmBatchForm::Run(const std::function<void(Prompts&)>& command) {

@@ -34,6 +34,9 @@ class frmBatchForm : public CSForm {
     QLayout* MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> command, const QString& closeCaption = tr("Cancel"));
     // What a run has to say, a line each. It stays until the next run begins.
     void ShowResult(const std::vector<std::string>& sentences);
+    // What would surprise at this field: shown on a line of its own, above the status line, while the field has the keyboard.
+    static void SetNote(QWidget* field, const QString& note);
+    void OnFieldFocus(QWidget* field) override;
     // The closing button's caption once a command has run; empty leaves it as it is.
     void SetDoneCaption(const QString& caption) { doneCaption_ = caption; }
 
@@ -42,6 +45,7 @@ class frmBatchForm : public CSForm {
 
     QProgressBar* progressBar_ = nullptr;
     QLabel* lblResult_ = nullptr;
+    QLabel* lblNote_ = nullptr;
     CSCmdBtn* cmdCancel_ = nullptr;
     QString doneCaption_ = tr("Done");
 };

@@ -49,6 +49,16 @@ void AddPostCommand(CLI::App& app, Context& context);
 void AddLabelsCommand(CLI::App& app, Context& context);
 void AddFormCommand(CLI::App& app, Context& context);
 void AddLoanCommand(CLI::App& app, Context& context);
+void AddChangeDeptCommand(CLI::App& app, Context& context);
+void AddChangeRangeCommand(CLI::App& app, Context& context);
+void AddSetBooksCommand(CLI::App& app, Context& context);
+void AddResequenceCommand(CLI::App& app, Context& context);
+void AddBackupCommand(CLI::App& app, Context& context);
+void AddRestoreCommand(CLI::App& app, Context& context);
+void AddDeleteCommand(CLI::App& app, Context& context);
+void AddImportCommand(CLI::App& app, Context& context);
+void AddExportCommand(CLI::App& app, Context& context);
+void AddExchangeCommand(CLI::App& app, Context& context);
 
 // A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file
 // cannot.

@@ -43,6 +43,16 @@ int main(int argc, char** argv) {
     AddLabelsCommand(app, context);
     AddFormCommand(app, context);
     AddLoanCommand(app, context);
+    AddChangeDeptCommand(app, context);
+    AddChangeRangeCommand(app, context);
+    AddSetBooksCommand(app, context);
+    AddResequenceCommand(app, context);
+    AddBackupCommand(app, context);
+    AddRestoreCommand(app, context);
+    AddDeleteCommand(app, context);
+    AddImportCommand(app, context);
+    AddExportCommand(app, context);
+    AddExchangeCommand(app, context);
 
     try {
         app.parse(argc, argv);

@@ -22,7 +22,12 @@
 #include "assets/frmCopyAsset.h"
 #include "assets/frmEditAsset.h"
 #include "assets/frmFindAsset.h"
+#include "batch/CompanyFiles.h"
+#include "batch/frmChangeDept.h"
+#include "batch/frmChangeRange.h"
 #include "batch/frmComputeOptions.h"
+#include "batch/frmResequence.h"
+#include "batch/frmSetBooks.h"
 #include "interchange/ConvertCompany.h"
 #include "loans/frmLoans.h"
 #include "platform/controls/CSForm.h"
@@ -133,6 +138,10 @@ void Tallymar::MakeRoutes() {
              ShowBatch(QStringLiteral("frmComputeOptions"), Reopen::IfItWasOpen,
                        [this] { return new frmComputeOptions(session_, engine_); });
          }},
+        {Command::Resequence,
+         [this](int) {
+             ShowBatch(QStringLiteral("frmResequence"), Reopen::Always, [this] { return new frmResequence(session_); });
+         }},
         {Command::ActivitiesCloseYear, [this](int) { RunPostReport([](frmReportOptions& form) { form.ReadyToCloseYear(); }); }},
         {Command::ReportsRun,
          [this](int report) {
@@ -146,8 +155,26 @@ void Tallymar::MakeRoutes() {
          }},
         {Command::ReportsLabels, [this](int) { frmLabelOptions(session_, this).ShowModal(); }},
         {Command::Amortization, [this](int) { frmLoans(profile_.LastFolder(), this).ShowModal(); }},
+        {Command::ChangeDept,
+         [this](int) {
+             ShowBatch(QStringLiteral("frmChangeDept"), Reopen::Always, [this] { return new frmChangeDept(session_); });
+         }},
+        {Command::ChangeRange,
+         [this](int) {
+             ShowBatch(QStringLiteral("frmChangeRange"), Reopen::Always, [this] { return new frmChangeRange(session_); });
+         }},
+        {Command::SetBooks,
+         [this](int) { ShowBatch(QStringLiteral("frmSetBooks"), Reopen::Always, [this] { return new frmSetBooks(session_); }); }},
+        {Command::Backup, [this](int) { ShowDone(BackupCompany(session_, prompts_)); }},
+        {Command::Restore, [this](int) { ShowDone(RestoreCompany(session_, prompts_)); }},
+        {Command::DeleteDB, [this](int) { ShowDone(DeleteCompany(session_, prompts_)); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
     };
+}
+
+// What a command without a window of its own has done stays on the status line until something else is said there.
+void Tallymar::ShowDone(const std::string& done) {
+    if (!done.empty()) statusBar()->showMessage(ToQString(done));
 }
 
 void Tallymar::ShowBatch(const QString& name, Reopen reopen, const std::function<frmBatchForm*()>& make) {

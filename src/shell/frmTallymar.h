@@ -66,6 +66,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void MakeRoutes();
     // Shows the window of a batch command, with the asset form away from its opening to its closing and during each run.
     void ShowBatch(const QString& name, Reopen reopen, const std::function<frmBatchForm*()>& make);
+    void ShowDone(const std::string& done);
     void RunPostReport(const std::function<void(frmReportOptions&)>& prepare);
     void MakeMenus();
     void MakeToolbar();
