@@ -59,15 +59,19 @@ void Run(const Options& options, Context& context) {
     const PerBook<bool> books = Chosen(options.Books);
     ComputeCurrentResult result;
     try {
-        ComputeCurrent(session, engine, {.Compute = books, .UseMidQuarter = Chosen(options.MidQuarter)}, context.Asking(), result,
-                       list ? std::function<void(const ComputedAsset&)>(addToList) : nullptr);
+        // The list is on the disk before what it lists is committed.
+        recordset::RunBatch(session.Database(), recordset::OnFailure::KeepDone, [&] {
+            ComputeCurrent(session, engine, {.Compute = books, .UseMidQuarter = Chosen(options.MidQuarter)}, context.Asking(),
+                           result, list ? std::function<void(const ComputedAsset&)>(addToList) : nullptr);
+            if (list) list->Finish();
+        });
     } catch (const PlatformError& failure) {
         std::string text = failure.what();
         for (const std::string& remark : RemarksOn(result)) text += "; " + remark;
         throw PlatformError(failure.Code(), text);
     }
     for (const std::string& remark : RemarksOn(result)) std::cerr << ToUtf8(remark) << '\n';
-    if (list) list->Commit();
+    if (list) list->PutInPlace();
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!books[book]) continue;
         const InServiceTotals& totals = result[book].Totals;

@@ -107,19 +107,33 @@ class RefusalAsFailure : public TerminalPrompts {
     Prompts& prompts_;
 };
 
-// Where nothing can be written the command ends before it has begun: a year is not closed on a report that nobody will see.
-void RequireWritable(const OutputFlags& output) {
-    const FileReplacement out(DeliveryPath(output.Out));
-    if (!output.Items.empty()) const FileReplacement items(output.Items);
-}
+// The files that a command writes. Where nothing can be written the command ends before it has begun: a year is not closed on a
+// report that nobody will see.
+class Output {
+ public:
+    explicit Output(const OutputFlags& flags) : out_(flags.Out) {
+        if (!flags.Items.empty()) items_.emplace(flags.Items);
+    }
 
-void Deliver(const PageDocument& pages, const DetailTable& details, const OutputFlags& output) {
-    DeliverToFile(pages, details, output.Out);
-    if (!output.Items.empty()) WritePageItems(pages, output.Items);
-}
+    // Whole on the disk, not yet in their places.
+    void Write(const PageDocument& pages, const DetailTable& details) {
+        out_.Write(pages, details);
+        if (!items_) return;
+        WritePageItems(pages, *items_);
+        items_->Finish();
+    }
+    void PutInPlace() {
+        out_.PutInPlace();
+        if (items_) items_->PutInPlace();
+    }
+
+ private:
+    FileDelivery out_;
+    std::optional<FileReplacement> items_;
+};
 
 void RunReport(const ReportFlags& flags, Context& context) {
-    RequireWritable(flags.Output);
+    Output output(flags.Output);
     const Date now = flags.Now.empty() ? Now() : DateArgument(flags.Now, "--now");
     ReportOptions options = OptionsOf(flags, now);
     CompanySession& session = context.Open(flags.File);
@@ -136,10 +150,16 @@ void RunReport(const ReportFlags& flags, Context& context) {
                   .V = pages,
                   .Filter = *filter,
                   .Now = now,
-                  .Details = &details};
+                  .Details = &details,
+                  .OnDrawn = [&] { output.Write(pages, details); }};
     const ReportResult result = PrintReport(run);
     if (!result.Printed) throw PlatformError(Failure::InvalidCall, "Nothing was posted");
-    Deliver(pages, details, flags.Output);
+    try {
+        output.PutInPlace();
+    } catch (const PlatformError& failure) {
+        if (!flags.Post) throw;
+        throw failure.WithPrefix(PostedText(result.Copy));
+    }
     if (!result.Copy.empty()) std::cout << "The file as it was before: " << result.Copy.string() << '\n';
 }
 
@@ -194,7 +214,7 @@ struct LabelFlags {
 };
 
 void RunLabels(const LabelFlags& flags, Context& context) {
-    RequireWritable(flags.Output);
+    Output output(flags.Output);
     CompanySession& session = context.Open(flags.File);
     PageDocument pages(kLetterPortrait);
     DetailTable details;
@@ -205,7 +225,8 @@ void RunLabels(const LabelFlags& flags, Context& context) {
                                          .Division = FromArgument(flags.Division),
                                          .Department = FromArgument(flags.Department)},
                                         context.Asking(), pages, &details);
-    Deliver(pages, details, flags.Output);
+    output.Write(pages, details);
+    output.PutInPlace();
     std::cout << labels << " labels\n";
 }
 

@@ -37,6 +37,7 @@ class LabelPrinter {
     LabelPrinter(const LabelSheet& sheet, PageDocument& v) : sheet_(sheet), v_(v) {
         v_.FontName = "Arial";
         v_.FontSize = sheet.FontSize;
+        v_.Grid = {.CharsPerInch = sheet.CharsPerInch, .LinesPerInch = kLabelLinesPerInch};
     }
 
     void Add(const AssetRecord& asset) {

@@ -58,6 +58,7 @@ class ColumnReport {
 
     void Print() {
         DeclareColumns();
+        writer_.DetailsHaveSecondLine = options_.PrintDescrip2;
         writer_.PrintColumnHeadings();
         PrintAssets();
         if (shape_.Block == SubtotalBlock::Short) {
@@ -132,7 +133,10 @@ class ColumnReport {
     void PrintSecondLine() {
         if (!options_.PrintDescrip2 && !options_.DoubleSpace) return;
         if (shape_.SecondLineByDateSold && !run_.Filter.SelectFilter(asset_, FilterMode::DateSold)) return;
-        if (options_.PrintDescrip2) Label(kLabelColumn, asset_.Descrip2);
+        if (options_.PrintDescrip2) {
+            Label(kLabelColumn, asset_.Descrip2);
+            writer_.AddDetailSecondLine(asset_.Descrip2);
+        }
         writer_.ReportRow += 1;
     }
 

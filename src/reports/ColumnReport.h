@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "engine/ADepre.h"
 #include "platform/page/PageDocument.h"
 #include "platform/prompts/Prompts.h"
@@ -20,6 +22,8 @@ struct ReportRun {
     ReportFilter Filter;
     Date Now;                        // for the days owned of what is unsold
     DetailTable* Details = nullptr;  // takes the detail lines as typed cells
+    // Hears that the pages are complete: before a posting is committed, so that what it throws takes the posting back.
+    std::function<void()> OnDrawn = {};
     YearClosing* Closing = nullptr;  // posts each asset printed
 };
 

@@ -171,27 +171,33 @@ void ReportWriter::PrintColumnHeadings() {
 void ReportWriter::DeclareDetails() {
     if (details_ == nullptr || detailsDeclared_) return;
     detailsDeclared_ = true;
-    details_->Title = Trim(head_.ReportName);
+    details_->Title = std::string(Trim(head_.ReportName)) + " - " + head_.Company;
+    details_->Subtitle = head_.Book + ", year end " + Format(head_.YearEnd, pictures::kReportDate);
+    if (!head_.ReportDate.IsNone()) details_->Subtitle += ", report date " + Format(head_.ReportDate, pictures::kReportDate);
     for (const ReportColumn& column : columns_) {
         if (!column.Prints()) continue;
         const std::string both = column.Head1 + " " + column.Head2;
         const std::string_view heading = Trim(both);
         const DetailFormat format = DetailFormatOf(column);
         // Only a column of marks has no heading on paper; a spreadsheet cannot filter by one without.
-        details_->AddColumn(heading.empty() ? "Mark" : heading, format.Kind, format.Picture);
+        details_->AddColumn(heading.empty() ? "Mark" : heading, format.Kind, format.Picture, column.Sum);
     }
+    if (DetailsHaveSecondLine) details_->AddColumn("2nd Description", DetailKind::Text);
 }
 
-void ReportWriter::AddDetail(const ReportColumn& column) {
+void ReportWriter::AddDetailSecondLine(std::string_view text) {
+    if (details_ != nullptr && DetailsHaveSecondLine) details_->Add(RTrim(text));
+}
+
+// What prints as a blank is one in a spreadsheet too.
+void ReportWriter::AddDetail(const ReportColumn& column, std::string_view printed) {
+    if (Trim(printed).empty()) {
+        details_->AddEmpty();
+        return;
+    }
     struct Adder {
         DetailTable& Details;
-        void operator()(const std::string& text) const {
-            if (Trim(text).empty()) {
-                Details.AddEmpty();
-            } else {
-                Details.Add(RTrim(text));
-            }
-        }
+        void operator()(const std::string& text) const { Details.Add(RTrim(text)); }
         void operator()(Date date) const { Details.Add(date); }
         void operator()(std::int16_t number) const { Details.Add(std::int64_t{number}); }
         void operator()(CurrencyAmount amount) const { Details.Add(amount); }
@@ -233,8 +239,8 @@ void ReportWriter::PrintColumnDetails() {
     if (details_ != nullptr) details_->AddRow();
     for (ReportColumn& column : columns_) {
         if (column.Prints()) {
-            if (details_ != nullptr) AddDetail(column);
             const std::string whole = FormatCell(column.Value, column.Fmt);
+            if (details_ != nullptr) AddDetail(column, whole);
             std::string_view text = whole;
             const int width = GridToTwips(static_cast<float>(column.Width), kCharsPerInch);
             while (!text.empty() && v_.TextWidth(text) > width) {

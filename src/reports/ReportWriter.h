@@ -66,6 +66,9 @@ class ReportWriter {
     // cells beside the drawing; it must outlive the writer, as the canvas must.
     ReportWriter(PageDocument& canvas, PageHead head, std::string subtotalPrefix, DetailTable* details = nullptr);
 
+    // Whether the table of details has a last column for second description lines; set before the first page's headings.
+    bool DetailsHaveSecondLine = false;
+
     float ReportRow = 0.0F;
     std::string CurrKey;
     std::string PrevKey;
@@ -85,6 +88,8 @@ class ReportWriter {
     void PrintColumnHeadings();
     // One line of the current values; the only place where a page breaks.
     void PrintColumnDetails();
+    // What stands under the line just printed, for the table of details.
+    void AddDetailSecondLine(std::string_view text);
     // A rule over every visible summed column. It takes no row.
     void PrintColumnLines();
     // The subtotals of the visible summed columns, which start anew; shadows keep theirs. labelColumn 0: without a label.
@@ -97,7 +102,7 @@ class ReportWriter {
     void PrintHeadingLine(std::string ReportColumn::*head);
     void PrintRule(const ReportColumn& column);
     void DeclareDetails();
-    void AddDetail(const ReportColumn& column);
+    void AddDetail(const ReportColumn& column, std::string_view printed);
     void PrintAmount(const ReportColumn& column, CurrencyAmount amount);
     void Send(const ReportColumn& column, std::string_view text);
 

@@ -3,10 +3,12 @@
 #include <array>
 #include <string>
 
+#include "platform/runtime/DateText.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 #include "reports/ReportProcedures.h"
 #include "reports/YearClosing.h"
+#include "store/Vocabularies.h"
 
 namespace tallymar {
 
@@ -37,12 +39,35 @@ PlatformError PostedInPart(const PlatformError& failure, const std::filesystem::
     return PlatformError(failure.Code(), text);
 }
 
+// The user has been asked about the year end that the filter holds.
+void RequireSameYear(ReportRun& run) {
+    const int book = run.Filter.Options.Book;
+    run.Session.CompanyRecordset().MoveFirst();  // the row as it is now, and not as it was when it became the current one
+    const Date yearEnd = run.Session.FiscalYearEnd(book);
+    if (yearEnd == run.Filter.YearEnd) return;
+    throw PlatformError(Failure::RecordLocked, "Another program closed this year: the year end of " +
+                                                   std::string(kBookNames.at(static_cast<std::size_t>(book))) + " is " +
+                                                   FormatShortDate(yearEnd) + " now. Nothing was posted.");
+}
+
+// The pages go to the disk while the posting can still be taken back.
+void Drawn(ReportRun& run, recordset::WriteBatch& batch) {
+    if (!run.OnDrawn) return;
+    try {
+        run.OnDrawn();
+    } catch (...) {
+        batch.Rollback();
+        throw;
+    }
+}
+
 ReportResult PostYear(ReportRun& run) {
     ReportResult result;
     YearClosing closing(run.Session, run.Filter.Options.Book);
     bool begun = false;
     try {
-        recordset::RunBatch(run.Session.Database(), recordset::OnFailure::KeepDone, [&] {
+        recordset::RunBatch(run.Session.Database(), recordset::OnFailure::KeepDone, [&](recordset::WriteBatch& batch) {
+            RequireSameYear(run);
             try {
                 result.Copy = closing.CopyCompanyFile();
             } catch (const PlatformError& failure) {
@@ -52,6 +77,8 @@ ReportResult PostYear(ReportRun& run) {
             begun = true;
             PrintPostReport(run);
             closing.MoveYearEnd();
+            begun = false;
+            Drawn(run, batch);
             result.Printed = true;
         });
     } catch (const recordset::BatchTakenBack&) {
@@ -92,12 +119,24 @@ bool ConfirmPosting(Prompts& prompts) {
     return prompts.AskYesNo("WARNING: Database will be Updated. Do you wish to Continue ?", " Confirm (See Message Below)");
 }
 
+std::string ReportTitle(CompanySession& session, const ReportOptions& options) {
+    return std::string(Trim(ReportCaption(options.ReportNumber, options.Book))) + " - " + session.CompanyName();
+}
+
+std::string PostedText(const std::filesystem::path& copy) {
+    std::string text = "The year HAS been posted; do not post again.\n";
+    if (!copy.empty())
+        text += "The company file as it was before, which prints the same report, is " + FromUtf8(copy.string()) + "\n";
+    return text;
+}
+
 ReportResult PrintReport(ReportRun& run) {
     const ReportOptions& options = run.Filter.Options;
-    run.V.Title = std::string(Trim(ReportCaption(options.ReportNumber, options.Book))) + " - " + run.Session.CompanyName();
+    run.V.Title = ReportTitle(run.Session, options);
     run.Engine.BeginRun(run.Session.RoundText());
     if (options.ReportNumber == kPostReport && options.UpdateDatabase) return PostYear(run);
     kProcedures.at(static_cast<std::size_t>(options.ReportNumber))(run);
+    if (run.OnDrawn) run.OnDrawn();
     return {.Printed = true, .Copy = {}};
 }
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "reports/ColumnReport.h"
 #include "reports/ReportOptions.h"
@@ -19,6 +20,9 @@ std::optional<ReportFilter> CheckReportOptions(CompanySession& session, ReportOp
 // The warning before a post report, whether it will update the database or not. False: no report.
 bool ConfirmPosting(Prompts& prompts);
 
+// The document's title, known before the run: "Fixed Asset Report - Client Inc".
+std::string ReportTitle(CompanySession& session, const ReportOptions& options);
+
 struct ReportResult {
     bool Printed = false;        // false: the user did not want to post without a copy of the file, and nothing was done
     std::filesystem::path Copy;  // of the company file from before a posting; empty when none was made
@@ -27,6 +31,12 @@ struct ReportResult {
 // Draws the report on run.V and, for a post report with UpdateDatabase, posts it: all of the posting or none of it is in the file
 // whenever the program or the power goes. A failure at one asset ends the report there; what was posted before it stays, and the
 // failure's text says so. The assets' index is AssetNum afterwards.
+//
+// Nothing is posted when the year end is not the one that run.Filter was made for any more, because another program has closed
+// the year meanwhile (RecordLocked), or when run.OnDrawn fails.
 ReportResult PrintReport(ReportRun& run);
+
+// What stands before a failure that comes when the year has been closed already: only its report is still missing.
+std::string PostedText(const std::filesystem::path& copy);
 
 }  // namespace tallymar

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <system_error>
+#include <vector>
 
 #include "platform/runtime/DateText.h"
 #include "platform/runtime/FileName.h"
@@ -17,10 +18,23 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char* kUnproven = ".mdb.part";
+
 fs::path FreeName(const fs::path& folder, const std::string& name) {
     fs::path path = folder / (name + ".mdb");
     for (int number = 2; fs::exists(path); ++number) path = folder / (name + " (" + std::to_string(number) + ").mdb");
     return path;
+}
+
+// What a run that died has left of this copy: whoever makes it holds the company's write lock.
+void SweepUnproven(const fs::path& folder, const std::string& name) {
+    std::error_code error;
+    std::vector<fs::path> left;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+        const std::string file = entry.path().filename().string();
+        if (file.starts_with(name) && file.find(kUnproven) != std::string::npos) left.push_back(entry.path());
+    }
+    for (const fs::path& path : left) fs::remove(path, error);
 }
 
 // A name that the power could take with it is no copy.
@@ -43,9 +57,10 @@ fs::path YearClosing::CopyCompanyFile() {
     const fs::path folder = session_.Paths().Backup();
     std::error_code error;
     fs::create_directories(folder, error);
+    SweepUnproven(folder, ToUtf8(name));
     const fs::path path = FreeName(folder, ToUtf8(name));
     // It takes its name only when it has been found whole.
-    const fs::path unproven = path.string() + ".part";
+    const fs::path unproven = fs::path(path).replace_extension(kUnproven);
     session_.Database().CopyTo(unproven);
     try {
         Verify(unproven);

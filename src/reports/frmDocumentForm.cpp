@@ -12,6 +12,7 @@
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/QtPrompts.h"
 #include "platform/page/frmPreview.h"
+#include "platform/runtime/PlatformError.h"
 
 namespace tallymar {
 
@@ -49,29 +50,43 @@ void frmDocumentForm::AddFoot(QVBoxLayout& all) {
     SetCancelButton(cmdCancel);
 }
 
-void frmDocumentForm::DeliverAndUnload(const std::shared_ptr<const PrintedDocument>& document, bool mustBeSeen) {
+OutputTarget frmDocumentForm::Target() const {
+    return kTargets.at(static_cast<std::size_t>(optlOutput_->Index()));
+}
+
+void frmDocumentForm::DeliverAndUnload(const std::shared_ptr<const PrintedDocument>& document, const std::string& done) {
+    QWidget* over = parentWidget() ? parentWidget()->window() : nullptr;
+    Deliver([&](Prompts& prompts) { return DeliverDocument(Target(), document, prompts, over); }, document, done);
+}
+
+void frmDocumentForm::PutInPlaceAndUnload(FileDelivery& file, const std::shared_ptr<const PrintedDocument>& document,
+                                          const std::string& done) {
+    const auto output = [&](Prompts&) {
+        file.PutInPlace();
+        return true;
+    };
+    Deliver(output, document, done);
+}
+
+void frmDocumentForm::Deliver(const std::function<bool(Prompts&)>& output, const std::shared_ptr<const PrintedDocument>& document,
+                              const std::string& done) {
     hide();
+    QWidget* over = parentWidget() ? parentWidget()->window() : nullptr;
+    QtPrompts prompts(over);
     try {
-        Deliver(document, mustBeSeen);
+        bool delivered = false;
+        try {
+            delivered = output(prompts);
+        } catch (const PlatformError& failure) {
+            if (done.empty()) throw;
+            ReportFailure(failure.WithPrefix(done));
+        }
+        if (!delivered && !done.empty()) DeliverDocument(OutputTarget::Preview, document, prompts, over);
     } catch (...) {
         Unload();
         throw;
     }
     Unload();
-}
-
-void frmDocumentForm::Deliver(const std::shared_ptr<const PrintedDocument>& document, bool mustBeSeen) {
-    QWidget* over = parentWidget() ? parentWidget()->window() : nullptr;
-    QtPrompts prompts(over);
-    const OutputTarget target = kTargets.at(static_cast<std::size_t>(optlOutput_->Index()));
-    bool delivered = false;
-    try {
-        delivered = DeliverDocument(target, document, prompts, over);
-    } catch (const std::exception& failure) {
-        if (!mustBeSeen) throw;
-        ReportFailure(failure);
-    }
-    if (!delivered && mustBeSeen) DeliverDocument(OutputTarget::Preview, document, prompts, over);
 }
 
 }  // namespace tallymar

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "platform/controls/CSForm.h"
 #include "platform/page/Delivery.h"
+#include "platform/prompts/Prompts.h"
 
 class QProgressBar;
 class QVBoxLayout;
@@ -26,15 +29,21 @@ class frmDocumentForm : public CSForm {
     void AddFoot(QVBoxLayout& all);
     virtual void Ok() = 0;
 
-    // Hands the document to the chosen output and unloads the form, whatever becomes of it. mustBeSeen: a document that cannot be
-    // made again is previewed when its output fails or is given up.
-    void DeliverAndUnload(const std::shared_ptr<const PrintedDocument>& document, bool mustBeSeen = false);
+    // Hands the document to the chosen output and unloads the form, whatever becomes of it. done: what has been
+    // done already and stands before a failure's text; a document that cannot be made again is then previewed when its output
+    // fails or is given up.
+    void DeliverAndUnload(const std::shared_ptr<const PrintedDocument>& document, const std::string& done = {});
+    // The same for a document that is on the disk already.
+    void PutInPlaceAndUnload(FileDelivery& file, const std::shared_ptr<const PrintedDocument>& document, const std::string& done);
+
+    OutputTarget Target() const;
 
     CSOptList* optlOutput_ = nullptr;
     QProgressBar* progressBar_ = nullptr;
 
  private:
-    void Deliver(const std::shared_ptr<const PrintedDocument>& document, bool mustBeSeen);
+    void Deliver(const std::function<bool(Prompts&)>& output, const std::shared_ptr<const PrintedDocument>& document,
+                 const std::string& done);
 };
 
 }  // namespace tallymar

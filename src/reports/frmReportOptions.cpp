@@ -13,6 +13,7 @@
 #include "platform/controls/ScreenText.h"
 #include "platform/controls/sidtEdit.h"
 #include "platform/controls/sitxEdit.h"
+#include "platform/page/frmPreview.h"
 
 namespace tallymar {
 
@@ -192,6 +193,15 @@ void frmReportOptions::Ok() {
 void frmReportOptions::Run(const ReportFilter& filter) {
     const bool posts = options_.ReportNumber == kPostReport && options_.UpdateDatabase;
     auto document = std::make_shared<PrintedDocument>();
+    // The report of a posting is on the disk before the posting is committed, so its place is asked for first.
+    std::optional<FileDelivery> file;
+    if (posts && Target() == OutputTarget::File) {
+        QtPrompts asking(this);
+        const auto path = AskDocumentFile(ReportTitle(session_, options_), true, FileFormat::Pdf, asking);
+        if (!path) return;
+        file.emplace(*path);
+    }
+    ReportResult result;
     try {
         const class_Hourglass wait;
         QtPrompts prompts(this, progressBar_);
@@ -202,7 +212,9 @@ void frmReportOptions::Run(const ReportFilter& filter) {
                       .Filter = filter,
                       .Now = Now(),
                       .Details = &document->Details};
-        if (!PrintReport(run).Printed) return;
+        if (file) run.OnDrawn = [&] { file->Write(document->Pages, document->Details); };
+        result = PrintReport(run);
+        if (!result.Printed) return;
     } catch (...) {
         // Another press of the button would post again what has been posted already.
         if (posts)
@@ -211,7 +223,12 @@ void frmReportOptions::Run(const ReportFilter& filter) {
         throw;
     }
     // A posting cannot be printed again: what was posted is shown, whatever became of its paper.
-    DeliverAndUnload(document, posts);
+    const std::string done = posts ? PostedText(result.Copy) : std::string();
+    if (file) {
+        PutInPlaceAndUnload(*file, document, done);
+    } else {
+        DeliverAndUnload(document, done);
+    }
 }
 
 }  // namespace tallymar

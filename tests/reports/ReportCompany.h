@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -20,13 +21,15 @@ struct ReportCompany : TestCompany {
     ReportResult Print(ReportOptions options, PageDocument& canvas, DetailTable* details = nullptr) {
         const std::optional<ReportFilter> filter = CheckReportOptions(Session, options, Prompts);
         if (!filter) return {};
+        if (AfterAsking) AfterAsking();
         ReportRun run{.Session = Session,
                       .Engine = Engine,
                       .Asking = Prompts,
                       .V = canvas,
                       .Filter = *filter,
                       .Now = Date::FromYmd(2004, 1, 15).AddDays(0.75),
-                      .Details = details};
+                      .Details = details,
+                      .OnDrawn = OnDrawn};
         return PrintReport(run);
     }
 
@@ -39,6 +42,8 @@ struct ReportCompany : TestCompany {
     }
 
     ADepre Engine;
+    std::function<void()> AfterAsking;  // what happens between the checks and the run
+    std::function<void()> OnDrawn;
 };
 
 inline CurrencyAmount Money(const char* text) {

@@ -186,6 +186,44 @@ TEST(Posting, WithoutACopyAsksAndNoLeavesEverythingAsItWas) {
 
 // A row that cannot be read ends the posting there. What was posted before it stays, and the failure says so and where the copy
 // is.
+// Between the question and the posting another program may close the same year.
+TEST(Posting, OfAYearThatAnotherProgramHasClosedIsRefused) {
+    ReportCompany company;
+    FillWithEveryKind(company);
+    company.AfterAsking = [&] {
+        company.AfterAsking = nullptr;
+        UserProfile profile;
+        CompanySession other(company.Session.Paths(), profile);
+        other.OpenCompany(company.File(), company.Prompts);
+        ReportFilter asked{.Options = Posting(), .YearEnd = other.FiscalYearEnd(1), .FilterFrom = {}, .FilterTo = {}};
+        PageDocument canvas;
+        ReportRun run{
+            .Session = other, .Engine = company.Engine, .Asking = company.Prompts, .V = canvas, .Filter = asked, .Now = {}};
+        ASSERT_TRUE(PrintReport(run).Printed);
+    };
+    PageDocument canvas;
+    try {
+        company.Print(Posting(), canvas);
+        FAIL() << "posted twice";
+    } catch (const PlatformError& failure) {
+        EXPECT_THAT(failure.what(), testing::StartsWith("Another program closed this year"));
+    }
+    EXPECT_EQ(company.Read("A1").PrevDepr[1], Money("7120"));
+    EXPECT_EQ(company.Session.FiscalYearEnd(1), Date::FromYmd(2004, 12, 31));
+    EXPECT_EQ(Backups(company).size(), 1U);
+}
+
+TEST(Posting, WhoseReportCannotBeWrittenIsTakenBack) {
+    ReportCompany company;
+    FillWithEveryKind(company);
+    const std::vector<AssetRecord> before = AllOf(company.Session);
+    company.OnDrawn = [] { throw PlatformError(Failure::DiskFull); };
+    PageDocument canvas;
+    EXPECT_THROW(company.Print(Posting(), canvas), PlatformError);
+    EXPECT_EQ(AllOf(company.Session), before);
+    EXPECT_EQ(company.Session.FiscalYearEnd(1), Date::FromYmd(2003, 12, 31));
+}
+
 TEST(Posting, AFailureHalfwaySaysWhatWasPosted) {
     ReportCompany company;
     for (const char* number : {"A1", "A2", "A3"})

@@ -49,34 +49,42 @@ FileFormat FormatOfFile(const std::filesystem::path& path) {
 
 std::filesystem::path DeliveryPath(const std::filesystem::path& path) {
     if (!path.has_filename() || FindExtension(path) != nullptr) return path;
+    std::error_code none;  // a device keeps its name
+    if (const auto status = std::filesystem::status(path, none); std::filesystem::is_other(status)) return path;
     std::filesystem::path named = path;
     return named += ".pdf";
 }
 
-std::filesystem::path DeliverToFile(const PageDocument& pages, const DetailTable& details, const std::filesystem::path& path) {
-    const std::filesystem::path target = DeliveryPath(path);
-    const FileFormat format = FormatOfFile(target);
+FileDelivery::FileDelivery(const std::filesystem::path& path) : path_(DeliveryPath(path)), file_(path_) {}
+
+void FileDelivery::Write(const PageDocument& pages, const DetailTable& details) {
+    const FileFormat format = FormatOfFile(path_);
     if ((format == FileFormat::Csv || format == FileFormat::Workbook) && details.Columns().empty()) {
         throw PlatformError(Failure::InvalidCall,
                             "This document has no detail rows for a spreadsheet. Choose a .pdf or .txt file.");
     }
-    FileReplacement file(target);
     switch (format) {
         case FileFormat::Pdf:
-            WritePdf(pages, file);
+            WritePdf(pages, file_);
             break;
         case FileFormat::Text:
-            WriteText(pages, file);
+            WriteText(pages, file_);
             break;
         case FileFormat::Csv:
-            file.Write(DetailCsv(details));
+            file_.Write(DetailCsv(details));
             break;
         case FileFormat::Workbook:
-            file.Write(DetailWorkbook(details));
+            file_.Write(DetailWorkbook(details));
             break;
     }
-    file.Commit();
-    return target;
+    file_.Finish();
+}
+
+std::filesystem::path DeliverToFile(const PageDocument& pages, const DetailTable& details, const std::filesystem::path& path) {
+    FileDelivery file(path);
+    file.Write(pages, details);
+    file.PutInPlace();
+    return file.Path();
 }
 
 }  // namespace tallymar

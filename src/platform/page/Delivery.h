@@ -5,6 +5,7 @@
 
 #include "platform/page/DetailTable.h"
 #include "platform/page/PageDocument.h"
+#include "platform/runtime/FileReplacement.h"
 
 // What becomes of a finished document. This header is for bodies and doors alike: it needs no Qt.
 namespace tallymar {
@@ -25,9 +26,23 @@ FileFormat FormatOfFile(const std::filesystem::path& path);
 // added to it ("Report 12.31" becomes "Report 12.31.pdf").
 std::filesystem::path DeliveryPath(const std::filesystem::path& path);
 
-// Writes the document to DeliveryPath(path), which is also the result: the pages as PDF or fixed-pitch text, or the detail rows
-// as .csv or .xlsx. The file appears whole or not at all; an earlier one stays until then. Failures: those of FileReplacement;
-// DeviceError when a font is missing; InvalidCall for a .csv or .xlsx of a document without detail rows.
+// A document on its way into DeliveryPath(path), in the two steps of a FileReplacement: the pages as PDF or fixed-pitch text, or
+// the detail rows as .csv or .xlsx. Failures: those of FileReplacement, the constructor's too; DeviceError when a font is
+// missing; InvalidCall for a .csv or .xlsx of a document without detail rows.
+class FileDelivery {
+ public:
+    explicit FileDelivery(const std::filesystem::path& path);
+
+    void Write(const PageDocument& pages, const DetailTable& details);  // whole on the disk, beside its place
+    void PutInPlace() { file_.PutInPlace(); }
+    const std::filesystem::path& Path() const { return path_; }
+
+ private:
+    std::filesystem::path path_;
+    FileReplacement file_;
+};
+
+// Both steps at once. The file appears whole or not at all; an earlier one stays until then. Returns the path written.
 std::filesystem::path DeliverToFile(const PageDocument& pages, const DetailTable& details, const std::filesystem::path& path);
 
 }  // namespace tallymar

@@ -31,7 +31,7 @@ void AppendField(std::string_view windows1252, std::string& out) {
 
 void AppendCell(const DetailCell& cell, const DetailColumn& column, std::string& out) {
     if (const auto* text = std::get_if<std::string>(&cell)) {
-        AppendField(RTrim(*text), out);
+        AppendField(AsSpreadsheetText(RTrim(*text)), out);
     } else if (const auto* date = std::get_if<Date>(&cell)) {
         if (!date->IsNone()) out += FormatIsoDate(*date);
     } else if (const auto* number = std::get_if<std::int64_t>(&cell)) {
@@ -42,6 +42,11 @@ void AppendCell(const DetailCell& cell, const DetailColumn& column, std::string&
 }
 
 }  // namespace
+
+std::string AsSpreadsheetText(std::string_view text) {
+    const bool formula = !text.empty() && std::string_view("=+-@").find(text.front()) != std::string_view::npos;
+    return (formula ? "'" : "") + std::string(text);
+}
 
 std::string DetailCsv(const DetailTable& table) {
     const std::vector<DetailColumn>& columns = table.Columns();

@@ -4,9 +4,9 @@
 
 namespace tallymar {
 
-void DetailTable::AddColumn(std::string_view heading, DetailKind kind, std::string_view picture) {
+void DetailTable::AddColumn(std::string_view heading, DetailKind kind, std::string_view picture, bool summed) {
     if (rows_ > 0) throw PlatformError(Failure::InvalidCall, "A table gets its columns before its rows.");
-    columns_.push_back({std::string(heading), kind, std::string(picture)});
+    columns_.push_back({std::string(heading), kind, std::string(picture), summed});
 }
 
 void DetailTable::AddRow() {

@@ -19,6 +19,7 @@ struct DetailColumn {
     DetailKind Kind = DetailKind::Text;
     // Columns of kind Integer and Money: the spreadsheet's number picture; empty is "0" and "#,##0.00".
     std::string Picture = {};
+    bool Summed = false;  // has a total under it; amounts only
 };
 
 // One cell. std::monostate is an empty one, which every kind of column may hold.
@@ -28,9 +29,10 @@ using DetailCell = std::variant<std::monostate, std::string, Date, std::int64_t,
 // breaks.
 class DetailTable {
  public:
-    std::string Title;  // of the worksheet; may be empty
+    std::string Title;     // of the worksheet; may be empty
+    std::string Subtitle;  // what a reader must know of all rows ("Year end 12/31/2003, report date 3/05/2004"); may be empty
 
-    void AddColumn(std::string_view heading, DetailKind kind, std::string_view picture = {});
+    void AddColumn(std::string_view heading, DetailKind kind, std::string_view picture = {}, bool summed = false);
     const std::vector<DetailColumn>& Columns() const { return columns_; }
 
     // A row begins, and its cells follow from left to right; cells left out are empty. A cell beyond the last column fails with

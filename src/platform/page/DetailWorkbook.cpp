@@ -2,6 +2,7 @@
 #include <xlsxwriter.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -18,7 +19,9 @@ namespace tallymar {
 
 namespace {
 
-constexpr double kFirstCountedDay = 61;  // 1900-03-01; spreadsheets believe in a February 29 before it
+constexpr const char* kMoney = "#,##0.00_);(#,##0.00)";
+constexpr lxw_row_t kRowsBeforeTotals = 2;  // a blank one and their own
+constexpr double kFirstCountedDay = 61;     // 1900-03-01; spreadsheets believe in a February 29 before it
 
 void Check(lxw_error error) {
     if (error == LXW_NO_ERROR) return;
@@ -81,6 +84,7 @@ class Workbook {
         for (std::size_t row = 0; row < table_.RowCount(); ++row) {
             for (std::size_t i = 0; i < formats_.size(); ++i) WriteCell(row, i);
         }
+        if (table_.RowCount() > 0) WriteTotals();
         const lxw_error error = workbook_close(std::exchange(workbook_, nullptr));
         Check(error);
         return ReadWholeFile(file_.Path());
@@ -101,7 +105,7 @@ class Workbook {
                 format_set_num_format(format, column.Picture.empty() ? "0" : column.Picture.c_str());
                 break;
             case DetailKind::Money:
-                format_set_num_format(format, column.Picture.empty() ? "#,##0.00" : column.Picture.c_str());
+                format_set_num_format(format, column.Picture.empty() ? kMoney : column.Picture.c_str());
                 break;
         }
         return format;
@@ -135,6 +139,41 @@ class Workbook {
         worksheet_set_landscape(sheet_);
         worksheet_set_paper(sheet_, 1);  // Letter
         worksheet_fit_to_pages(sheet_, 1, 0);
+        Check(worksheet_set_header(sheet_, PageHeader().c_str()));
+    }
+
+    // Left the title, right the subtitle, as much of both as a sheet's header takes. An ampersand begins a command there.
+    std::string PageHeader() const {
+        constexpr std::size_t kLongest = 110;
+        std::string header;
+        for (const auto& [place, text] : {std::pair{"&L", table_.Title}, std::pair{"&R", table_.Subtitle}}) {
+            header += place;
+            for (const char c : ToUtf8(Trim(text)).substr(0, kLongest)) header += c == '&' ? "&&" : std::string(1, c);
+        }
+        return header;
+    }
+
+    // A row below the filter's range: what it hides is not in the totals.
+    void WriteTotals() {
+        const auto last = static_cast<lxw_row_t>(table_.RowCount());
+        const lxw_row_t row = last + kRowsBeforeTotals;
+        lxw_format* label = workbook_add_format(workbook_);
+        format_set_bold(label);
+        Check(worksheet_write_string(sheet_, row, 0, "Total of the rows shown", label));
+        for (std::size_t i = 0; i < formats_.size(); ++i) {
+            if (!table_.Columns()[i].Summed) continue;
+            lxw_format* total = FormatOf(table_.Columns()[i]);
+            format_set_bold(total);
+            format_set_top(total, LXW_BORDER_THIN);
+            CurrencyAmount sum;
+            for (std::size_t r = 0; r < table_.RowCount(); ++r) {
+                if (const auto* amount = std::get_if<CurrencyAmount>(&table_.Cell(r, i))) sum += *amount;
+            }
+            std::array<char, LXW_MAX_CELL_RANGE_LENGTH> range{};
+            lxw_rowcol_to_range(range.data(), 1, Col(i), last, Col(i));
+            const std::string formula = "=SUBTOTAL(109," + std::string(range.data()) + ")";  // sums what is not hidden
+            Check(worksheet_write_formula_num(sheet_, row, Col(i), formula.c_str(), total, sum.ToDouble()));
+        }
     }
 
     void WriteCell(std::size_t row, std::size_t column) {
@@ -143,7 +182,8 @@ class Workbook {
         lxw_format* format = formats_[column];
         if (const auto* text = std::get_if<std::string>(&cell)) {
             const std::string_view shown = RTrim(*text);
-            if (!shown.empty()) Check(worksheet_write_string(sheet_, r, Col(column), ToUtf8(shown).c_str(), format));
+            if (!shown.empty())
+                Check(worksheet_write_string(sheet_, r, Col(column), ToUtf8(AsSpreadsheetText(shown)).c_str(), format));
         } else if (const auto* date = std::get_if<Date>(&cell)) {
             if (date->IsNone()) return;
             if (date->Serial() >= kFirstCountedDay) {
@@ -171,9 +211,9 @@ class Workbook {
 
 std::string DetailWorkbook(const DetailTable& table) {
     if (table.Columns().empty()) throw PlatformError(Failure::InvalidCall, "A workbook without columns cannot be written.");
-    if (table.RowCount() >= LXW_ROW_MAX) {
+    if (table.RowCount() + kRowsBeforeTotals >= LXW_ROW_MAX) {
         throw PlatformError(Failure::InvalidCall,
-                            "There are more rows than a worksheet holds (1,048,575). Choose a .csv file instead.");
+                            "There are more rows than a worksheet holds (1,048,573). Choose a .csv file instead.");
     }
     return Workbook(table).Write();
 }

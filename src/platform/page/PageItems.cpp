@@ -59,10 +59,8 @@ std::string PageItems(const PageDocument& pages, int page) {
     return out;
 }
 
-void WritePageItems(const PageDocument& pages, const std::filesystem::path& path) {
-    FileReplacement file(path);
+void WritePageItems(const PageDocument& pages, FileReplacement& file) {
     for (int page = 1; page <= pages.PageCount(); ++page) file.Write(PageItems(pages, page));
-    file.Commit();
 }
 
 }  // namespace tallymar

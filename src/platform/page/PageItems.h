@@ -1,9 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 
 #include "platform/page/PageDocument.h"
+#include "platform/runtime/FileReplacement.h"
 
 namespace tallymar {
 
@@ -13,7 +13,7 @@ namespace tallymar {
 // A text that is not in Arial has "font" behind its size; a line that is not level has "y2" behind its y.
 std::string PageItems(const PageDocument& pages, int page);
 
-// All pages into a file, whole or not at all; fails as FileReplacement does.
-void WritePageItems(const PageDocument& pages, const std::filesystem::path& path);
+// All pages into a file; fails as its Write does.
+void WritePageItems(const PageDocument& pages, FileReplacement& file);
 
 }  // namespace tallymar

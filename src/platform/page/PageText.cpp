@@ -93,9 +93,8 @@ class PageGrid {
         placed.Text = std::string(pages_.Text(item));
         std::transform(placed.Text.begin(), placed.Text.end(), placed.Text.begin(), DrawnAs);
         const int length = static_cast<int>(placed.Text.size());
-        const bool framed = item.Frame != 0;  // the lines of a label begin under each other
-        const int lefts = framed || OnGrid(item.X) ? leftEdges_[item.X] : 0;
-        const int rights = !framed && OnGrid(item.X2) ? rightEdges_[item.X2] : 0;
+        const int lefts = OnGrid(item.X) ? leftEdges_[item.X] : 0;
+        const int rights = OnGrid(item.X2) ? rightEdges_[item.X2] : 0;
         const bool figure = IsFigure(placed.Text);
         const bool flushRight = rights > lefts || (rights == lefts && rights > 0 && figure);
         if (flushRight) {

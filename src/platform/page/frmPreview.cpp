@@ -51,8 +51,8 @@ constexpr std::array<SaveFormat, 4> kSaveFormats = {{
 
 // The document's title offered as its file name. The extension is part of it: with one there the dialog changes it along with the
 // type that is chosen.
-std::string OfferedName(const PageDocument& pages, const std::string& extension) {
-    const std::string name = ToUtf8(AsFileName(pages.Title));
+std::string OfferedName(std::string_view title, const std::string& extension) {
+    const std::string name = ToUtf8(AsFileName(title));
     return name.empty() ? name : name + "." + extension;
 }
 
@@ -409,29 +409,35 @@ void frmPreview::SaveAs(FileFormat format) {
     if (SaveDocument(*document_, format, prompts_)) ShowMessage(tr("Saved."));
 }
 
-bool SaveDocument(const PrintedDocument& document, FileFormat format, Prompts& prompts) {
+std::optional<std::filesystem::path> AskDocumentFile(std::string_view title, bool hasRows, FileFormat format, Prompts& prompts) {
     FileDialog dialog;
     dialog.Title = "Save As";
-    const bool hasRows = !document.Details.Columns().empty();
     for (const SaveFormat& known : kSaveFormats) {
         if (!hasRows && (known.Format == FileFormat::Csv || known.Format == FileFormat::Workbook)) continue;
         if (known.Format == format) {
             dialog.FilterIndex = dialog.Filters.size();
             dialog.DefaultExtension = known.Extension;
-            dialog.FileName = OfferedName(document.Pages, known.Extension);
+            dialog.FileName = OfferedName(title, known.Extension);
         }
         dialog.Filters.push_back({known.FilterName, std::string("*.") + known.Extension});
     }
     const std::optional<std::filesystem::path> path = prompts.AskSaveFile(dialog);
-    if (!path) return false;
+    if (!path) return std::nullopt;
     // The dialog has asked about the name that was typed only.
     const std::filesystem::path target = DeliveryPath(*path);
     if (target != *path && std::filesystem::exists(target) &&
         !prompts.AskYesNo("\"" + target.string() + "\" already exists. Replace it?", dialog.Title)) {
-        return false;
+        return std::nullopt;
     }
+    return target;
+}
+
+bool SaveDocument(const PrintedDocument& document, FileFormat format, Prompts& prompts) {
+    const bool hasRows = !document.Details.Columns().empty();
+    const auto target = AskDocumentFile(document.Pages.Title, hasRows, format, prompts);
+    if (!target) return false;
     const class_Hourglass hourglass;
-    DeliverToFile(document.Pages, document.Details, target);
+    DeliverToFile(document.Pages, document.Details, *target);
     return true;
 }
 

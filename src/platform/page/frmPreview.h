@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/controls/CSForm.h"
 #include "platform/page/Delivery.h"
@@ -61,6 +62,10 @@ class frmPreview : public CSForm {
 // Where the finished document goes: a preview of its own, a file whose name is asked for, or a printer. False when the user
 // cancels. The preview is a window above parent's, which it goes with; it deletes itself when closed.
 bool DeliverDocument(OutputTarget target, std::shared_ptr<const PrintedDocument> document, Prompts& prompts, QWidget* parent);
+
+// Asks for the file that a document of this title is to be saved to, FileFormat::Pdf being offered with the others; those of rows
+// only when it has some. The user has agreed to replace what is there. nullopt: cancelled.
+std::optional<std::filesystem::path> AskDocumentFile(std::string_view title, bool hasRows, FileFormat format, Prompts& prompts);
 
 // Asks for a name, FileFormat::Pdf being offered with the others, and writes the file. False when the user cancels.
 bool SaveDocument(const PrintedDocument& document, FileFormat format, Prompts& prompts);

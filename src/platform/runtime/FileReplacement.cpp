@@ -1,6 +1,8 @@
 #include "platform/runtime/FileReplacement.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -68,6 +70,23 @@ std::filesystem::path FolderOf(const std::filesystem::path& file) {
     return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
 }
 
+constexpr std::string_view kTemporaryPrefix = ".tallymar-";
+constexpr std::string_view kTemporarySuffix = ".tmp";
+
+// Removes the temporary files of runs that died: a living one holds a lock on its own.
+void SweepTemporaries(const std::filesystem::path& folder) {
+    DIR* entries = opendir(folder.c_str());
+    if (entries == nullptr) return;
+    while (const dirent* entry = readdir(entries)) {
+        const std::string_view name(entry->d_name);
+        if (!name.starts_with(kTemporaryPrefix) || !name.ends_with(kTemporarySuffix)) continue;
+        const std::filesystem::path path = folder / name;
+        const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        if (file.IsOpen() && flock(file.Get(), LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+    }
+    closedir(entries);
+}
+
 // A new file in a folder under a name of its own, removed again unless it was put in its place.
 class TemporaryFile {
  public:
@@ -79,10 +98,11 @@ class TemporaryFile {
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     Descriptor& File() { return file_; }
+    // The lock goes with the last of these, after the name.
     bool RenameTo(const std::filesystem::path& path) {
         if (rename(path_.c_str(), path.c_str()) != 0) return false;
         path_.clear();
-        return true;
+        return file_.Close();
     }
 
  private:
@@ -90,14 +110,25 @@ class TemporaryFile {
         // Not mkstemp: a new file is to get the permissions that the user's mask gives every new file.
         std::random_device random;
         for (;;) {
-            path = folder / (".tallymar-" + std::to_string(random()) + ".tmp");
+            path = folder / (std::string(kTemporaryPrefix) + std::to_string(random()) + std::string(kTemporarySuffix));
             const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-            if (descriptor >= 0) return descriptor;
+            if (descriptor >= 0 && IsHeld(descriptor)) return descriptor;
+            if (descriptor >= 0) {  // swept by another run before it was locked
+                close(descriptor);
+                continue;
+            }
             if (errno != EEXIST && errno != EINTR) {
                 path.clear();
                 return -1;
             }
         }
+    }
+
+    static bool IsHeld(int descriptor) {
+        struct stat status {};
+        // Where a file system has no locks, nothing is swept either.
+        if (flock(descriptor, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
+        return fstat(descriptor, &status) != 0 || status.st_nlink > 0;
     }
 
     std::filesystem::path path_;
@@ -118,7 +149,7 @@ void KeepPermissions(int descriptor, const struct stat& earlier) {
 struct FileReplacement::Target {
     explicit Target(std::filesystem::path path) : Path(std::move(path)) {}
 
-    std::filesystem::path Path;  // behind all links
+    std::filesystem::path Path;  // where all links end
     std::optional<TemporaryFile> Temporary;
     std::optional<Descriptor> InPlace;
 
@@ -137,6 +168,7 @@ FileReplacement::FileReplacement(const std::filesystem::path& path) : target_(st
     } else {
         // A rename asks for no right to the file itself; a file that its owner has protected stays.
         if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) throw FileFailure(errno, path);
+        SweepTemporaries(FolderOf(target));
         target_->Temporary.emplace(FolderOf(target));
     }
     if (!target_->File().IsOpen()) throw FileFailure(errno, path);
@@ -156,19 +188,23 @@ void FileReplacement::Flush() {
     buffer_.clear();
 }
 
-void FileReplacement::Commit() {
+void FileReplacement::Finish() {
     Flush();
-    Descriptor& file = target_->File();
-    if (target_->InPlace) {
-        if (!file.Close()) throw FileFailure(errno, target_->Path);
-        return;
-    }
-    if (fsync(file.Get()) != 0 || !file.Close() || !target_->Temporary->RenameTo(target_->Path)) {
-        throw FileFailure(errno, target_->Path);
-    }
+    const bool kept = target_->InPlace ? target_->InPlace->Close() : fsync(target_->Temporary->File().Get()) == 0;
+    if (!kept) throw FileFailure(errno, target_->Path);
+}
+
+void FileReplacement::PutInPlace() {
+    if (target_->InPlace) return;
+    if (!target_->Temporary->RenameTo(target_->Path)) throw FileFailure(errno, target_->Path);
     // The rename itself must outlast a power cut. Some file systems cannot flush a folder, and keep the order by themselves.
     Descriptor folder(open(FolderOf(target_->Path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.IsOpen() && fsync(folder.Get()) != 0 && errno == EIO) throw FileFailure(errno, target_->Path);
+}
+
+void FileReplacement::Commit() {
+    Finish();
+    PutInPlace();
 }
 
 void ReplaceFile(const std::filesystem::path& path, std::string_view contents) {
