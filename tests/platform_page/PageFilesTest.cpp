@@ -84,10 +84,11 @@ TEST(PageItems, AreTheModelAsJson) {
 DetailTable TypedRows() {
     DetailTable table;
     table.Title = "Assets: placed/sold";
+    table.Subtitle = "R&D, year end 12/31/2003";
     table.AddColumn("Asset", DetailKind::Text);
     table.AddColumn("In Service", DetailKind::Date);
     table.AddColumn("Percent", DetailKind::Integer);
-    table.AddColumn("Cost", DetailKind::Money);
+    table.AddColumn("Cost", DetailKind::Money, {}, true);
     table.AddColumn("Life", DetailKind::Money, "0.0");
     table.AddRow();
     table.Add("000123    ");
@@ -123,7 +124,7 @@ TEST(DetailFiles, CsvQuotesWhatNeedsIt) {
               "Asset,In Service,Percent,Cost,Life\r\n"
               "000123,2003-08-15,100,-1234567.50,27.5\r\n"
               "\"Caf\xC3\xA9, \"\"big\"\" & <new>\",,,0.125,\r\n"
-              "=1+1,1899-05-01,,,\r\n");
+              "'=1+1,1899-05-01,,,\r\n");
     DetailTable plain;
     plain.AddColumn("A", DetailKind::Text);
     EXPECT_EQ(DetailCsv(plain), "A\r\n");
@@ -138,7 +139,7 @@ TEST(DetailFiles, WorkbookHasTypedCells) {
     const auto part = [&](const char* name) { return OutputOf("unzip -p " + path.string() + " xl/" + name); };
     const std::string sheet = part("worksheets/sheet1.xml");
     for (const char* cell : {"<t>000123</t>",    // text: no zero is lost
-                             "<t>=1+1</t>",      // no formula
+                             "<t>'=1+1</t>",     // no formula
                              "<t>5/1/1899</t>",  // before the spreadsheet's calendar
                              "&amp; &lt;new&gt;</t>", "state=\"frozen\""}) {
         EXPECT_THAT(sheet, HasSubstr(cell));
@@ -146,9 +147,12 @@ TEST(DetailFiles, WorkbookHasTypedCells) {
     for (const auto& [cell, value] : {std::pair{"B2", "37848"}, {"C2", "100"}, {"D2", "-1234567.5"}, {"D3", "0.125"}}) {
         EXPECT_THAT(sheet, testing::ContainsRegex(std::string("<c r=\"") + cell + "\" s=\"[0-9]+\"><v>" + value + "</v>"));
     }
+    EXPECT_THAT(sheet, HasSubstr("<f>SUBTOTAL(109,D2:D4)</f><v>-1234567.375</v>"));
+    EXPECT_THAT(sheet, HasSubstr("ref=\"A1:E4\""));  // the filter hides no total
+    EXPECT_THAT(sheet, HasSubstr("&amp;LAssets: placed/sold&amp;RR&amp;&amp;D, year end 12/31/2003"));
     EXPECT_THAT(sheet, Not(HasSubstr("r=\"B3\"")));  // date 0 is no date
     EXPECT_THAT(part("workbook.xml"), HasSubstr("name=\"Assets  placed sold\""));
-    EXPECT_THAT(part("styles.xml"), testing::AllOf(HasSubstr("mm/dd/yyyy"), HasSubstr("formatCode=\"#,##0.00\"")));
+    EXPECT_THAT(part("styles.xml"), testing::AllOf(HasSubstr("mm/dd/yyyy"), HasSubstr("formatCode=\"#,##0.00_);(#,##0.00)\"")));
 }
 
 TEST(Delivery, ChoosesByExtension) {
