@@ -7,6 +7,7 @@
 
 #include "engine/ADepre.h"
 #include "platform/prompts/Prompts.h"
+#include "platform/runtime/Trace.h"
 #include "store/CompanySession.h"
 #include "store/UserProfile.h"
 
@@ -19,6 +20,7 @@ class Context {
  public:
     explicit Context(Prompts& prompts) : prompts_(prompts) {}
 
+    std::filesystem::path TracePath;      // --trace; empty: none
     std::filesystem::path AppPathOption;  // --app-path; empty: found as the windows find it
 
     Prompts& Asking() { return prompts_; }
@@ -30,6 +32,7 @@ class Context {
  private:
     Prompts& prompts_;
     UserProfile profile_;
+    std::unique_ptr<Trace> trace_;
     std::unique_ptr<CompanySession> session_;
     std::unique_ptr<ADepre> engine_;
 };

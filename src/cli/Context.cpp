@@ -10,8 +10,10 @@ CompanySession& Context::Session() {
         const std::filesystem::path program = AppPath::ProgramFolder();
         const AppPath paths = AppPathOption.empty() ? AppPath::Of(program) : AppPath::At(AppPathOption, program);
         profile_.Load(paths.Profile());
+        trace_ = OpenTrace(TracePath);
         session_ = std::make_unique<CompanySession>(paths, profile_);
         session_->SetChosenFile(OfferConversion);
+        session_->SetTrace(trace_.get());
     }
     return *session_;
 }

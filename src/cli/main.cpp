@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
     app.set_version_flag("--version", "Tallymar " TALLYMAR_VERSION);
     app.fallthrough();
+    app.add_option("--trace", context.TracePath, "Write what is done with the company into this file; - is standard error");
     app.add_option("--app-path", context.AppPathOption, "Folder of Assets1.dat and the depreciation tables");
     AddNewCommand(app, context);
     AddCompanyCommand(app, context);

@@ -1,4 +1,6 @@
+#include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -7,6 +9,7 @@
 
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/ScreenText.h"
+#include "platform/runtime/Trace.h"
 #include "shell/frmTallymar.h"
 #include "store/AppPath.h"
 
@@ -15,6 +18,8 @@ namespace {
 using namespace tallymar;
 
 constexpr const char* kFontFamily = "Arial";
+// A file for what is done with the company, or - for standard error: to look for faults.
+constexpr const char* kTraceVariable = "TALLYMAR_TRACE";
 constexpr double kFontPoints = 10.0;
 
 struct Options {
@@ -38,6 +43,8 @@ int Start(const Options& options) {
     // The folder is changed below, so a relative name must be made whole before.
     std::optional<std::filesystem::path> company;
     if (!options.CompanyFile.empty()) company = std::filesystem::absolute(options.CompanyFile);
+    const char* tracePath = std::getenv(kTraceVariable);
+    const std::unique_ptr<Trace> trace = OpenTrace(tracePath != nullptr ? tracePath : "");
     const std::filesystem::path program = AppPath::ProgramFolder();
     AppPath paths = options.AppPathFolder.empty() ? AppPath::Of(program)
                                                   : AppPath::At(std::filesystem::absolute(options.AppPathFolder), program);
@@ -45,6 +52,7 @@ int Start(const Options& options) {
     std::filesystem::current_path(paths.Folder());
 
     Tallymar window(std::move(paths));
+    window.Session().SetTrace(trace.get());
     const bool opened = company && window.OpenFirstCompany(*company);
     if (!opened && !window.AskFirstCompany()) return 0;
     window.show();

@@ -56,7 +56,9 @@ bool CompanySession::FileNew(Prompts& prompts) {
 bool CompanySession::NewCompany(const std::filesystem::path& path) {
     if (!FileClose()) return false;
     MakeCompany(path);
-    SetOpen(recordset::Database::Open(path), std::filesystem::absolute(path));
+    recordset::Database database = recordset::Database::Open(path);
+    if (trace_ != nullptr) database.TraceTo(*trace_);
+    SetOpen(std::move(database), std::filesystem::absolute(path));
     NewCompanyPending = true;
     if (observer_ != nullptr) observer_->OpenEnable();
     return true;
@@ -97,6 +99,7 @@ bool CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& pro
     }
     if (!FileClose()) return false;
     recordset::Database database = recordset::Database::Open(whole);
+    if (trace_ != nullptr) database.TraceTo(*trace_);
     UpgradeSchema(database, prompts);
     SetOpen(std::move(database), whole);
     if (observer_ != nullptr) observer_->OpenEnable();

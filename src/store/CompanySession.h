@@ -43,6 +43,8 @@ class CompanySession {
     // nullopt when nothing is to be opened.
     using ChosenFile = std::function<std::optional<std::filesystem::path>(const std::filesystem::path&, Prompts&)>;
     void SetChosenFile(ChosenFile chosenFile) { chosenFile_ = std::move(chosenFile); }
+    // For the companies opened from here on; nullptr for none. It must outlast the session.
+    void SetTrace(Trace* trace) { trace_ = trace; }
 
     // False when the observer keeps the company open: nothing has happened then. The same holds for all that open another.
     bool FileClose();
@@ -96,6 +98,7 @@ class CompanySession {
     UserProfile& profile_;
     SessionObserver* observer_ = nullptr;
     ChosenFile chosenFile_;
+    Trace* trace_ = nullptr;
     std::filesystem::path databaseFileName_;
     std::unique_ptr<Open> open_;
 };

@@ -68,6 +68,10 @@ const std::filesystem::path& Database::Path() const {
     return state_->Db().Path();
 }
 
+void Database::TraceTo(Trace& trace) {
+    state_->TraceTo(trace);
+}
+
 std::vector<std::string> Database::TableNames() const {
     return state_->TableNames();
 }
@@ -124,6 +128,7 @@ void Database::CreateIndex(std::string_view table, const Index& index) {
 }
 
 Recordset Database::OpenRecordset(std::string_view table) {
+    state_->TraceLine("recordset", table);
     return Recordset(std::make_unique<RecordsetState>(state_, state_->Table(table)));
 }
 

@@ -15,6 +15,10 @@
 #include "platform/recordset/TableDef.h"
 #include "platform/runtime/PlatformError.h"
 
+namespace tallymar {
+class Trace;
+}
+
 namespace tallymar::recordset {
 
 class Recordset;
@@ -48,6 +52,10 @@ class Database {
     // open file by reading it: closing it again would drop the locks that this process holds. Whoever may not read this file may
     // not read the copy, at no time. A failure leaves no file.
     void CopyTo(const std::filesystem::path& path) const;
+
+    // From here on writes every statement with its values, and what recordsets are opened and ordered by. It must outlast the
+    // database.
+    void TraceTo(Trace& trace);
 
     // Definitions of the tables, read from the file. NoSuchTable when there is none of the name.
     std::vector<std::string> TableNames() const;

@@ -59,6 +59,7 @@ void DatabaseState::CheckFormat() {
 
 void DatabaseState::Close() {
     if (!connection_.IsOpen()) return;
+    TraceLine("close", connection_.Path().string());
     for (auto& [name, table] : tables_) {
         table->Release();
         table->Stale = true;
@@ -67,6 +68,19 @@ void DatabaseState::Close() {
     tables_.clear();
     dataVersion_.reset();
     connection_.Close();
+}
+
+// SQLite itself tells of each statement as it begins, so that a database without a trace looks at nothing.
+void DatabaseState::TraceTo(Trace& trace) {
+    trace_ = &trace;
+    TraceLine("open", connection_.Path().string());
+    const auto write = [](unsigned, void* to, void* statement, void*) {
+        char* sql = sqlite3_expanded_sql(static_cast<sqlite3_stmt*>(statement));
+        if (sql != nullptr) static_cast<Trace*>(to)->Line("sql", sql);
+        sqlite3_free(sql);
+        return 0;
+    };
+    sqlite3_trace_v2(connection_.Handle(), SQLITE_TRACE_STMT, write, &trace);
 }
 
 void DatabaseState::RequireOpen() const {

@@ -14,6 +14,7 @@
 #include "platform/recordset/Database.h"
 #include "platform/recordset/TableDef.h"
 #include "platform/recordset/TableState.h"
+#include "platform/runtime/Trace.h"
 
 namespace tallymar::recordset {
 
@@ -27,6 +28,10 @@ class DatabaseState {
 
     Connection& Db() { return connection_; }
     void Close();
+    void TraceTo(Trace& trace);
+    void TraceLine(std::string_view subject, std::string_view text) const {
+        if (trace_ != nullptr) trace_->Line(subject, text);
+    }
     void RequireOpen() const;
 
     std::vector<std::string> TableNames();
@@ -56,6 +61,7 @@ class DatabaseState {
     void EndBatch();
 
     Connection connection_;
+    Trace* trace_ = nullptr;
     std::unordered_map<std::string, std::shared_ptr<TableState>> tables_;  // by folded name
     std::int64_t schemaVersion_ = 0;
     std::optional<Statement> dataVersion_;

@@ -25,6 +25,7 @@ void RecordsetState::SetIndex(std::string_view name) {
                                                    [name](const RowOrder& order) { return SameName(order.Name(), name); });
     if (found == orders.end()) throw PlatformError::About(Failure::ItemNotFound, std::string(name));
     order_ = static_cast<std::size_t>(found - orders.begin());
+    database_->TraceLine("index", IndexName());
     MoveToEnd(true);
 }
 
