@@ -7,7 +7,7 @@
 #include "SampleReport.h"
 #include "platform/page/FontMetrics.h"
 #include "platform/page/frmPrint.h"
-#include "platform/runtime/SequentialFile.h"
+#include "platform/runtime/InputFile.h"
 #include "platform/runtime/Windows1252.h"
 #include "support/TempFolder.h"
 
