@@ -1,6 +1,7 @@
 #include "assets/AssetEditSession.h"
 
 #include "assets/AssetRecordFields.h"
+#include "assets/EntryProblem.h"
 #include "assets/NewAsset.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -9,6 +10,17 @@ namespace tallymar {
 namespace {
 
 constexpr std::string_view kTitle = "Tallymar";
+
+// Moves to the row of a kept asset. The place of a row that has been deleted since may be another asset's now.
+bool StandsAt(recordset::Recordset& assets, const KeptAsset& kept) {
+    try {
+        assets.SetBookmark(kept.Bookmark);
+    } catch (const PlatformError& failure) {
+        if (failure.Code() == Failure::InvalidBookmark) return false;
+        throw;
+    }
+    return RTrim(assets.Get("AssetNum").ToText()) == kept.AssetNum;
+}
 
 }  // namespace
 
@@ -29,9 +41,15 @@ void AssetEditSession::Open() {
         LoadEdit();
     }
     state_.EditFormClosed = false;
+    if (!state_.Kept.IsEmpty() && !state_.Kept.Last().Told) TellKept();
 }
 
 void AssetEditSession::LoadEdit() {
+    Load(state_.NewAssetPending);
+}
+
+// pending: whether the asset that leaves the screen was new and not saved yet.
+void AssetEditSession::Load(bool pending) {
     recordset::Recordset& assets = company_.AssetsRecordset();
     if (!assets.HasCurrentRow()) {
         if (assets.Eof()) {
@@ -44,74 +62,130 @@ void AssetEditSession::LoadEdit() {
     // A row that cannot be read leaves the asset on the screen whole.
     AssetRecord record;
     company_.ReadAssetRecord(record);
+    std::optional<KeptAsset> dropped = Unsaved(pending);
     editRecord_ = record;
     RecordToFields(editRecord_, Values);
     for (int book = kFirstBook; book <= kLastBook; ++book) ComputeAdjBasis(Values, book);
     ComputeGainLoss(Values, editRecord_);
+    stored_ = Values;
     editBookmark_ = assets.Bookmark();
     state_.CurrentAssetNum = Values.AssetNum;
-    unsavable_.reset();
+    Offending.reset();
+    businessUseSetMethods_ = false;
     SetMirrors();
     state_.EditFormClosed = false;
     ShowAssetStatus();
+    if (dropped) Keep(std::move(*dropped));
 }
 
-void AssetEditSession::SaveEdit() {
-    if (editBookmark_.empty()) return;
+bool AssetEditSession::SaveEdit() {
+    Offending.reset();
+    if (editBookmark_.empty()) return true;
     AssetRecord record = editRecord_;
-    FieldsToRecord(Values, record);
     try {
+        FieldsToRecord(Values, record);
         company_.AssetsRecordset().SetBookmark(editBookmark_);
         company_.WriteAssetRecord(record);
-    } catch (const PlatformError&) {
-        unsavable_ = Values;
-        throw;
+    } catch (const PlatformError& refusal) {
+        TellRefusal(refusal);
+        return false;
     }
     editRecord_ = record;
-    unsavable_.reset();
+    KeepBadDates();
+    stored_ = Values;
     // A new number is what the form comes back to, unless Close has forgotten the asset.
     if (!state_.CurrentAssetNum.empty()) state_.CurrentAssetNum = Values.AssetNum;
     if (OnFindEnable) OnFindEnable(true);
     TabFocusArmed = true;
     state_.NewAssetPending = false;
+    return true;
 }
 
-void AssetEditSession::First() {
-    FieldHint.clear();
-    SaveEdit();
-    company_.AssetsRecordset().MoveFirst();
-    LoadEdit();
+void AssetEditSession::TellRefusal(const PlatformError& refusal) {
+    std::string text = refusal.what() + std::string("\n\n(Error ") + std::to_string(refusal.Number()) + ")";
+    if (const auto problem = FindEntryProblem(company_, Values, editBookmark_, refusal)) {
+        Offending = problem->Field;
+        text = problem->Text + "\n\n" + text;
+    }
+    prompts_.Message(text, kTitle, MessageKind::Error);
 }
 
-void AssetEditSession::Last() {
-    FieldHint.clear();
-    SaveEdit();
-    company_.AssetsRecordset().MoveLast();
-    LoadEdit();
+std::optional<KeptAsset> AssetEditSession::Unsaved(bool pending) const {
+    if (editBookmark_.empty() || Values == stored_) return std::nullopt;
+    return KeptAsset{.What = KeptAsset::Kind::Entries,
+                     .AssetNum = std::string(editRecord_.AssetNum.Trimmed()),
+                     .Bookmark = editBookmark_,
+                     .Stored = stored_,
+                     .Entered = Values,
+                     .NewAssetPending = pending};
 }
 
-void AssetEditSession::Next() {
-    FieldHint.clear();
-    SaveEdit();
-    recordset::Recordset& assets = company_.AssetsRecordset();
-    if (!assets.Eof()) assets.MoveNext();
-    if (assets.Eof()) assets.MoveLast();
-    LoadEdit();
+void AssetEditSession::Keep(KeptAsset asset, bool told) {
+    asset.Told = told;
+    state_.Kept.Keep(std::move(asset));
+    if (told) TellKept();
 }
 
-void AssetEditSession::Previous() {
+void AssetEditSession::TellKept() {
+    KeptAsset& kept = state_.Kept.Last();
+    kept.Told = true;
+    if (kept.What == KeptAsset::Kind::Deleted) {
+        notice_ = {"Asset " + kept.AssetNum + " was deleted. Ctrl+Z brings it back"};
+    } else {
+        notice_ = {"Entries of " + kept.AssetNum + " were not saved. Ctrl+Z brings them back"};
+    }
+}
+
+// A text that is no date is stored as none. Who leaves the asset from within the field has not been told.
+void AssetEditSession::KeepBadDates() {
+    AssetFieldValues read = Values;
+    RecordToFields(editRecord_, read);
+    for (const AssetFieldDef& field : AssetFields()) {
+        if (field.Kind != FieldKind::Date || field.Place == FieldPlace::Book) continue;
+        const std::string& entered = FieldValue<std::string>(Values, field, 0);
+        if (RTrim(entered).empty() || !FieldValue<std::string>(read, field, 0).empty()) continue;
+        const std::string number(editRecord_.AssetNum.Trimmed());
+        Keep(
+            {.What = KeptAsset::Kind::Entries, .AssetNum = number, .Bookmark = editBookmark_, .Stored = read, .Entered = Values});
+        notice_ = {std::string(field.Label) + " of " + number + " is not a date: nothing was stored. Ctrl+Z brings it back",
+                   true};
+        return;
+    }
+}
+
+bool AssetEditSession::Move(void (*step)(recordset::Recordset& assets)) {
     FieldHint.clear();
-    SaveEdit();
-    recordset::Recordset& assets = company_.AssetsRecordset();
-    if (!assets.Bof()) assets.MovePrevious();
-    if (assets.Bof()) assets.MoveFirst();
+    if (!SaveEdit()) return false;
+    step(company_.AssetsRecordset());
     LoadEdit();
+    return true;
+}
+
+bool AssetEditSession::First() {
+    return Move([](recordset::Recordset& assets) { assets.MoveFirst(); });
+}
+
+bool AssetEditSession::Last() {
+    return Move([](recordset::Recordset& assets) { assets.MoveLast(); });
+}
+
+bool AssetEditSession::Next() {
+    return Move([](recordset::Recordset& assets) {
+        if (!assets.Eof()) assets.MoveNext();
+        if (assets.Eof()) assets.MoveLast();
+    });
+}
+
+bool AssetEditSession::Previous() {
+    return Move([](recordset::Recordset& assets) {
+        if (!assets.Bof()) assets.MovePrevious();
+        if (assets.Bof()) assets.MoveFirst();
+    });
 }
 
 void AssetEditSession::New() {
     AddNewAsset(company_, DefaultsOf(company_.Profile()));
-    state_.NewAssetPending = true;
-    LoadEdit();
+    Load(std::exchange(state_.NewAssetPending, true));
 }
 
 bool AssetEditSession::Delete() {
@@ -119,11 +193,19 @@ bool AssetEditSession::Delete() {
     recordset::Recordset& assets = company_.AssetsRecordset();
     // Another window may have moved the recordset: the asset on the screen is meant.
     assets.SetBookmark(editBookmark_);
-    if (!prompts_.AskYesNo("Delete Asset " + std::string(RTrim(assets.Get("AssetNum").ToText())) + "?", "Confirm")) return false;
+    KeptAsset deleted{.What = KeptAsset::Kind::Deleted,
+                      .AssetNum = std::string(RTrim(assets.Get("AssetNum").ToText())),
+                      .Stored = stored_,
+                      .Entered = Values,
+                      .NewAssetPending = state_.NewAssetPending};
+    if (!prompts_.AskYesNo("Delete Asset " + deleted.AssetNum + "?", "Confirm")) return false;
+    company_.ReadAssetRecord(deleted.Record);
     assets.Delete();
     editBookmark_.clear();
+    const bool isLast = assets.RecordCount() == 0;
+    Keep(std::move(deleted), !isLast);
     assets.MoveNext();
-    if (assets.RecordCount() > 0) {
+    if (!isLast) {
         LoadEdit();
         return false;
     }
@@ -131,26 +213,70 @@ bool AssetEditSession::Delete() {
     return true;
 }
 
-void AssetEditSession::Close() {
-    state_.EditFormClosed = true;
-    state_.CurrentAssetNum.clear();
+bool AssetEditSession::BringBack() {
+    if (state_.Kept.IsEmpty()) return false;
+    KeptAsset kept = state_.Kept.TakeLast();
+    if (!SaveEdit()) {
+        state_.Kept.Keep(std::move(kept));
+        return false;
+    }
+    recordset::Recordset& assets = company_.AssetsRecordset();
+    try {
+        if (kept.What == KeptAsset::Kind::Deleted) {
+            company_.AddAssetRecord(kept.Record);
+            assets.SetIndex("AssetNum");
+            assets.Seek(kept.AssetNum);
+        } else if (!StandsAt(assets, kept)) {
+            prompts_.Message("Asset " + kept.AssetNum + " no longer exists", kTitle, MessageKind::Warning);
+            assets.SetBookmark(editBookmark_);
+            return false;
+        }
+        Load(false);
+    } catch (const PlatformError& refusal) {
+        // It could not come back now; what keeps it away (its number, taken since) may go.
+        prompts_.Message("Asset " + kept.AssetNum + ": " + refusal.what(), kTitle, MessageKind::Warning);
+        state_.Kept.Keep(std::move(kept));
+        return false;
+    }
+    EnterAgain(kept, Values);
+    for (int book = kFirstBook; book <= kLastBook; ++book) ComputeAdjBasis(Values, book);
+    ComputeGainLoss(Values, editRecord_);
+    state_.NewAssetPending = kept.NewAssetPending;
+    SetMirrors();
+    if (OnFindEnable) OnFindEnable(true);
+    notice_ = {kept.What == KeptAsset::Kind::Deleted ? "Asset " + kept.AssetNum + " is back"
+                                                     : "Entries of " + kept.AssetNum + " are back"};
+    return true;
 }
 
-void AssetEditSession::Unload() {
-    state_.EditFormClosed = true;
-    if (company_.IsOpen() && !company_.AssetsRecordset().Bof() && !company_.AssetsRecordset().Eof()) {
-        const bool shown = unsavable_ == Values;
-        try {
-            SaveEdit();
-        } catch (const PlatformError& failure) {
-            if (!shown) prompts_.Message(failure.what(), kTitle, MessageKind::Error);
+bool AssetEditSession::Leave() {
+    if (company_.IsOpen() && HasRow()) {
+        const recordset::Recordset& assets = company_.AssetsRecordset();
+        bool saved = false;
+        if (!assets.Bof() && !assets.Eof()) {
+            saved = SaveEdit();
+            if (!saved && Offending) return false;
+            if (!saved && !prompts_.AskYesNo("Close without saving the entries of " + Values.AssetNum + "?", kTitle))
+                return false;
+        }
+        if (saved && notice_ && !state_.Kept.IsEmpty()) state_.Kept.Last().Told = false;
+        if (!saved) {
+            if (auto unsaved = Unsaved(state_.NewAssetPending)) Keep(std::move(*unsaved), false);
         }
     }
     editBookmark_.clear();
+    state_.EditFormClosed = true;
+    return true;
+}
+
+bool AssetEditSession::Close() {
+    if (!Leave()) return false;
+    state_.CurrentAssetNum.clear();
+    return true;
 }
 
 bool AssetEditSession::Build(ADepre& engine, DeprBuildGrid& grid) {
-    SaveEdit();
+    if (!SaveEdit()) return false;
     company_.ReadAssetRecord(editRecord_);
     const Date yearEnd = company_.FiscalYearEnd(kFirstBook);
     if (!CanBuild(yearEnd)) {
@@ -174,7 +300,14 @@ FieldRuleContext AssetEditSession::Context() {
 }
 
 void AssetEditSession::Changed(AssetField field, int book) {
+    const bool isBusinessUse = field == AssetField::BusinessUse;
+    const PerBook<BookFieldValues> before = isBusinessUse ? Values.Book : PerBook<BookFieldValues>();
     ApplyChange(Values, field, book, Context(), editRecord_);
+    if (isBusinessUse) {
+        // The first digits of a 100 do it too, and the method stays: it is said until the field is left.
+        businessUseSetMethods_ = businessUseSetMethods_ || Values.Book != before;
+        if (businessUseSetMethods_) notice_ = {std::string(kBusinessUseSetMethods), true};
+    }
     const AssetFieldDef& def = FieldDef(field);
     if (def.HintOnChange) FieldHint = def.Hint;
 }
@@ -182,6 +315,7 @@ void AssetEditSession::Changed(AssetField field, int book) {
 bool AssetEditSession::Focused(AssetField field, int book) {
     const AssetFieldDef& def = FieldDef(field);
     if (!def.Hint.empty()) FieldHint = def.Hint;
+    businessUseSetMethods_ = false;
     if (def.Arming != TabArming::None) {
         TabFocusArmed = def.Arming == TabArming::Arms;
         Tab = def.Place == FieldPlace::General ? kGeneralTab : def.Place == FieldPlace::Sale ? kSaleTab : book;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "assets/AssetEditState.h"
 #include "assets/AssetFieldValues.h"
@@ -19,9 +20,10 @@ namespace tallymar {
 // fields' events lead to. The window moves Values to and from its controls and reports what its user does; everything else is
 // here.
 //
-// The session writes through: whatever stands in the fields goes to the row when the asset is left, and there is no way back. A
-// row that cannot be written (a duplicate number, a text too long for its column, a full disk) fails with the database's
-// PlatformError: the row then is as it was, the entry stays in the fields and the asset on the screen.
+// The session writes through: whatever stands in the fields goes to the row when the asset is left. What cannot be written (a
+// duplicate number, a text too long for its column, a full disk) is told with the entry that it is due to; the row then is as it
+// was, and the asset stays on the screen with its entries. Some commands drop entries, and one deletes the asset: until the next
+// of the kind the entries or the asset can be brought back.
 class AssetEditSession {
  public:
     AssetEditSession(CompanySession& company, AssetEditState& state, Prompts& prompts);
@@ -43,8 +45,17 @@ class AssetEditSession {
     };
     MirrorTexts Mirrors;
 
-    // Told when the main window's Find command and button are to be switched.
+    // Told that the company has an asset, or has none any more.
     std::function<void(bool)> OnFindEnable;
+
+    // What happened on the way, for the status line; empty once it has been taken.
+    struct Notice {
+        std::string Text;
+        bool IsWarning = false;
+    };
+    std::optional<Notice> TakeNotice() { return std::exchange(notice_, std::nullopt); }
+    // The field with the entry that kept the last command from storing the asset.
+    std::optional<AssetField> Offending;
 
     const AssetRecord& EditRecord() const { return editRecord_; }
     bool HasRow() const { return !editBookmark_.empty(); }
@@ -55,24 +66,29 @@ class AssetEditSession {
     // Fills Values from the row where the recordset stands; before the first or behind the last row, from that one. With no rows
     // it does nothing.
     void LoadEdit();
-    void SaveEdit();
+    // False, after a message, when the asset could not be stored; so are the others, which then leave it on the screen.
+    bool SaveEdit();
 
-    void First();
-    void Previous();
-    void Next();
-    void Last();
+    bool First();
+    bool Previous();
+    bool Next();
+    bool Last();
 
     void New();
     // Asks, and deletes the asset on the screen, whose entries vanish. True when it was the last one: the form then closes.
     bool Delete();
-    // The Close command: the next form starts where the recordset stands.
-    void Close();
-    // The form goes, however that was caused. What cannot be saved is lost, after a message unless its failure has been shown
-    // already.
-    void Unload();
+    // Goes back to what was kept last: the asset whose entries were dropped, with them in the fields, or the one deleted. False
+    // when nothing is kept, or the asset on the screen cannot be left.
+    bool BringBack();
+    // The form is to go, however that was caused. False when it must stay: an entry cannot be stored. What the database does not
+    // take for a reason of its own may be left unsaved, if the user says so.
+    bool Leave();
+    // The Close command: the same, and the next form starts where the recordset stands.
+    bool Close();
     void CopyAsset() { state_.CopySourceAssetNum = Values.AssetNum; }
 
-    // A build: saves, rebuilds into the record and the grid; false when the company has no year end, after a message.
+    // A build: saves, rebuilds into the record and the grid; false when the asset could not be stored or the company has no year
+    // end, after a message.
     bool Build(ADepre& engine, DeprBuildGrid& grid);
     // What the preparer answered to the build shown.
     void FinishBuild(bool cancelled);
@@ -86,6 +102,14 @@ class AssetEditSession {
     std::optional<AssetField> TabChanged(int tab);
 
  private:
+    void Load(bool pending);
+    bool Move(void (*step)(recordset::Recordset& assets));
+    void TellRefusal(const PlatformError& refusal);
+    // The asset on the screen, if something in its fields is not stored.
+    std::optional<KeptAsset> Unsaved(bool pending) const;
+    void Keep(KeptAsset asset, bool told = true);
+    void TellKept();
+    void KeepBadDates();
     void ShowAssetStatus();
     void SetMirrors();
     void ValidateAssetNum();
@@ -96,7 +120,9 @@ class AssetEditSession {
     Prompts& prompts_;
     AssetRecord editRecord_;
     std::string editBookmark_;
-    std::optional<AssetFieldValues> unsavable_;  // entries whose failure has been shown
+    AssetFieldValues stored_;  // Values as they were loaded or last saved
+    std::optional<Notice> notice_;
+    bool businessUseSetMethods_ = false;  // since that field got the focus
 };
 
 }  // namespace tallymar

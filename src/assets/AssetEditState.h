@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "assets/KeptEntries.h"
+
 namespace tallymar {
 
 // What the asset form shares with the main window, the find form and the batch commands while the program runs.
@@ -10,6 +12,7 @@ struct AssetEditState {
     bool NewAssetPending = false;    // a new row has been added and not been saved from the form yet
     bool EditFormClosed = true;      // no asset form is on screen
     std::string CopySourceAssetNum;  // handed to the copy form
+    KeptEntries Kept;                // what the form can bring back; longer than one form stands
 };
 
 }  // namespace tallymar

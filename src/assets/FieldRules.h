@@ -39,6 +39,7 @@ void ApplyAssetType(AssetFieldValues& values, const NewAssetDefaults& defaults);
 void ApplyDeprMethod(AssetFieldValues& values, int book);
 // Not more than half in business: straight line in every book. Nothing brings the old method back.
 void ApplyBusinessUse(AssetFieldValues& values);
+inline constexpr std::string_view kBusinessUseSetMethods = "Below 51% business use: method set to SL in all books";
 // On leaving the class life: books without a period take it.
 void ApplyClassLife(AssetFieldValues& values);
 // On entering the Federal method of a new asset: a stock or collectible does not depreciate in any book.

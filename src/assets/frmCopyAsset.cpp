@@ -71,7 +71,7 @@ void frmCopyAsset::StartCopy() {
     const auto added = tallymar::StartCopy(
         company_, {.Copies = sitxNoCopies_->Text(), .Prefix = sitxANumber_->Text(), .AssetNumber = sitxAssetNum_->Text()},
         prompts_);
-    ShowMessage(added.empty() ? tr("No copies were added.") : tr("Copies added: %1").arg(added.size()));
+    ShowResult(added.empty() ? tr("No copies were added.") : tr("Copies added: %1").arg(added.size()));
 }
 
 }  // namespace tallymar

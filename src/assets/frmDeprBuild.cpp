@@ -104,7 +104,7 @@ class BuildPrinter {
 }  // namespace
 
 frmDeprBuild::frmDeprBuild(const DeprBuildGrid& grid, const std::string& assetNum, QWidget* parent)
-    : CSForm("frmDeprBuild", tr("Build Depreciation Detail"), parent), grid_(grid), assetNum_(ToQString(assetNum)) {
+    : CSForm("frmDeprBuild", tr("Build Depreciation Detail - Asset %1").arg(ToQString(assetNum)), parent), grid_(grid) {
     MSFlexGrid1_ = Named(new QTableView(this), "MSFlexGrid1");
     MSFlexGrid1_->setAccessibleName(tr("Years"));
     MSFlexGrid1_->setModel(new BuildModel(grid, this));
@@ -123,19 +123,19 @@ frmDeprBuild::frmDeprBuild(const DeprBuildGrid& grid, const std::string& assetNu
     const int wanted = MSFlexGrid1_->horizontalHeader()->length() + scrollBar + 4;
     MSFlexGrid1_->setMinimumWidth(qMin(wanted, QApplication::primaryScreen()->availableGeometry().width() - 60));
 
-    cmdSave_ = Named(new CSCmdBtn(tr("&Save"), this), "cmdSave");
+    auto* cmdSave = Named(new CSCmdBtn(tr("&Save"), this), "cmdSave");
     auto* cmdCancel = Named(new CSCmdBtn(tr("&Cancel"), this), "cmdCancel");
     auto* cmdPrint = Named(new CSCmdBtn(tr("&Print"), this), "cmdPrint");
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(cmdPrint);
     buttons->addStretch(1);
-    buttons->addWidget(cmdSave_);
+    buttons->addWidget(cmdSave);
     buttons->addWidget(cmdCancel);
     auto* all = new QVBoxLayout(this);
     all->addWidget(MSFlexGrid1_, 1);
     all->addLayout(buttons);
 
-    connect(cmdSave_, &QPushButton::clicked, this, Guarded([this] { Finish(false); }));
+    connect(cmdSave, &QPushButton::clicked, this, Guarded([this] { Finish(false); }));
     connect(cmdCancel, &QPushButton::clicked, this, Guarded([this] { Finish(true); }));
     connect(cmdPrint, &QPushButton::clicked, this, Guarded([this] { Print(); }));
     SetCancelButton(cmdCancel);
@@ -143,7 +143,9 @@ frmDeprBuild::frmDeprBuild(const DeprBuildGrid& grid, const std::string& assetNu
 
 void frmDeprBuild::showEvent(QShowEvent* event) {
     CSForm::showEvent(event);
-    cmdSave_->setFocus();
+    // The years are there to be looked at first: Enter must not store them unseen.
+    MSFlexGrid1_->setFocus();
+    if (!MSFlexGrid1_->currentIndex().isValid()) MSFlexGrid1_->setCurrentIndex(MSFlexGrid1_->model()->index(0, 0));
 }
 
 void frmDeprBuild::Finish(bool cancelled) {
@@ -194,7 +196,7 @@ void frmDeprBuild::Print() {
     printer.setPageOrientation(QPageLayout::Landscape);
     QPrintDialog dialog(&printer, this);
     if (dialog.exec() != QDialog::Accepted) return;
-    BuildPrinter(grid_, tr("Build Depreciation Detail - Asset %1").arg(assetNum_), printer).Print();
+    BuildPrinter(grid_, windowTitle(), printer).Print();
 }
 
 }  // namespace tallymar

@@ -7,8 +7,6 @@ class QTableView;
 
 namespace tallymar {
 
-class CSCmdBtn;
-
 // "Build Depreciation Detail": the years of a build, to be saved into the asset or not.
 class frmDeprBuild : public CSForm {
     Q_OBJECT
@@ -29,9 +27,7 @@ class frmDeprBuild : public CSForm {
     void Print();
 
     const DeprBuildGrid& grid_;
-    QString assetNum_;
     QTableView* MSFlexGrid1_;
-    CSCmdBtn* cmdSave_;
     bool cancelled_ = true;
 };
 

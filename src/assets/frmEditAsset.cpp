@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QTabBar>
 #include <QTabWidget>
@@ -110,6 +111,7 @@ frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepr
         edit_.Changed(control.Field->Id, control.Book);
         ShowAll();
         if (control.Field->HintOnChange) ShowMessage(ToQString(edit_.FieldHint));
+        ShowOutcome();
     };
     controls_.OnLeft = [this](const AssetControls::Control& control) {
         if (!company_.IsOpen() || !edit_.HasRow()) return;
@@ -117,11 +119,12 @@ frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepr
         ShowAll();
         if (control.Field->Id == AssetNum && edit_.AssetNumRejected) ShowTab(kGeneralTab);
     };
-    edit_.OnFindEnable = [this](bool enabled) { emit FindEnabled(enabled); };
+    edit_.OnFindEnable = [this](bool enabled) { emit AssetsCome(enabled); };
     connect(SSTab1_, &QTabWidget::currentChanged, this, Guarded([this](int tab) { OnTabChanged(tab); }));
     edit_.Open();
     ShowAll();
     ShowCaption();
+    ShowOutcome();
 }
 
 QWidget* frmEditAsset::MakeGeneralPage() {
@@ -190,7 +193,7 @@ QWidget* frmEditAsset::MakeSalePage() {
     return page;
 }
 
-QToolButton* frmEditAsset::MakeArrow(const AssetCommandDef& command, bool right, bool toEnd, void (AssetEditSession::*step)()) {
+QToolButton* frmEditAsset::MakeArrow(const AssetCommandDef& command, bool right, bool toEnd, bool (AssetEditSession::*step)()) {
     QToolButton* arrow = Named(new ArrowButton(right, toEnd, this), command.Control.data());
     arrow->setToolTip(ToQString(command.Tip));
     arrow->setAccessibleName(ToQString(command.Tip));
@@ -227,6 +230,7 @@ QWidget* frmEditAsset::MakeCommands() {
         ShowAll();
         ShowCaption();
         FocusField(AssetNum);
+        ShowOutcome();
     }));
     line->addWidget(MakeCommand(kCmdBuild, [this] { Build(); }));
     line->addWidget(MakeCommand(kCmdDelete, [this] { Delete(); }));
@@ -239,8 +243,11 @@ QWidget* frmEditAsset::MakeCommands() {
     line->addWidget(MakeCommand(kCmdFind, [this] { emit FindWanted(); }));
     line->addStretch(1);
     line->addWidget(MakeCommand(kCmdClose, [this] {
-        edit_.Close();
-        Unload();
+        if (edit_.Close()) {
+            Unload();
+        } else {
+            ShowOutcome();
+        }
     }));
     return bar;
 }
@@ -257,6 +264,7 @@ void frmEditAsset::LoadEdit() {
     edit_.LoadEdit();
     ShowAll();
     FocusTab();
+    ShowOutcome();
 }
 
 void frmEditAsset::ShowAll() {
@@ -276,8 +284,25 @@ void frmEditAsset::ShowPictureCommand() {
     cmdView_->setToolTip(ToQString(command.Tip));
 }
 
-void frmEditAsset::ShowTab(int tab) {
-    if (SSTab1_->currentIndex() != tab) SSTab1_->setCurrentIndex(tab);
+void frmEditAsset::ShowOutcome() {
+    if (const auto notice = edit_.TakeNotice()) {
+        const QString text = ToQString(notice->Text);
+        notice->IsWarning ? ShowWarning(text) : ShowResult(text);
+    }
+    if (!edit_.Offending) return;
+    const AssetField field = *edit_.Offending;
+    ShowTab(FieldDef(field).Place == FieldPlace::Sale ? kSaleTab : kGeneralTab);
+    FocusField(field);
+    if (auto* entry = qobject_cast<EntryEdit*>(controls_.Find(field, 0))) entry->selectAll();
+}
+
+bool frmEditAsset::ShowTab(int tab) {
+    return SSTab1_->currentIndex() == tab || TurnTo(*SSTab1_, tab);
+}
+
+bool frmEditAsset::MayTurn(QWidget* left) {
+    const AssetControls::Control* control = controls_.Of(left);
+    return !control || control->Field->Id != AssetNum || !edit_.AssetNumRejected;
 }
 
 void frmEditAsset::OnTabChanged(int tab) {
@@ -313,6 +338,13 @@ void frmEditAsset::OnFieldFocus(QWidget* field) {
 
 bool frmEditAsset::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return CSForm::eventFilter(watched, event);
+    if (static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
+        // What has just been typed in a field is the field's own to take back.
+        const auto* entry = qobject_cast<QLineEdit*>(watched);
+        if (entry && entry->isUndoAvailable()) return false;
+        Guarded([this] { BringBack(); })();
+        return true;
+    }
     const int key = static_cast<QKeyEvent*>(event)->key();
     // The Tab that Enter sends comes through here while Enter is still under way.
     if (key == Qt::Key_Tab || key == Qt::Key_Backtab) return CSForm::eventFilter(watched, event);
@@ -346,25 +378,36 @@ bool frmEditAsset::focusNextPrevChild(bool next) {
     const int tab = target == cmdView_ ? kGeneralTab : control ? control->Tab() : shownTab_;
     if (tab != shownTab_) {
         edit_.TabFocusArmed = false;  // the field that follows gets the focus, not the tab's first
-        ShowTab(tab);
+        if (!ShowTab(tab)) return true;
     }
     target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }
 
-void frmEditAsset::Move(void (AssetEditSession::*step)()) {
+void frmEditAsset::Move(bool (AssetEditSession::*step)()) {
     {
         const class_Hourglass wait;
         (edit_.*step)();
     }
+    // A warning was about the asset that has gone.
+    if (WarningStands()) EndNotice();
     ShowAll();
     ShowMessage(ToQString(edit_.FieldHint));
+    ShowOutcome();
     if (auto* entry = qobject_cast<EntryEdit*>(focusWidget())) entry->selectAll();
 }
 
 bool frmEditAsset::OnPage(Page page) {
     Guarded([this, page] { Move(page == Page::Next ? &AssetEditSession::Next : &AssetEditSession::Previous); })();
     return true;
+}
+
+void frmEditAsset::BringBack() {
+    edit_.BringBack();
+    ShowAll();
+    FocusTab();
+    ShowCaption();
+    ShowOutcome();
 }
 
 void frmEditAsset::Delete() {
@@ -375,16 +418,21 @@ void frmEditAsset::Delete() {
     ShowAll();
     ShowCaption();
     FocusTab();
+    ShowOutcome();
 }
 
 void frmEditAsset::Build() {
     DeprBuildGrid grid;
-    if (!edit_.Build(engine_, grid)) return;
+    if (!edit_.Build(engine_, grid)) {
+        ShowOutcome();
+        return;
+    }
     frmDeprBuild form(grid, edit_.Values.AssetNum, this);
     form.ShowModal();
     edit_.FinishBuild(form.BuildCancelled());
     ShowAll();
     FocusTab();
+    ShowOutcome();
 }
 
 void frmEditAsset::ViewPicture() {
@@ -405,8 +453,11 @@ void frmEditAsset::ViewPicture() {
     form.ShowModal();
 }
 
-void frmEditAsset::OnUnload() {
-    Guarded([this] { edit_.Unload(); })();
+bool frmEditAsset::MayUnload() {
+    bool leaves = true;
+    Guarded([this, &leaves] { leaves = edit_.Leave(); })();
+    if (!leaves) ShowOutcome();
+    return leaves;
 }
 
 }  // namespace tallymar

@@ -33,13 +33,14 @@ class frmEditAsset : public CSForm {
  signals:
     void FindWanted();
     void CopyWanted();
-    // The company has a first asset, or none any more.
-    void FindEnabled(bool enabled);
+    // The company has assets, or none any more.
+    void AssetsCome(bool any);
 
  protected:
     bool OnPage(Page page) override;
     void OnFieldFocus(QWidget* field) override;
-    void OnUnload() override;
+    bool MayUnload() override;
+    bool MayTurn(QWidget* left) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void showEvent(QShowEvent* event) override;
@@ -50,16 +51,20 @@ class frmEditAsset : public CSForm {
     QWidget* MakeArrows();
     QWidget* MakeCommands();
     QPushButton* MakeCommand(const AssetCommandDef& command, const std::function<void()>& action);
-    QToolButton* MakeArrow(const AssetCommandDef& command, bool right, bool toEnd, void (AssetEditSession::*step)());
+    QToolButton* MakeArrow(const AssetCommandDef& command, bool right, bool toEnd, bool (AssetEditSession::*step)());
 
     void ShowAll();
     void ShowCaption();
     void ShowPictureCommand();
-    void ShowTab(int tab);
+    // Takes the outcome of a command to the screen: what happened to the status line, the keyboard to the entry that could not be
+    // stored, if there was one.
+    void ShowOutcome();
+    bool ShowTab(int tab);
     void OnTabChanged(int tab);
     void FocusField(AssetField field);
     void FocusTab();
-    void Move(void (AssetEditSession::*step)());
+    void Move(bool (AssetEditSession::*step)());
+    void BringBack();
     void Delete();
     void Build();
     void ViewPicture();

@@ -1,11 +1,11 @@
 #include "assets/frmPicture.h"
 
-#include <QApplication>
 #include <QGridLayout>
 #include <QImageReader>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QScrollBar>
+#include <QStyle>
 
 #include "assets/AssetPicture.h"
 #include "platform/controls/FieldRows.h"
@@ -15,8 +15,7 @@ namespace tallymar {
 
 namespace {
 
-constexpr int kLeast = 240;     // of the window, either way
-constexpr double kMost = 0.85;  // of the screen
+constexpr QSize kLeast(240, 240);
 
 }  // namespace
 
@@ -48,9 +47,12 @@ std::optional<std::string> frmPicture::Load() {
     if (picture.isNull()) return std::string(kInvalidPicture);
     Picture2_->setPixmap(picture);
     Picture2_->resize(picture.size());
-    const QSize screen = QApplication::primaryScreen()->availableGeometry().size() * kMost;
-    Picture1_->setMinimumSize(qMin(kLeast, screen.width()), qMin(kLeast, screen.height()));
-    resize(picture.size().expandedTo({kLeast, kLeast}).boundedTo(screen));
+    // As large as the screen lets it be, within the frame that the desktop puts around it.
+    const QSize frame(2 * style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth),
+                      style()->pixelMetric(QStyle::PM_TitleBarHeight) + style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth));
+    const QSize room = (parentWidget() ? parentWidget()->screen() : screen())->availableGeometry().size() - frame;
+    Picture1_->setMinimumSize(kLeast.boundedTo(room));
+    resize(room);
     return std::nullopt;
 }
 

@@ -50,11 +50,11 @@ enum class Command {
 enum class EnabledWhen {
     Always,
     CompanyOpen,
-    HasAssets  // a company is open and had assets when the commands were last switched
+    HasAssets  // a company is open and has assets
 };
 
-// What decides which commands are on. It is looked at when a company opens or closes and when the first asset comes; between, the
-// commands stay as they are.
+// What decides which commands are on. It is looked at when a company opens or closes, when the first asset has been saved and
+// when the last has been deleted.
 struct SessionState {
     bool CompanyOpen = false;
     std::int64_t AssetCount = 0;

@@ -50,9 +50,6 @@ class Tallymar : public QMainWindow, private SessionObserver {
     bool UnloadEditForm();  // false when it stays, since what stands in it cannot be saved: the command must not go on then
     void ReopenEditForm();
 
-    // The Find menu item and button go with the first and the last asset, without the other commands.
-    void SetFindEnabled(bool enabled);
-
  protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -72,6 +69,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void MakeToolbar();
     void SetIcons();
     void ApplyEnabled(const SessionState& state);
+    void AssetsCome(bool any);  // or go: the commands that need some follow at once
     void FillWindowMenu();
     void ShowCaption();
 
@@ -108,6 +106,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
     std::vector<Switched> switched_;
     QMdiArea* area_ = nullptr;
     QMenu* windowMenu_ = nullptr;
+    bool hasAssets_ = false;
     bool closing_ = false;
 };
 

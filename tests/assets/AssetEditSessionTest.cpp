@@ -120,9 +120,82 @@ TEST_F(AssetEditSessionTest, DeletingLeavesNoTraceOfTheEntry) {
     bool find = true;
     edit_.OnFindEnable = [&find](bool on) { find = on; };
     EXPECT_TRUE(edit_.Delete()) << "the form closes";
-    edit_.Unload();
+    EXPECT_TRUE(edit_.Leave());
     EXPECT_FALSE(find);
     EXPECT_THAT(Numbers(), ElementsAre());
+}
+
+TEST_F(AssetEditSessionTest, WhatACommandDroppedComesBack) {
+    Add({"A1", "A2", "A3"});
+    edit_.Open();
+    edit_.Values.Description = "Lathe";
+    edit_.Values.Book[3].Basis = Units(700);
+    company_.Session.AssetsRecordset().Seek("A3");
+    edit_.LoadEdit();  // as the find list does
+    EXPECT_EQ(edit_.TakeNotice()->Text, "Entries of A1 were not saved. Ctrl+Z brings them back");
+    EXPECT_EQ(Stored("A1").Description, "");
+    // Meanwhile something else of the asset is stored: that stays.
+    edit_.First();
+    edit_.Values.Division = "East";
+    edit_.Last();
+    edit_.Values.Description = "saved on the way back";
+    EXPECT_TRUE(edit_.BringBack());
+    EXPECT_EQ(Stored("A3").Description, "saved on the way back");
+    EXPECT_EQ(edit_.Values.AssetNum, "A1");
+    EXPECT_EQ(edit_.Values.Description, "Lathe");
+    EXPECT_EQ(edit_.Values.Division, "East");
+    EXPECT_EQ(edit_.Values.Book[3].AdjBasis, Units(700));
+    edit_.SaveEdit();
+    EXPECT_EQ(Stored("A1").Basis[3], Units(700));
+    EXPECT_FALSE(edit_.BringBack()) << "once";
+
+    // A new asset drops entries too, also those of another new one, which is as new as it was when it comes back.
+    edit_.New();
+    edit_.Values.Description = "first";
+    edit_.New();
+    EXPECT_EQ(edit_.TakeNotice()->Text, "Entries of NEW001 were not saved. Ctrl+Z brings them back");
+    edit_.SaveEdit();
+    EXPECT_TRUE(edit_.BringBack());
+    EXPECT_EQ(edit_.Values.Description, "first");
+    EXPECT_TRUE(state_.NewAssetPending);
+
+    // A deleted asset comes back whole, with what had been entered last; a form that stands no longer does not matter.
+    edit_.Values.Description = "entered, then deleted";
+    const AssetRecord before = Stored("NEW001");
+    company_.Prompts.YesNo = {true};
+    edit_.Delete();
+    EXPECT_EQ(edit_.TakeNotice()->Text, "Asset NEW001 was deleted. Ctrl+Z brings it back");
+    EXPECT_TRUE(edit_.Leave());
+    AssetEditSession again(company_.Session, state_, company_.Prompts);
+    again.Open();
+    EXPECT_TRUE(again.BringBack());
+    EXPECT_EQ(Stored("NEW001"), before);
+    EXPECT_EQ(again.Values.AssetNum, "NEW001");
+    EXPECT_EQ(again.Values.Description, "entered, then deleted");
+    EXPECT_TRUE(state_.NewAssetPending);
+}
+
+TEST_F(AssetEditSessionTest, WhatFieldsTakeInSilentlyIsSaid) {
+    Add({"A1", "A2"});
+    edit_.Open();
+    const auto use = [this](int percent) {
+        edit_.Values.BusinessUse = Units(percent);
+        edit_.Changed(AssetField::BusinessUse);
+        const auto notice = edit_.TakeNotice();
+        return notice && notice->IsWarning ? notice->Text : std::string();
+    };
+    edit_.Focused(AssetField::BusinessUse);
+    EXPECT_EQ(use(60), "");
+    for (const int typed : {1, 10, 100}) EXPECT_EQ(use(typed), kBusinessUseSetMethods) << "it stays so";
+    edit_.Focused(AssetField::BusinessUse);
+    EXPECT_EQ(use(40), "") << "straight line already";
+
+    edit_.Values.InService = "2003/13/1";
+    EXPECT_TRUE(edit_.Next());
+    EXPECT_EQ(edit_.TakeNotice()->Text, "In Service of A1 is not a date: nothing was stored. Ctrl+Z brings it back");
+    EXPECT_TRUE(Stored("A1").InService.IsNone());
+    EXPECT_TRUE(edit_.BringBack());
+    EXPECT_EQ(edit_.Values.InService, "2003/13/1");
 }
 
 TEST_F(AssetEditSessionTest, ClosingByTheFrameComesBackToTheAsset) {
@@ -131,7 +204,7 @@ TEST_F(AssetEditSessionTest, ClosingByTheFrameComesBackToTheAsset) {
     edit_.Next();
     edit_.Values.Description = "stored on closing";
     edit_.Values.AssetNum = "A15";
-    edit_.Unload();
+    EXPECT_TRUE(edit_.Leave());
     EXPECT_TRUE(state_.EditFormClosed);
     EXPECT_EQ(Stored("A15").Description, "stored on closing");
     company_.Session.AssetsRecordset().MoveFirst();
@@ -139,7 +212,6 @@ TEST_F(AssetEditSessionTest, ClosingByTheFrameComesBackToTheAsset) {
     again.Open();
     EXPECT_EQ(again.Values.AssetNum, "A15") << "under its new number";
     again.Close();
-    again.Unload();
     company_.Session.AssetsRecordset().MoveFirst();
     AssetEditSession third(company_.Session, state_, company_.Prompts);
     third.Open();
@@ -156,35 +228,68 @@ TEST_F(AssetEditSessionTest, ClosingByTheFrameComesBackToTheAsset) {
     EXPECT_EQ(fourth.Values.AssetNum, "A15");
 }
 
-TEST_F(AssetEditSessionTest, ARowThatCannotBeWrittenStaysAsItWas) {
+// However the asset is to be left, an entry that cannot be stored keeps it on the screen and is named.
+TEST_F(AssetEditSessionTest, AnEntryThatCannotBeStoredIsNeverDropped) {
     Add({"A1", "A2"});
     edit_.Open();
-    const AssetRecord before = Stored("A1");
-    edit_.Values.Description = "typed";
-    edit_.Values.AccountNum = "1234567890123";
-    try {
-        edit_.Next();
-        FAIL() << "thirteen characters in a column of twelve";
-    } catch (const PlatformError& failure) {
-        EXPECT_EQ(failure.Number(), 3163);
+    AssetRecord lathe = Stored("A2");
+    lathe.Description = "Engine lathe";
+    company_.Session.AssetsRecordset().Seek("A2");
+    company_.Session.WriteAssetRecord(lathe);
+    ADepre engine(company_.Folder.Path());
+    DeprBuildGrid grid;
+    struct {
+        const char* Why;
+        AssetField Field;
+        std::function<void(AssetFieldValues&)> Enter;
+    } const cases[] = {
+        {"Account Number holds 12 characters\n\n", AssetField::AccountNum,
+         [](auto& values) { values.AccountNum = "1234567890123"; }},
+        {"Number A2 belongs to Engine lathe\n\n", AssetField::AssetNum, [](auto& values) { values.AssetNum = "A2"; }}};
+    const std::function<bool()> ways[] = {[this] { return edit_.Next(); },           [this] { return edit_.First(); },
+                                          [this] { return edit_.Leave(); },          [this] { return edit_.Close(); },
+                                          [&] { return edit_.Build(engine, grid); }, [this] { return edit_.BringBack(); }};
+    company_.Prompts.YesNo = {true};
+    edit_.Last();
+    edit_.New();
+    edit_.Values.Description = "Press";
+    const AssetRecord before = Stored("NEW001");
+    state_.Kept.Keep({.AssetNum = "A1"});
+    const AssetFieldValues good = edit_.Values;
+    for (const auto& each : cases) {
+        edit_.Values = good;
+        each.Enter(edit_.Values);
+        const AssetFieldValues entered = edit_.Values;
+        for (const auto& leave : ways) {
+            company_.Prompts.Messages.clear();
+            EXPECT_FALSE(leave()) << each.Why;
+            ASSERT_EQ(company_.Prompts.Messages.size(), 1u);
+            EXPECT_THAT(company_.Prompts.Messages[0].Text, testing::StartsWith(each.Why));
+            EXPECT_EQ(edit_.Offending, each.Field);
+            EXPECT_EQ(edit_.Values, entered);
+            EXPECT_EQ(Stored("NEW001"), before);
+            EXPECT_EQ(state_.CurrentAssetNum, "NEW001") << "a refused Close forgets nothing";
+            EXPECT_FALSE(state_.EditFormClosed);
+        }
     }
-    EXPECT_EQ(Stored("A1"), before);
-    EXPECT_EQ(edit_.Values.Description, "typed");
-    EXPECT_EQ(edit_.Values.AssetNum, "A1");
-    edit_.Unload();
-    EXPECT_THAT(company_.Prompts.Messages, ElementsAre()) << "its message has been shown";
-    EXPECT_EQ(Stored("A1"), before);
+    edit_.Values = good;
+    EXPECT_TRUE(edit_.Close());
+    EXPECT_EQ(Stored("NEW001").Description, "Press");
+}
 
-    // A duplicate number of a new asset is for the database to refuse; once.
-    AssetEditSession again(company_.Session, state_, company_.Prompts);
-    again.Open();
-    again.New();
-    again.Values.AssetNum = "A2";
-    again.Left(AssetField::AssetNum);
-    EXPECT_FALSE(again.AssetNumRejected);
-    again.Unload();
-    ASSERT_EQ(company_.Prompts.Messages.size(), 1u);
-    EXPECT_THAT(Numbers(), ElementsAre("A1", "A2", "NEW001"));
+// What no entry can mend, such as a row that another program has deleted, may be left, if the user says so.
+TEST_F(AssetEditSessionTest, WhatNoEntryCanMendMayBeLeft) {
+    Add({"A1", "A2"});
+    edit_.Open();
+    edit_.Values.Description = "Lathe";
+    recordset::Recordset other = company_.Session.Database().OpenRecordset("Assets");
+    other.SetIndex("AssetNum");
+    other.Seek("A1");
+    other.Delete();
+    company_.Prompts.YesNo = {false, true};
+    EXPECT_FALSE(edit_.Leave());
+    EXPECT_EQ(company_.Prompts.Questions.back().Text, "Close without saving the entries of A1?");
+    EXPECT_TRUE(edit_.Leave());
 }
 
 TEST_F(AssetEditSessionTest, ADuplicateNumberIsRefusedInTheField) {
@@ -228,8 +333,7 @@ TEST_F(AssetEditSessionTest, AnEmptyCompanyStartsWithANewAsset) {
     EXPECT_FALSE(state_.NewAssetPending);
     EXPECT_EQ(Stored("NEW001").Basis[3], Units(500));
 
-    // Entries since the last save vanish with a new asset.
-    edit_.Values.Description = "dropped";
+    edit_.Values.Description = "not saved by a new asset";
     edit_.New();
     EXPECT_EQ(Stored("NEW001").Description, "");
     EXPECT_THAT(Numbers(), ElementsAre("NEW001", "NEW002"));

@@ -40,11 +40,7 @@ void CSCombo::keyPressEvent(QKeyEvent* event) {
 }
 
 void CSCombo::wheelEvent(QWheelEvent* event) {
-    if (hasFocus()) {
-        QComboBox::wheelEvent(event);
-    } else {
-        event->ignore();
-    }
+    event->ignore();  // an open list gets the wheel itself
 }
 
 }  // namespace tallymar

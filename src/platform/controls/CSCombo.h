@@ -7,8 +7,8 @@
 namespace tallymar {
 
 // A list to choose from. Up and Down belong to the form, which moves between fields with them; Left and Right, a letter, or the
-// opened list (Space, F4, Alt+Down) change the choice. The mouse wheel does only while the list has the focus: scrolling a form
-// must not change an asset.
+// opened list (Space, F4, Alt+Down) change the choice. The mouse wheel does only while the list is open: scrolling a form must
+// not change an asset.
 class CSCombo : public QComboBox {
     Q_OBJECT
 

@@ -1,7 +1,9 @@
 #include "platform/controls/CSForm.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QEventLoop>
@@ -14,6 +16,7 @@
 #include <QTabWidget>
 
 #include "platform/controls/EntryEdit.h"
+#include "platform/controls/HintLine.h"
 #include "platform/controls/Hourglass.h"
 
 namespace tallymar {
@@ -55,10 +58,15 @@ void CSForm::ShowModal() {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowCloseButtonHint);
     setWindowModality(Qt::ApplicationModal);
-    adjustSize();
+    if (!testAttribute(Qt::WA_Resized)) adjustSize();
     QRect frame({}, size());
     const QScreen* screen = over ? over->screen() : QApplication::primaryScreen();
-    frame.moveCenter(over && over->isVisible() ? over->geometry().center() : screen->availableGeometry().center());
+    const QRect room = screen->availableGeometry();
+    frame.moveCenter(over && over->isVisible() ? over->geometry().center() : room.center());
+    // Over a window at the screen's edge it would hang off the screen.
+    frame.moveRight(qMin(frame.right(), room.right()));
+    frame.moveBottom(qMin(frame.bottom(), room.bottom()));
+    frame.moveTopLeft({qMax(frame.left(), room.left()), qMax(frame.top(), room.top())});
     move(frame.topLeft());
     QEventLoop loop;
     connect(this, &CSForm::Unloaded, &loop, &QEventLoop::quit);
@@ -84,20 +92,38 @@ QString CSForm::HintOf(const QWidget* field) {
 }
 
 QLabel* CSForm::MakeHintLine(const char* name) {
-    hintLine_ = new QLabel(this);
+    hintLine_ = new HintLine(this);
     hintLine_->setObjectName(QString::fromLatin1(name));
-    hintLine_->setAccessibleName(tr("Status"));
-    hintLine_->setTextFormat(Qt::PlainText);
-    // A long hint must not widen the window under the user's hands.
-    hintLine_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    hintLine_->setMinimumHeight(hintLine_->fontMetrics().height());
     return hintLine_;
 }
 
 void CSForm::ShowMessage(const QString& text) {
+    if (hintLine_ && !noticeStands_) hintLine_->Show(text, HintLine::Mark::None);
+}
+
+void CSForm::ShowResult(const QString& text) {
+    ShowNotice(text, false);
+}
+
+void CSForm::ShowWarning(const QString& text) {
+    ShowNotice(text, true);
+}
+
+void CSForm::ShowNotice(const QString& text, bool isWarning) {
     if (!hintLine_) return;
-    hintLine_->setText(text);
-    hintLine_->setToolTip(text);
+    noticeStands_ = true;
+    hintLine_->Show(text, isWarning ? HintLine::Mark::Warning : HintLine::Mark::None);
+}
+
+bool CSForm::WarningStands() const {
+    return noticeStands_ && hintLine_->Shown() == HintLine::Mark::Warning;
+}
+
+void CSForm::EndNotice() {
+    if (!noticeStands_) return;
+    noticeStands_ = false;
+    const QWidget* in = focusWidget();
+    ShowMessage(in ? HintOf(in) : QString());
 }
 
 void CSForm::Adopt() {
@@ -106,8 +132,14 @@ void CSForm::Adopt() {
     for (QWidget* field : findChildren<QWidget*>()) {
         if (!IsField(field)) continue;
         field->installEventFilter(this);
+        // The next entry or command takes a standing result off the line before it does anything itself.
         if (auto* entry = qobject_cast<EntryEdit*>(field)) {
-            connect(entry, &EntryEdit::Refused, this, [this](const QString& why) { notice_ = why; });
+            connect(entry, &QLineEdit::textEdited, this, &CSForm::EndNotice);
+            connect(entry, &EntryEdit::Refused, this, &CSForm::ShowWarning);
+        } else if (auto* list = qobject_cast<QComboBox*>(field)) {
+            connect(list, &QComboBox::activated, this, &CSForm::EndNotice);
+        } else if (qobject_cast<QPushButton*>(field) || qobject_cast<QCheckBox*>(field) || qobject_cast<QRadioButton*>(field)) {
+            connect(qobject_cast<QAbstractButton*>(field), &QAbstractButton::pressed, this, &CSForm::EndNotice);
         }
     }
 }
@@ -127,22 +159,25 @@ void CSForm::FocusFirst() {
 
 bool CSForm::eventFilter(QObject* watched, QEvent* event) {
     auto* field = qobject_cast<QWidget*>(watched);
-    if (event->type() == QEvent::ShortcutOverride && CommandOf(*static_cast<QKeyEvent*>(event))) {
-        event->accept();
-        return true;
+    int tab = 0;
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (CommandOf(*key) || TabsOf(*key, tab)) {
+            event->accept();
+            return true;
+        }
     }
     if (event->type() == QEvent::KeyPress && field->hasFocus()) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (QPushButton* command = CommandOf(*key)) {
             command->setFocus(Qt::ShortcutFocusReason);
-            command->animateClick();
+            command->click();
             return true;
         }
+        if (QTabWidget* tabs = TabsOf(*key, tab)) return TurnTab(*tabs, tab);
         if (OnFieldKey(field, key->key(), key->modifiers())) return true;
     } else if (event->type() == QEvent::FocusIn) {
-        const QString hint = HintOf(field);
-        ShowMessage(notice_.isEmpty() ? hint : hint.isEmpty() ? notice_ : notice_ + QStringLiteral("  ") + hint);
-        notice_.clear();
+        ShowMessage(HintOf(field));
         OnFieldFocus(field);
     }
     return QWidget::eventFilter(watched, event);
@@ -157,11 +192,24 @@ QPushButton* CSForm::CommandOf(const QKeyEvent& key) const {
     return nullptr;
 }
 
+QTabWidget* CSForm::TabsOf(const QKeyEvent& key, int& tab) const {
+    if (key.modifiers() != Qt::AltModifier) return nullptr;
+    const QKeySequence access(key.keyCombination());
+    for (auto* tabs : findChildren<QTabWidget*>()) {
+        if (!tabs->isVisible()) continue;
+        for (tab = 0; tab < tabs->count(); ++tab) {
+            if (QKeySequence::mnemonic(tabs->tabText(tab)) == access) return tabs;
+        }
+    }
+    return nullptr;
+}
+
 bool CSForm::OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers) {
     if (modifiers == Qt::ControlModifier && (key == Qt::Key_PageDown || key == Qt::Key_PageUp)) {
-        return TurnTab(key == Qt::Key_PageDown ? 1 : -1);
+        return StepTab(key == Qt::Key_PageDown ? 1 : -1);
     }
     if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
+    if (qobject_cast<QAbstractItemView*>(field)) return false;
     const bool onPad = modifiers & Qt::KeypadModifier;
     // In a list of options the arrows choose.
     if ((key == Qt::Key_Down || key == Qt::Key_Up) && qobject_cast<QRadioButton*>(field)) return false;
@@ -189,12 +237,28 @@ bool CSForm::OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers
     }
 }
 
-bool CSForm::TurnTab(int step) {
+bool CSForm::TurnTo(QTabWidget& tabs, int tab) {
+    if (QWidget* in = focusWidget(); in && tabs.isAncestorOf(in)) {
+        in->clearFocus();
+        if (!MayTurn(in)) {
+            in->setFocus(Qt::OtherFocusReason);
+            return false;
+        }
+    }
+    tabs.setCurrentIndex(tab);
+    return true;
+}
+
+bool CSForm::TurnTab(QTabWidget& tabs, int tab) {
+    if (!TurnTo(tabs, tab)) return true;
+    if (QWidget* first = FirstField(tabs.currentWidget())) first->setFocus(Qt::TabFocusReason);
+    return true;
+}
+
+bool CSForm::StepTab(int step) {
     auto* tabs = findChild<QTabWidget*>();
     if (!tabs || tabs->count() == 0) return false;
-    tabs->setCurrentIndex((tabs->currentIndex() + step + tabs->count()) % tabs->count());
-    if (QWidget* first = FirstField(tabs->currentWidget())) first->setFocus(Qt::TabFocusReason);
-    return true;
+    return TurnTab(*tabs, (tabs->currentIndex() + step + tabs->count()) % tabs->count());
 }
 
 void CSForm::keyPressEvent(QKeyEvent* event) {

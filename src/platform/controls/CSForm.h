@@ -6,15 +6,18 @@
 #include <QWidget>
 
 class QPushButton;
+class QTabWidget;
 
 namespace tallymar {
 
+class HintLine;
+
 // The base of every window but the main one: a child of the main window, or a modal one.
 //
-// Its fields are gone through by Tab, and by Enter and Down as well; Up goes back, in lists too (among option
-// buttons the arrows choose). Ctrl+Page Down and Ctrl+Page Up
-// turn its tabs. A focused field's hint stands in the form's status line. All of it holds for the fields that the form has when
-// it is first shown.
+// Its fields are gone through by Tab, and by Enter and Down as well; Up goes back, in lists too (among option buttons and in a
+// grid the arrows choose). Ctrl+Page Down, Ctrl+Page Up and their access keys turn its tabs. The access key of a command presses
+// it at once, so that what is typed next goes where the command puts the keyboard. A focused field's hint stands in the form's
+// status line. All of it holds for the fields that the form has when it is first shown.
 class CSForm : public QWidget {
     Q_OBJECT
 
@@ -50,7 +53,22 @@ class CSForm : public QWidget {
 
     // The status line, to be put at the form's foot.
     QLabel* MakeHintLine(const char* name = "TextMessage");
+    // A hint. It gives way to the next one, and is passed over while a result or a warning stands.
     void ShowMessage(const QString& text);
+    // What a command has done, and what became of an entry that a field did not take as it was typed. Both stay on the status
+    // line, wherever the keyboard goes, until the next entry or command.
+    void ShowResult(const QString& text);
+    void ShowWarning(const QString& text);
+    bool WarningStands() const;
+    // The hint of the field that has the keyboard takes the line again.
+    void EndNotice();
+
+    // Turns to a tab as the keyboard does. The field that has the keyboard is left first, while it still stands there: a page
+    // that goes or comes back must not run the rules of fields that its user never went to. False when the field does not let go.
+    bool TurnTo(QTabWidget& tabs, int tab);
+    // The field has been left for another tab: false keeps its tab, and the form has said why.
+    virtual bool MayTurn(QWidget* /*left*/) { return true; }
+
     // The button that Escape presses.
     void SetCancelButton(QAbstractButton* button) { cancelButton_ = button; }
 
@@ -61,14 +79,18 @@ class CSForm : public QWidget {
 
  private:
     void Adopt();
-    bool TurnTab(int step);
+    bool TurnTab(QTabWidget& tabs, int tab);
+    bool StepTab(int step);
+    void ShowNotice(const QString& text, bool isWarning);
+    // The tab whose access key this is, of the tabs shown.
+    QTabWidget* TabsOf(const QKeyEvent& key, int& tab) const;
     // The command whose access key this is. The form takes it for itself: the main menu may have the same letter.
     QPushButton* CommandOf(const QKeyEvent& key) const;
     bool OnFieldKey(QWidget* field, int key, Qt::KeyboardModifiers modifiers);
 
-    QLabel* hintLine_ = nullptr;
+    HintLine* hintLine_ = nullptr;
     QPointer<QAbstractButton> cancelButton_;
-    QString notice_;  // why the field just left took its entry back
+    bool noticeStands_ = false;  // a result or a warning is on the status line
     bool adopted_ = false;
     bool unloaded_ = false;
 };

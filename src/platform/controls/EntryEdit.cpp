@@ -18,6 +18,9 @@ class EntryEdit::Checker : public QValidator {
 EntryEdit::EntryEdit(QWidget* parent) : QLineEdit(parent) {
     setValidator(new Checker(this));
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) { textBefore_ = text; });
+    connect(this, &QLineEdit::inputRejected, this, [this] {
+        if (const QString why = WhyRefused(); !why.isEmpty()) emit Refused(why);
+    });
 }
 
 void EntryEdit::ShowText(const QString& text) {

@@ -22,7 +22,8 @@ class EntryEdit : public QLineEdit {
     // The value is another one: sent on each keystroke that makes it so, but not while a number being typed lies outside its
     // limits; and when the program sets it.
     void Changed();
-    // The field has taken an entry back on leaving; why, for the status line.
+    // The field does not take what is being typed, has taken an entry back on leaving, or holds one that counts for nothing;
+    // which of these, for the status line.
     void Refused(const QString& why);
     void Left();
 
@@ -32,6 +33,9 @@ class EntryEdit : public QLineEdit {
     virtual void Enter() {}
     virtual void Leave() {}
     virtual QString WidestText() const = 0;
+
+    // Why Check has just refused a text, where its user cannot see it from the text alone.
+    virtual QString WhyRefused() const { return {}; }
 
     // Shows a text of the program's without checking it.
     void ShowText(const QString& text);

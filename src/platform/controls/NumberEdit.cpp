@@ -109,6 +109,7 @@ QString NumberEdit::Grouped(const QString& plain) const {
 
 QValidator::State NumberEdit::Check(QString& text, int& caret) const {
     const qsizetype lengthBefore = TextBefore().size();
+    whyRefused_.clear();
     const std::optional<QString> read = Plain(text, caret);
     if (!read) return QValidator::Invalid;
     const QString& plain = *read;
@@ -124,7 +125,11 @@ QValidator::State NumberEdit::Check(QString& text, int& caret) const {
     const bool tooLow = amount < limits_.Minimum;
     // Below a limit above zero more digits may follow. Taking digits away from a stored value outside the limits is a way back.
     const bool onItsWay = tooLow && amount >= CurrencyAmount();
-    if ((tooHigh || (tooLow && !onItsWay)) && text.size() >= lengthBefore) return QValidator::Invalid;
+    if ((tooHigh || (tooLow && !onItsWay)) && text.size() >= lengthBefore) {
+        whyRefused_ = tooHigh ? tr("Above the limit of %1").arg(Shown(limits_.Maximum))
+                              : tr("Below the limit of %1").arg(Shown(limits_.Minimum));
+        return QValidator::Invalid;
+    }
 
     const QString grouped = Grouped(plain);
     int left = caret;
@@ -136,6 +141,10 @@ QValidator::State NumberEdit::Check(QString& text, int& caret) const {
     text = grouped;
     caret = place;
     return QValidator::Acceptable;
+}
+
+QString NumberEdit::WhyRefused() const {
+    return whyRefused_;
 }
 
 void NumberEdit::Enter() {

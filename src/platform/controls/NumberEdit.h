@@ -32,6 +32,7 @@ class NumberEdit : public EntryEdit {
     void SetAmount(CurrencyAmount amount);
 
     QValidator::State Check(QString& text, int& caret) const override;
+    QString WhyRefused() const override;
     void Enter() override;
     void Leave() override;
     QString WidestText() const override;
@@ -46,6 +47,7 @@ class NumberEdit : public EntryEdit {
     Limits limits_;
     CurrencyAmount noted_;    // the value that Changed was last sent for
     CurrencyAmount entered_;  // the value when the field got the focus
+    mutable QString whyRefused_;
 };
 
 // Entry of an amount, percentage or life.

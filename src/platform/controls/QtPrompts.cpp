@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 
+#include "platform/controls/Hourglass.h"
 #include "platform/controls/ScreenText.h"
 
 namespace tallymar {
@@ -25,18 +26,34 @@ QMessageBox::Icon IconOf(MessageKind kind) {
     return QMessageBox::Information;
 }
 
+// The toolkit reads the patterns from the last parentheses, which the dialog does not show: the name says them as its user knows
+// them.
 QString FilterText(const FileFilter& filter) {
-    // The toolkit reads the patterns from the parentheses, "(*.mdb)".
-    const QString name = ToQString(filter.Name);
-    const QString pattern = u'(' + ToQString(filter.Pattern).replace(u';', u' ') + u')';
-    return name.endsWith(pattern) ? name : name + u' ' + pattern;
+    return QStringLiteral("%1 (%2)").arg(ToQString(filter.Name), ToQString(filter.Pattern).replace(u';', u' '));
 }
+
+// The pointer of a command that has the wait cursor is the usual one while it asks.
+class PointerForDialog {
+ public:
+    PointerForDialog() : stands_(class_Hourglass::Stands()) {
+        if (stands_) QApplication::changeOverrideCursor(Qt::ArrowCursor);
+    }
+    ~PointerForDialog() {
+        if (stands_) QApplication::changeOverrideCursor(Qt::WaitCursor);
+    }
+    PointerForDialog(const PointerForDialog&) = delete;
+    PointerForDialog& operator=(const PointerForDialog&) = delete;
+
+ private:
+    bool stands_;
+};
 
 }  // namespace
 
 void QtPrompts::Message(std::string_view text, std::string_view title, MessageKind kind) {
     QMessageBox box(IconOf(kind), ToQString(title), FailureToQString(text), QMessageBox::Ok, window_);
     box.setTextFormat(Qt::PlainText);
+    const PointerForDialog pointer;
     box.exec();
 }
 
@@ -52,6 +69,7 @@ bool QtPrompts::AskYesNo(std::string_view text, std::string_view title) {
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
+    const PointerForDialog pointer;
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -61,6 +79,7 @@ Answer QtPrompts::AskYesNoCancel(std::string_view text, std::string_view title) 
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::Cancel);
+    const PointerForDialog pointer;
     const int pressed = box.exec();
     if (pressed == QMessageBox::Yes) return Answer::Yes;
     return pressed == QMessageBox::No ? Answer::No : Answer::Cancel;
@@ -76,6 +95,7 @@ std::optional<std::filesystem::path> QtPrompts::AskSaveFile(const FileDialog& di
 
 void QtPrompts::SetUp(QFileDialog& box, const FileDialog& dialog) {
     box.setWindowTitle(ToQString(dialog.Title));
+    box.setOption(QFileDialog::HideNameFilterDetails);
     QStringList filters;
     for (const FileFilter& filter : dialog.Filters) filters += FilterText(filter);
     if (!filters.isEmpty()) {
@@ -93,6 +113,7 @@ std::optional<std::filesystem::path> QtPrompts::AskFile(const FileDialog& dialog
     box.setAcceptMode(forSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     box.setFileMode(forSaving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     SetUp(box, dialog);
+    const PointerForDialog pointer;
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
     return QStringToPath(box.selectedFiles().constFirst());
 }

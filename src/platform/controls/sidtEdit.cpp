@@ -1,5 +1,6 @@
 #include "platform/controls/sidtEdit.h"
 
+#include "platform/controls/HintLine.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/runtime/DateText.h"
 
@@ -7,7 +8,8 @@ namespace tallymar {
 
 namespace {
 constexpr int kLongestEntry = 32;  // "September 30, 2003 12:30:00 PM"
-}
+constexpr const char* kMarked = "noDate";
+}  // namespace
 
 sidtEdit::sidtEdit(QWidget* parent) : EntryEdit(parent) {
     setMaxLength(kLongestEntry);
@@ -40,20 +42,22 @@ QValidator::State sidtEdit::Check(QString& text, int& /*caret*/) const {
 void sidtEdit::Leave() {
     if (const Date date = Value(); !date.IsNone()) SetValue(date);
     Mark();
+    if (IsMarked()) emit Refused(tr("Not a date: nothing will be stored"));
+}
+
+bool sidtEdit::IsMarked() const {
+    return property(kMarked).toBool();
 }
 
 void sidtEdit::Mark() {
     // While it is being typed every date is unfinished: only a field that was left is marked.
     const bool wrong = !hasFocus() && !text().trimmed().isEmpty() && !IsDate();
-    if (wrong == !property("noDate").toBool()) {
-        setProperty("noDate", wrong);
-        QPalette marked;
-        if (wrong)
-            marked.setColor(QPalette::Text,
-                            palette().color(QPalette::Base).lightness() < 128 ? QColor(0xff8a80) : QColor(0xb3261e));
-        setPalette(marked);
-        setToolTip(wrong ? tr("This is not a date.") : QString());
-    }
+    if (wrong == IsMarked()) return;
+    setProperty(kMarked, wrong);
+    QPalette marked;
+    if (wrong) marked.setColor(QPalette::Text, WarningColor(palette().color(QPalette::Base)));
+    setPalette(marked);
+    setToolTip(wrong ? tr("This is not a date.") : QString());
 }
 
 QString sidtEdit::WidestText() const {

@@ -30,6 +30,7 @@ class sidtEdit : public EntryEdit {
 
  private:
     void Mark();
+    bool IsMarked() const;
 };
 
 }  // namespace tallymar

@@ -133,7 +133,10 @@ TEST_F(KeyboardTest, ACompanyIsKeyedIn) {
     Play("sidbGainLoss shows -3,125.75 | check chkAbandoned | check chkSold | press PgDown | press PgDown");
     keys_.GoTo("sitxAssetNum");
     Play("sitxAssetNum shows M001");
-    Keyboard::WhenModal("frmDeprBuild", [this] { keys_.Press(Qt::Key_Return); });
+    Keyboard::WhenModal("frmDeprBuild", [this] {
+        EXPECT_EQ(Keyboard::Name(), "MSFlexGrid1") << "Enter must not save what nobody has looked at";
+        keys_.Alt(Qt::Key_S);
+    });
     keys_.Alt(Qt::Key_B);
     Play("sidbPrevDepr(1) shows 22,100.26");
     keys_.Alt(Qt::Key_L);
