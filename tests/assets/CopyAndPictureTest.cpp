@@ -1,10 +1,10 @@
-#include <fstream>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "assets/AssetPicture.h"
 #include "assets/CopyAsset.h"
+#include "support/Failures.h"
+#include "support/Files.h"
 #include "support/TestCompany.h"
 
 namespace tallymar {
@@ -63,12 +63,8 @@ TEST_F(CopyAssetTest, NumbersByThePrefix) {
     EXPECT_EQ(CopyNumber("A", 1), "A1");
     EXPECT_EQ(CopyNumber("", 7), "7");
     EXPECT_THAT(Copy("X", "none", {}), ElementsAre());
-    try {
-        Copy("ABCDE", "11", std::deque<bool>(11, true));
-        FAIL() << "ABCDE10 has seven characters";
-    } catch (const PlatformError& failure) {
-        EXPECT_EQ(failure.Number(), 3163);
-    }
+    EXPECT_EQ(test::NumberOf([this] { Copy("ABCDE", "11", std::deque<bool>(11, true)); }), 3163)
+        << "ABCDE10 has seven characters";
     EXPECT_EQ(company_.Session.AssetCount(), 10);
     EXPECT_EQ(CopySource(company_.Session, "B2"), "A1");
     company_.Session.AssetsRecordset().Seek("none");
@@ -80,12 +76,8 @@ class AssetPictureTest : public testing::Test {
     std::filesystem::path Write(const std::filesystem::path& name, const std::string& contents) {
         const std::filesystem::path path = folder_ / name;
         std::filesystem::create_directories(path.parent_path());
-        std::ofstream(path, std::ios::binary) << contents;
+        test::WriteAll(path, contents);
         return path;
-    }
-    std::string Read(const std::filesystem::path& path) {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
     }
 
     test::TempFolder folder_;
@@ -98,7 +90,7 @@ TEST_F(AssetPictureTest, IsCopiedWhereTheProgramLooks) {
     prompts_.OpenFiles = {source, std::nullopt, images / "Press.JPG",
                           Write("camera/a name longer than the asset can hold.jpg", "x")};
     EXPECT_EQ(AddPicture(images, prompts_), "lathe.gif");
-    EXPECT_EQ(Read(images / "lathe.gif"), "GIF89a");
+    EXPECT_EQ(test::ReadAll(images / "lathe.gif"), "GIF89a");
     EXPECT_EQ(prompts_.Messages.back().Text,
               "Paths = " + source.parent_path().string() + " - " + (images / "lathe.gif").string() + " - " + source.string());
     EXPECT_EQ(AddPicture(images, prompts_), std::nullopt);

@@ -1,5 +1,8 @@
 #include <QCheckBox>
+#include <QClipboard>
+#include <QLabel>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -62,6 +65,41 @@ TEST_F(FormKeys, ListsKeepTheirChoiceUnderTheMovingKeysAndChangeItByTheirOwn) {
     EXPECT_EQ(list_->Text(), "MI");
     EXPECT_FALSE(list_->Choose("ZZ"));
     EXPECT_EQ(list_->Text(), "MI");
+}
+
+TEST_F(FormKeys, TheWheelLeavesAClosedListAlone) {
+    list_->setFocus();
+    QWheelEvent wheel({5, 5}, list_->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                      false);
+    QApplication::sendEvent(list_, &wheel);
+    EXPECT_EQ(list_->Text(), "DB") << "an asset must not change by scrolling";
+}
+
+TEST_F(FormKeys, AResultStaysUntilTheNextEntry) {
+    class Copying : public ShownForm {
+     public:
+        using CSForm::ShowResult;
+    } form;
+    auto* first = form.Put(new sidbEdit(sidbEdit::Money()), "first", "Enter an amount");
+    auto* date = form.Put(new sidtEdit, "date", "Enter a date");
+    form.Show();
+    form.ShowResult("Copies added: 2");
+    form.Press(Qt::Key_Return);
+    EXPECT_EQ(form.Hint(), "Copies added: 2");
+    form.Type("x");
+    EXPECT_EQ(form.Hint(), "Enter a date");
+    form.Press(Qt::Key_Up);
+    EXPECT_EQ(form.Hint(), "Not a date: nothing will be stored");
+    EXPECT_EQ(form.findChild<QLabel*>("TextMessage")->accessibleName(), "Warning: Not a date: nothing will be stored");
+    form.Type("999999999");
+    EXPECT_EQ(form.Hint(), "Above the limit of 99,999,999.99");
+    form.Press(Qt::Key_Backspace);
+    EXPECT_EQ(form.Hint(), "Enter an amount");
+    first->selectAll();
+    QApplication::clipboard()->setText("-100,000,000");
+    first->paste();
+    EXPECT_EQ(form.Hint(), "Below the limit of -99,999,999.99");
+    EXPECT_FALSE(date->IsDate());
 }
 
 TEST_F(FormKeys, EnterPressesAButton) {

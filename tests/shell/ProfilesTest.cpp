@@ -5,6 +5,7 @@
 #include "platform/runtime/PlatformError.h"
 #include "shell/CompanyProfile.h"
 #include "shell/UserProfileEdit.h"
+#include "support/Files.h"
 #include "support/TestCompany.h"
 
 namespace tallymar {
@@ -81,13 +82,13 @@ TEST(CompanyProfile, AMissingRowIsAddedAndAFailedSaveLeavesTheRowAlone) {
 class UserProfileForm : public testing::Test {
  protected:
     UserProfile Start(const std::vector<std::pair<int, std::string>>& positions) {
-        std::ofstream file(File());
+        std::string lines;
         for (int position = 1; position <= 32; ++position) {
             std::string value;
             for (const auto& [at, text] : positions) value = at == position ? text : value;
-            file << '"' << value << "\"\r\n";
+            lines += '"' + value + "\"\r\n";
         }
-        file.close();
+        test::WriteAll(File(), lines);
         UserProfile profile;
         profile.Load(File());
         return profile;

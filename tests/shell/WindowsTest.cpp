@@ -1,3 +1,5 @@
+#include <functional>
+
 #include <QAction>
 #include <QCheckBox>
 #include <QLineEdit>
@@ -16,10 +18,13 @@
 #include "platform/controls/CSForm.h"
 #include "shell/frmInit.h"
 #include "shell/frmTallymar.h"
+#include "support/Keyboard.h"
 #include "support/TestCompany.h"
 
 namespace tallymar {
 namespace {
+
+using test::Keyboard;
 
 class MainWindow : public testing::Test {
  protected:
@@ -55,14 +60,10 @@ class MainWindow : public testing::Test {
         for (const QMdiSubWindow* each : window_.findChild<QMdiArea*>()->subWindowList()) names << each->widget()->objectName();
         return names;
     }
-    static QString Focused() { return QApplication::focusWidget()->objectName(); }
-    void Press(Qt::Key key, int times = 1, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        for (int i = 0; i < times; ++i) QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
-    void Type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), text); }
-
     test::TempFolder folder_;
     Tallymar window_;
+    Keyboard keys_;
+    test::ScriptedPrompts prompts_;
 };
 
 TEST_F(MainWindow, OpensACompanyWithItsAssetsAndClosesAllOfIt) {
@@ -140,22 +141,22 @@ TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
 TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
     Open(MakeCompany(true));
     Action("mnuEditCompanyInformation")->trigger();
-    ASSERT_EQ(Focused(), "sitxCompany");
-    Type("Tamarind Gap");
-    Press(Qt::Key_Return, 5);
-    Type("Denver");
-    Press(Qt::Key_Down);
-    Type("co");
+    ASSERT_EQ(Keyboard::Where(), "sitxCompany");
+    keys_.Type("Tamarind Gap");
+    keys_.Press(Qt::Key_Return, Qt::NoModifier, 5);
+    keys_.Type("Denver");
+    keys_.Press(Qt::Key_Down);
+    keys_.Type("co");
     auto* state = In<QLineEdit>("frmEditCompany", "sidtFYEState");
     state->clear();
     state->setFocus(Qt::TabFocusReason);
     EXPECT_EQ(state->text(), "");  // only a new company's year ends fill themselves
     In<QCheckBox>("frmEditCompany", "chkRound")->setFocus(Qt::TabFocusReason);
     EXPECT_EQ(In<QLabel>("frmEditCompany", "TextMessage")->text(), "Check this box if you want amounts rounded to the dollar");
-    Press(Qt::Key_Space);
-    Press(Qt::Key_Down);
-    ASSERT_EQ(Focused(), "cmdSave");
-    Press(Qt::Key_Return);
+    keys_.Press(Qt::Key_Space);
+    keys_.Press(Qt::Key_Down);
+    ASSERT_EQ(Keyboard::Where(), "cmdSave");
+    keys_.Press(Qt::Key_Return);
     const recordset::Recordset& row = window_.Session().CompanyRecordset();
     EXPECT_EQ(row.Get("Company").Text(), "Tamarind Gap");
     EXPECT_EQ(row.Get("City").Text(), "Denver");
@@ -170,8 +171,8 @@ TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
 TEST_F(MainWindow, CancelledCompanyProfileWritesNothing) {
     Open(MakeCompany(true));
     Action("mnuEditCompanyInformation")->trigger();
-    Type("Another");
-    Press(Qt::Key_Escape);
+    keys_.Type("Another");
+    keys_.Press(Qt::Key_Escape);
     EXPECT_EQ(window_.Session().CompanyName(), "New Company");
     EXPECT_EQ(Windows(), QStringList("frmEditAsset"));  // the profile is closed
 }
@@ -209,24 +210,65 @@ TEST_F(MainWindow, TheAssetFormGivesWayToABatchCommandAndComesBack) {
     EXPECT_EQ(window_.Session().AssetCount(), 0);
 }
 
+TEST_F(MainWindow, AnAssetThatCannotBeStoredKeepsItsCompanyOpen) {
+    Open(MakeCompany(true));
+    In<QLineEdit>("frmEditAsset", "sitxAccountNum")->setText("1234567890123");
+    Action("mnuEditCompanyInformation")->trigger();
+    const std::function<void()> ways[] = {[&] { Action("mnuFileClose")->trigger(); }, [&] { window_.close(); },
+                                          [&] { Action("Calculate")->trigger(); },
+                                          [&] { window_.Session().OpenCompany(folder_ / "client.mdb", prompts_); },
+                                          [&] { window_.findChild<QMdiArea*>()->closeActiveSubWindow(); }};
+    for (const auto& leave : ways) {
+        QString said;
+        Keyboard::WhenMessage(said);
+        leave();
+        EXPECT_TRUE(said.startsWith("Account Number holds 12 characters\n\n")) << said.toStdString();
+        EXPECT_EQ(Windows(), QStringList({"frmEditAsset", "frmEditCompany"}));
+        EXPECT_EQ(window_.findChild<QMdiArea*>()->activeSubWindow()->widget(), Form("frmEditAsset"));
+        EXPECT_EQ(Keyboard::Where(), "sitxAccountNum");
+        EXPECT_TRUE(window_.isVisible() && window_.Session().IsOpen());
+    }
+    keys_.Type("123");
+    EXPECT_TRUE(window_.close());
+}
+
+TEST_F(MainWindow, TheFirstAssetSavedTurnsItsCommandsOnAndTheLastDeletedOff) {
+    Open(MakeCompany(false));
+    const auto areOn = [&] { return Action("Calculate")->isEnabled() && Action("mnuReportsRun(0)")->isEnabled(); };
+    EXPECT_FALSE(areOn());
+    keys_.Type("A1");
+    keys_.Press(Qt::Key_PageDown);
+    EXPECT_TRUE(areOn());
+    QTimer::singleShot(0,
+                       [] { qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Yes)->click(); });
+    keys_.Alt(Qt::Key_D);
+    EXPECT_FALSE(areOn());
+    EXPECT_FALSE(Action("mnuEditFind")->isEnabled());
+    // With the form open again the asset is brought back.
+    Action("mnuEditAsset")->trigger();
+    keys_.Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(In<QLineEdit>("frmEditAsset", "sitxAssetNum")->text(), "A1");
+    EXPECT_TRUE(areOn());
+}
+
 TEST_F(MainWindow, UserProfileTurnsItsTabsByKeyboardAndSaves) {
     Open(MakeCompany(false));
     Action("mnuEditUserInformation")->trigger();
-    EXPECT_EQ(Focused(), "sitxCompany");
+    EXPECT_EQ(Keyboard::Where(), "sitxCompany");
     EXPECT_EQ(In<QLabel>("frmEditUser", "TextMessage")->text(), "Enter your company name");
-    Type("Smith \"& Co\"");
-    Press(Qt::Key_Down, 3);
+    keys_.Type("Smith \"& Co\"");
+    keys_.Press(Qt::Key_Down, Qt::NoModifier, 3);
     EXPECT_EQ(In<QLabel>("frmEditUser", "TextMessage")->text(), "Enter your 2 chararacter state code");
-    Type("oh");
-    Press(Qt::Key_Up);
+    keys_.Type("oh");
+    keys_.Press(Qt::Key_Up);
     EXPECT_EQ(In<QLineEdit>("frmEditUser", "sitxStateCode")->text(), "OH");
-    Press(Qt::Key_PageDown, 1, Qt::ControlModifier);
-    EXPECT_EQ(Focused(), "sitxDataAsset");
-    Press(Qt::Key_PageUp, 2, Qt::ControlModifier);
-    EXPECT_EQ(Focused(), "chkDateFind");
-    Press(Qt::Key_Down, 3);
-    ASSERT_EQ(Focused(), "cboNewUsed");
-    Type("u");
+    keys_.Press(Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(Keyboard::Where(), "sitxDataAsset");
+    keys_.Press(Qt::Key_PageUp, Qt::ControlModifier, 2);
+    EXPECT_EQ(Keyboard::Where(), "chkDateFind");
+    keys_.Press(Qt::Key_Down, Qt::NoModifier, 3);
+    ASSERT_EQ(Keyboard::Where(), "cboNewUsed");
+    keys_.Type("u");
     In<QAbstractButton>("frmEditUser", "cmdSave")->click();
     UserProfile saved;
     saved.Load(folder_ / "Assets1.dat");
@@ -242,8 +284,8 @@ TEST_F(MainWindow, ANewCompanysYearEndsFollowTheFederalOneOnTabbing) {
     Show();
     window_.Run(Command::EditCompanyInformation);
     In<QLineEdit>("frmEditCompany", "sidtFYEFederal")->setFocus(Qt::TabFocusReason);
-    Type("6/30/04");
-    Press(Qt::Key_Tab, 4);
+    keys_.Type("6/30/04");
+    keys_.Press(Qt::Key_Tab, Qt::NoModifier, 4);
     for (const char* name : {"sidtFYEFederal", "sidtFYEState", "sidtFYEBook", "sidtFYEAMT"}) {
         EXPECT_EQ(In<QLineEdit>("frmEditCompany", name)->text(), "6/30/2004") << name;
     }

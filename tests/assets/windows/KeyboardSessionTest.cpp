@@ -1,4 +1,3 @@
-#include <fstream>
 #include <sstream>
 
 #include <QClipboard>
@@ -15,8 +14,9 @@
 #include "assets/frmCopyAsset.h"
 #include "assets/frmEditAsset.h"
 #include "assets/frmFindAsset.h"
-#include "assets/windows/Keyboard.h"
 #include "interchange/AssetCsv.h"
+#include "support/Files.h"
+#include "support/Keyboard.h"
 #include "support/TestCompany.h"
 
 namespace tallymar {
@@ -124,6 +124,8 @@ TEST_F(KeyboardTest, ACompanyIsKeyedIn) {
         keys_.Press(Qt::Key_Return);
         keys_.Type("cpt");
         keys_.Press(Qt::Key_Return, Qt::NoModifier, 2);
+        keys_.Press(Qt::Key_Tab);
+        EXPECT_EQ(QApplication::activeModalWidget()->findChild<QLabel*>("TextMessage")->text(), "Copies added: 3");
         keys_.Press(Qt::Key_Escape);
     });
     keys_.Alt(Qt::Key_C);
@@ -143,9 +145,8 @@ TEST_F(KeyboardTest, ACompanyIsKeyedIn) {
     EXPECT_TRUE(state_.EditFormClosed);
 
     const std::string dump = Dump();
-    std::ifstream file(TALLYMAR_SOURCE_DIR "/tests/assets/windows/session.csv", std::ios::binary);
-    const std::string expected{std::istreambuf_iterator<char>(file), {}};
-    if (dump != expected) std::ofstream(TALLYMAR_BINARY_DIR "/session.csv", std::ios::binary) << dump;
+    const std::string expected = test::ReadAll(TALLYMAR_SOURCE_DIR "/tests/assets/windows/session.csv");
+    if (dump != expected) test::WriteAll(TALLYMAR_BINARY_DIR "/session.csv", dump);
     EXPECT_TRUE(dump == expected) << "what was stored is in session.csv of the build folder";
 }
 
@@ -200,6 +201,63 @@ TEST_F(KeyboardTest, EnterAndTheArrowsGoThroughAllTabs) {
     EXPECT_EQ(Text("sitxAssetNum"), "A1");
     keys_.Type("-5");
     EXPECT_EQ(Text("sidbSalvage(1)"), "-5") << "the other minus is a sign";
+}
+
+TEST_F(KeyboardTest, TurningATabRunsNoRuleOfAFieldThatNobodyWentTo) {
+    AssetRecord asset = test::Machine("A1", Date(), 1000);
+    asset.Purchased = Date::FromYmd(2001, 3, 10);
+    company_.Session.AddAssetRecord(asset);
+    company_.Session.AddAssetRecord(test::Machine("A2", Date(), 1000));
+    Open();
+    const auto turn = [this](Qt::Key key) { keys_.Press(key, Qt::ControlModifier); };
+    keys_.GoTo("sidbBusinessUse");
+    turn(Qt::Key_PageDown);
+    EXPECT_EQ(Keyboard::Name(), "cboDeprType(1)");
+    keys_.GoTo("silgSwitchPeriod(1)");
+    keys_.Alt(Qt::Key_G);
+    EXPECT_EQ(Keyboard::Name(), "sitxAssetNum");
+    turn(Qt::Key_PageUp);
+    EXPECT_EQ(Keyboard::Name(), "sidtDateSold");
+    turn(Qt::Key_PageDown);
+    EXPECT_EQ(Text("sidtInService"), "") << "the day of purchase is for who enters the field";
+    // The field that is left has its rules run first, and may keep its tab.
+    keys_.Type("A2");
+    turn(Qt::Key_PageDown);
+    EXPECT_EQ(company_.Prompts.Messages.size(), 1u);
+    EXPECT_EQ(Keyboard::Name(), "sitxAssetNum");
+    EXPECT_EQ(form_->findChild<QTabWidget*>("SSTab1")->currentIndex(), 0);
+}
+
+TEST_F(KeyboardTest, EntriesThatCannotBeStoredKeepTheirFieldAndDroppedOnesComeBack) {
+    for (const char* number : {"A1", "A2"}) company_.Session.AddAssetRecord(test::Machine(number, Date(), 1000));
+    Open();
+    auto* hint = form_->findChild<QLabel*>("FieldHint");
+    keys_.Fill("sitxAccountNum", "1234567890123");
+    keys_.GoTo("cboDeprType(2)");
+    keys_.Press(Qt::Key_PageDown);
+    EXPECT_EQ(Keyboard::Name(), "sitxAccountNum");
+    keys_.GoTo("sidtDateSold");
+    form_->Unload();
+    EXPECT_TRUE(form_->isVisible());
+    EXPECT_EQ(Keyboard::Name(), "sitxAccountNum");
+    keys_.Type("123");
+    EXPECT_EQ(hint->text(), "Enter the Bookkeeping General Ledger Account Number ");
+
+    keys_.Fill("sidbBusinessUse", "40");
+    keys_.Press(Qt::Key_Return);
+    EXPECT_EQ(hint->text(), "Below 51% business use: method set to SL in all books") << "until the next entry";
+    keys_.Type("2003/13/1");
+    keys_.Press(Qt::Key_Return);
+    EXPECT_EQ(hint->text(), "Not a date: nothing will be stored");
+    // What is typed right after an access key belongs to what it leads to.
+    keys_.Alt(Qt::Key_N);
+    keys_.Type("B1");
+    EXPECT_EQ(Text("sitxAssetNum"), "B1");
+    keys_.Press(Qt::Key_Z, Qt::ControlModifier, 3);
+    EXPECT_EQ(Text("sitxAssetNum"), "A1");
+    EXPECT_EQ(Text("sitxAccountNum"), "123");
+    EXPECT_EQ(Text("sidtInService"), "2003/13/1");
+    EXPECT_EQ(hint->text(), "Entries of A1 are back");
 }
 
 TEST_F(KeyboardTest, OddRowsAreShownAndKept) {
@@ -258,6 +316,10 @@ TEST_F(KeyboardTest, TheFindGridJumpsSortsAndSelects) {
     auto* head = grid->horizontalHeader();
     QTest::mouseClick(head->viewport(), Qt::LeftButton, {}, {head->sectionPosition(1) + 5, head->height() / 2});
     EXPECT_EQ(current(), "A2") << "by division";
+    keys_.Press(Qt::Key_Down);
+    EXPECT_EQ(current(), "B1");
+    keys_.Press(Qt::Key_Up);
+    EXPECT_EQ(current(), "A2");
     QTest::qWait(1100);  // a pause begins a new text
     keys_.Type("we");
     EXPECT_EQ(current(), "A1");

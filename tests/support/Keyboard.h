@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -22,11 +23,8 @@ class Keyboard {
     }
     // Replaces what the field holds, as it is selected on entry.
     void Type(const char* text) { QTest::keyClicks(Focus(), QString::fromLatin1(text)); }
-    // The button of that access key, which goes down and up again before it acts.
-    void Alt(Qt::Key key) {
-        Press(key, Qt::AltModifier);
-        QTest::qWait(kButtonPress);
-    }
+    // The button or tab of that access key.
+    void Alt(Qt::Key key) { Press(key, Qt::AltModifier); }
 
     // Presses Enter until the field of that name has the focus.
     void GoTo(const char* name) {
@@ -50,6 +48,15 @@ class Keyboard {
     static QString Where() { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString(); }
     static std::string Name() { return Where().toStdString(); }
 
+    // Presses Enter at each message box that comes up from now on, until one has come; its text is put into `said`.
+    static void WhenMessage(QString& said) {
+        QTimer::singleShot(kPoll, [&said] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box) return WhenMessage(said);
+            said = box->text();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+    }
     // Does this when a modal window of that name comes up.
     static void WhenModal(const char* name, std::function<void()> then) {
         QTimer::singleShot(kPoll, [name, then = std::move(then)] {
@@ -70,8 +77,7 @@ class Keyboard {
     }
 
  private:
-    static constexpr int kButtonPress = 160;  // milliseconds
-    static constexpr int kPoll = 20;
+    static constexpr int kPoll = 20;  // milliseconds
 
     // Offscreen there is no window manager to give the keyboard back when a modal window has gone.
     static QWidget* Focus() {
