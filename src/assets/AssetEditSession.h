@@ -63,7 +63,7 @@ class AssetEditSession {
     std::string Caption();
     // The first asset of a form just opened.
     void Open();
-    // Fills Values from the row where the recordset stands; before the first or behind the last row, from that one. With no rows
+    // Fills Values from the row where the recordset stands; before the first or after the last row, from that one. With no rows
     // it does nothing.
     void LoadEdit();
     // False, after a message, when the asset could not be stored; so are the others, which then leave it on the screen.

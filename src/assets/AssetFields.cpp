@@ -31,6 +31,7 @@ constexpr AssetFieldDef kFields[] = {
      .LettersAndDigits = true,
      .Hint = "Enter the Asset Number (You may use characters A-Z or 0-9)",
      .Arming = TabArming::Arms,
+     // COMPAT: the keys do the reverse.
      .Tip = "Which Asset Number (A-Z,0-9)  PgUp for Next Asset and PgDown for Prior Asset"},
     {.Id = AssetField::NewUsed,
      .Control = "cboNewUsed",
@@ -93,7 +94,7 @@ constexpr AssetFieldDef kFields[] = {
      .Kind = FieldKind::Text,
      .Member = &AssetFieldValues::CodeSection,
      .Hint = "Enter the IRS Code Section that applies to this Asset"},
-    // The control has always taken more than the column's 12: the database refuses what is too long.
+    // COMPAT: the control takes more than the column's 12; what is too long is refused when the asset is left.
     {.Id = AssetField::AccountNum,
      .Control = "sitxAccountNum",
      .Label = "Account Number",
@@ -413,7 +414,7 @@ constexpr AssetFieldDef kFields[] = {
      .Minimum = Units(1900),
      .Maximum = Units(2100),
      .Hint = "Enter the Switchover Year. This field will be computed when applicable."},
-    // A count of periods, held all the same to the limits of a year.
+    // COMPAT: a count of periods, held to the limits of a year.
     {.Id = AssetField::SwitchPeriod,
      .Control = "silgSwitchPeriod",
      .Label = "Period",

@@ -81,6 +81,7 @@ void ForEachStored(Each each) {
     }
 }
 
+// COMPAT: a list that lacks the stored code keeps what the asset before showed, and saving stores that.
 void ShowList(const AssetRecord& r, AssetField list, int book, AssetFieldValues& v) {
     switch (list) {
         case AssetField::NewUsed:

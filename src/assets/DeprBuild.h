@@ -32,7 +32,7 @@ class DeprBuildGrid {
     const std::vector<DeprBuildRow>& Rows() const { return rows_; }
     // The text of a cell, headings included.
     std::string Cell(int row, int column) const;
-    // The cells of a block as the clipboard takes them: tabs between columns, a line end behind each row.
+    // The cells of a block as the clipboard takes them: tabs between columns, a line end after each row.
     std::string TabSeparated(int firstRow, int firstColumn, int lastRow, int lastColumn) const;
 
  private:
@@ -48,8 +48,8 @@ bool CanBuild(Date federalYearEnd);
 // has no such day (a February 29).
 Date FirstYearEnd(Date inService, Date yearEnd);
 
-// Rebuilds an asset's depreciation from nothing: the engine runs once per year and book, up to the Federal year end, whatever the
-// year ends of the other books are. Leaves the last year's state in `record` and every year in `grid`. The caller has begun the
+// Rebuilds an asset's depreciation from nothing: the engine runs once per year and book. COMPAT: all books run to the Federal
+// year end, whatever theirs are. Leaves the last year's state in `record` and every year in `grid`. The caller has begun the
 // engine's run. A failure of the engine reaches the caller, and `record` is as it was.
 void BuildDepreciation(AssetRecord& record, Date federalYearEnd, ADepre& engine, DeprBuildGrid& grid);
 

@@ -140,6 +140,7 @@ void ApplyDeprMethod(AssetFieldValues& values, int book) {
     if (fields.DeprMethod == "DB" && fields.DBPercent.empty()) fields.DBPercent = "200";
 }
 
+// COMPAT: each keystroke counts, so that the first digits of a 100 do it too.
 void ApplyBusinessUse(AssetFieldValues& values) {
     if (values.BusinessUse >= kMoreThanHalf) return;
     for (int book = kFirstBook; book <= kLastBook; ++book) ChooseMethod(values, book, "SL");
@@ -186,7 +187,7 @@ void ComputeAdjBasis(AssetFieldValues& values, int book) {
     fields.AddlDepr = ThroughField(fields.ADPct.ToDouble() * fields.AdjBasis.ToDouble() / 100.0);
     fields.AdjBasis = ThroughField(fields.AdjBasis.ToDouble() - fields.AddlDepr.ToDouble());
 
-    // The basis falls by half of an investment credit. Two separate tests: a class life between 4 and 5 can take both.
+    // COMPAT: the basis falls by half of an investment credit. Two separate tests: a class life between 4 and 5 can take both.
     const double credit = fields.TaxCredit.ToDouble();
     if (YearOf(values.InService) <= kLastYearWithoutCreditReduction || fields.TaxCredit <= CurrencyAmount()) return;
     const auto halveCredit = [&fields, credit](double limit) {
@@ -197,6 +198,7 @@ void ComputeAdjBasis(AssetFieldValues& values, int book) {
     if (values.ClassLife < Units(5)) halveCredit(0.05);
 }
 
+// COMPAT: the Federal amounts are those stored, not those on the screen.
 void ComputeGainLoss(AssetFieldValues& values, const AssetRecord& record) {
     values.GainLoss = CurrencyAmount();
     if (values.SoldAmount <= CurrencyAmount() && values.SoldExpense <= CurrencyAmount()) return;

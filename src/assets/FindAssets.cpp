@@ -31,8 +31,8 @@ const ColumnDef& DefOf(FindColumn column) {
 // The text that sorts in the order of the days.
 constexpr std::string_view kDatePicture = "yyyy/mm/dd";
 
-// How a cell sorts: empty cells, then numbers as numbers, then other texts as texts, letter case apart. The head of the text
-// decides nearly all comparisons without going to the text itself.
+// How a cell sorts: empty cells, then numbers as numbers, then other texts as texts, whatever their letter case. The head of the
+// text decides nearly all comparisons without going to the text itself.
 struct SortKey {
     enum class Kind : std::uint8_t { Empty, Number, Text };
     using HeadBytes = std::array<std::uint64_t, 2>;
@@ -207,7 +207,7 @@ std::string FindAssets::AssetNum(int row) const {
 }
 
 void FindAssets::Sort(int column) {
-    // Dates run against the other columns: the first click shows the newest.
+    // COMPAT: dates run against the other columns: the first click shows the newest.
     const bool isDate = columns_.Columns[static_cast<std::size_t>(column)] == FindColumn::InService;
     Sort(column, sortAscending_ != isDate);
     sortAscending_ = !sortAscending_;

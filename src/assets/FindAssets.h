@@ -38,7 +38,7 @@ struct FindColumns {
 
     static FindColumns For(bool byDate, bool byGLNumber);
     std::string_view Heading(int column) const;
-    // The column of that heading or column name, letter case apart; nullopt when there is none.
+    // The column of that heading or column name, in any letter case; nullopt when there is none.
     std::optional<int> Find(std::string_view name) const;
 };
 
@@ -71,7 +71,7 @@ class FindAssets {
     bool SortAscending() const { return sortAscending_; }
     int SortedColumn() const { return sortedColumn_; }  // the first until a sort
 
-    // The next row, from `from` on and around the end, whose cell of the sorted column begins with the text, letter case apart.
+    // The next row, from `from` on and around the end, whose cell of the sorted column begins with the text, in any letter case.
     std::optional<int> Jump(std::string_view text, int from) const;
 
  private:

@@ -48,6 +48,7 @@ std::string NextNumericNumber(recordset::Recordset& assets) {
         number = "00000" + plain;
         number = number.substr(number.size() - kFullWidth);
     }
+    // COMPAT: 16 bits, and six digits from the second try on.
     std::int16_t k = ToInteger(Val(number));
     while (IsTaken(assets, number)) {
         k = ToInteger(k + 1.0);
@@ -66,7 +67,7 @@ int TypeIndex(std::string_view code, int book) {
     const auto found = std::find(kDeprTypes.begin(), kDeprTypes.end(), code);
     if (found == kDeprTypes.end()) return -1;
     const int index = static_cast<int>(found - kDeprTypes.begin());
-    // A collectible has always started as not depreciated in the A.M.T. book, and company files count on it.
+    // COMPAT: a collectible starts as not depreciated in the A.M.T. book, as the assets of existing companies do.
     return index == kColl && book == kLastBook ? kXxxx : index;
 }
 

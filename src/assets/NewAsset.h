@@ -8,7 +8,7 @@
 namespace tallymar {
 
 // The number of the next new asset: "NEW001" and up, or counted on from the last asset. Moves the recordset. Failure::Overflow
-// when a numeric number leaves the signed 16 bits that numbers have always been counted in.
+// when a numeric number leaves the signed 16 bits that numbers are counted in.
 std::string ChooseAssetNumber(recordset::Recordset& assets, bool numeric);
 
 // Adds the row of a new asset with its starting values and makes it the current one; returns its number. A failure of the

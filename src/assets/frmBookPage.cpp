@@ -19,8 +19,11 @@ struct FramePlace {
     std::string_view Frame;
     int Row;
     int Column;
+    int Rows;
 };
-constexpr FramePlace kFrames[] = {{"Method", 0, 0}, {"Depreciation", 0, 1}, {"Switchover", 1, 0}, {"Tax Credit", 1, 1}};
+// Beside each other rather than below: the form has to fit the smallest screens with its status line.
+constexpr FramePlace kFrames[] = {
+    {"Method", 0, 0, 2}, {"Depreciation", 0, 1, 2}, {"Switchover", 0, 2, 1}, {"Tax Credit", 1, 2, 1}};
 
 QGroupBox* MakeFrame(std::string_view frame, int book, AssetControls& controls, QWidget* parent) {
     auto* box = new QGroupBox(ToQString(frame), parent);
@@ -81,9 +84,9 @@ frmBookPage::frmBookPage(int book, AssetControls& controls, QWidget* parent) : Q
     auto* frames = new QGridLayout;
     frames->setHorizontalSpacing(14);
     for (const FramePlace& place : kFrames) {
-        frames->addWidget(MakeFrame(place.Frame, book, controls, this), place.Row, place.Column);
+        frames->addWidget(MakeFrame(place.Frame, book, controls, this), place.Row, place.Column, place.Rows, 1);
     }
-    frames->setColumnStretch(2, 1);
+    frames->setColumnStretch(3, 1);
     auto* all = new QVBoxLayout(this);
     all->addWidget(mirrors_);
     all->addLayout(frames);

@@ -1,6 +1,7 @@
 #include "assets/frmEditAsset.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -289,8 +290,10 @@ void frmEditAsset::ShowOutcome() {
         const QString text = ToQString(notice->Text);
         notice->IsWarning ? ShowWarning(text) : ShowResult(text);
     }
-    if (!edit_.Offending) return;
-    const AssetField field = *edit_.Offending;
+    // Once: what is typed there next is the mending of it.
+    const std::optional<AssetField> offending = std::exchange(edit_.Offending, std::nullopt);
+    if (!offending) return;
+    const AssetField field = *offending;
     ShowTab(FieldDef(field).Place == FieldPlace::Sale ? kSaleTab : kGeneralTab);
     FocusField(field);
     if (auto* entry = qobject_cast<EntryEdit*>(controls_.Find(field, 0))) entry->selectAll();

@@ -60,7 +60,7 @@ constexpr auto kMenuItems = std::to_array<MenuItem>({
     {"mnuForms", -1, "&IRS Forms", "Selects an IRS Form or Schedule"},
     {"mnuCreateSchD", -1, "Create Schedule &D", "Create an IRS Schedule D", CreateSchD, HasAssets},
     {"mnuCreate4255", -1, "Create Form 4&255", "Create an IRS Form 4255", Create4255, HasAssets},
-    // The hint has named this number from the first release on.
+    // COMPAT: the hint names another number.
     {"mnuCreate4562", -1, "Create Form 4&562", "Create an IRS Form 4563", Create4562, HasAssets},
     {"mnuCreate4797", -1, "Create Form 4&797", "Create an IRS Form 4797", Create4797, HasAssets},
     {"mnuCreate8824", -1, "Create Form &8824", {}, Create8824},

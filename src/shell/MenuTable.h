@@ -80,7 +80,7 @@ struct ToolbarButton {
     EnabledWhen When;
 };
 
-// The whole menu tree, row by row; a row with Command::None begins a menu and the rows behind it are its items. mnuWindow has
+// The whole menu tree, row by row; a row with Command::None begins a menu and the rows after it are its items. mnuWindow has
 // none of its own: it lists the open windows.
 std::span<const MenuItem> MenuItems();
 std::span<const ToolbarButton> ToolbarButtons();

@@ -16,7 +16,7 @@ constexpr auto kFirmFields = std::to_array<UserProfileEdit::Field>({
     {UserProfile::kCompany, "sitxCompany", "Name", "Enter your company name", 40},
     {UserProfile::kAddress, "sitxAddress", "Address", "Enter your street address", 40},
     {UserProfile::kCity, "sitxCity", "City", "Enter the name of your city", 40},
-    // Firms have read the hint so for years.
+    // COMPAT: spelled so.
     {UserProfile::kStateCode, "sitxStateCode", "State", "Enter your 2 chararacter state code", 2},
     {UserProfile::kZipCode, "sitxZipCode", "Zip Code", "", 12},
     {UserProfile::kTelephone, "sitxTelephone", "Phone", "Enter your telephone number", 32},
@@ -96,7 +96,7 @@ UserProfileEdit::UserProfileEdit(UserProfile& profile) : profile_(profile) {
     Decode(profile, Box::NewAsset);
     if (profile.At(UserProfile::kNewAsset).empty()) {
         profile.NumericAssetNumbers = false;
-        profile.Set(UserProfile::kGLFind, "False");
+        profile.Set(UserProfile::kGLFind, "False");  // COMPAT: the position before its own
     }
 }
 

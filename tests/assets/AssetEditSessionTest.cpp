@@ -217,7 +217,7 @@ TEST_F(AssetEditSessionTest, ClosingByTheFrameComesBackToTheAsset) {
     third.Open();
     EXPECT_EQ(third.Values.AssetNum, "A1");
 
-    // An asset that has gone meanwhile, and a recordset left behind the last row.
+    // An asset that has gone meanwhile, and a recordset left after the last row.
     state_.CurrentAssetNum = "GONE";
     AssetEditSession fourth(company_.Session, state_, company_.Prompts);
     fourth.Open();

@@ -54,7 +54,7 @@ TEST_F(NewAssetTest, TheWidthIsThatOfTheLastNumber) {
     Add("000125");
     EXPECT_EQ(New(true), "000126");
     Add("12E3");
-    EXPECT_EQ(New(true), "13") << "digits up to the letter count, nothing behind it";
+    EXPECT_EQ(New(true), "13") << "digits up to the letter count, nothing after it";
 }
 
 TEST_F(NewAssetTest, NumbersAreCountedInSixteenBits) {

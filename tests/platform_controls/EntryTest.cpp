@@ -120,7 +120,7 @@ TEST_F(MoneyEntry, ChangesAreToldOncePerNewValueWhileTyping) {
 
 TEST_F(MoneyEntry, DigitsTypedInTheMiddleStayTogether) {
     edit_->SetValue(Amount("1234.56"));
-    form_.Press({Qt::Key_Home, Qt::Key_Right});  // behind the 1
+    form_.Press({Qt::Key_Home, Qt::Key_Right});  // after the 1
     form_.Type("98");
     EXPECT_EQ(edit_->text(), "198,234.56");
     EXPECT_EQ(edit_->cursorPosition(), 3);

@@ -225,7 +225,7 @@ TEST_F(MainWindow, AnAssetThatCannotBeStoredKeepsItsCompanyOpen) {
         EXPECT_TRUE(said.startsWith("Account Number holds 12 characters\n\n")) << said.toStdString();
         EXPECT_EQ(Windows(), QStringList({"frmEditAsset", "frmEditCompany"}));
         EXPECT_EQ(window_.findChild<QMdiArea*>()->activeSubWindow()->widget(), Form("frmEditAsset"));
-        EXPECT_EQ(Keyboard::Where(), "sitxAccountNum");
+        EXPECT_EQ(window_.focusWidget()->objectName(), "sitxAccountNum");
         EXPECT_TRUE(window_.isVisible() && window_.Session().IsOpen());
     }
     keys_.Type("123");

@@ -22,7 +22,7 @@ class FieldRows {
  public:
     explicit FieldRows(QGridLayout* grid);
 
-    // A row of one field, or of several side by side behind one label.
+    // A row of one field, or of several side by side after one label.
     QLabel* Add(const QString& caption, QWidget* field) { return Add(caption, QList<QWidget*>{field}); }
     QLabel* Add(const QString& caption, const QList<QWidget*>& fields);
     void AddWide(QWidget* widget);  // below the fields, without a label

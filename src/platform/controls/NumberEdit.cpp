@@ -79,7 +79,7 @@ bool NumberEdit::IsOutside(CurrencyAmount amount) const {
 
 void NumberEdit::NoteChange() {
     const CurrencyAmount amount = Amount();
-    if (amount == noted_) return;  // only the commas or the zeros behind the point are others
+    if (amount == noted_) return;  // only the commas or the zeros after the point are others
     // The first digits of a year are not its value yet, and must not be stored when the form turns to another row.
     if (hasFocus() && IsOutside(amount)) return;
     noted_ = amount;

@@ -78,7 +78,7 @@ QValidator::State sitxEdit::FitPattern(QString& text, int& caret) const {
         if (taken == digits.size()) break;
         fitted += c == kDigitPlace ? digits[taken++] : c;
         if (taken <= before) place = fitted.size();
-        // A separator belongs to the digit behind it.
+        // A separator belongs to the digit after it.
         if (c != kDigitPlace && taken == before) --place;
     }
     text = fitted;

@@ -26,7 +26,7 @@ struct FileDialog {
     std::size_t FilterIndex = 0;  // preselected
     std::filesystem::path InitialFolder;
     std::filesystem::path FileName;  // offered; may be empty
-    std::string DefaultExtension;    // put behind a typed name that has none ("mdb"); may be empty
+    std::string DefaultExtension;    // put after a typed name that has none ("mdb"); may be empty
     bool AsksToOverwrite = true;     // false: the command itself asks before an existing file is written
 };
 

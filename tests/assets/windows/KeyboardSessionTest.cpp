@@ -49,7 +49,7 @@ class KeyboardTest : public testing::Test {
 
     std::string Text(const char* name) { return form_->findChild<QLineEdit*>(QString::fromLatin1(name))->text().toStdString(); }
 
-    // Steps at the form, apart by bars: "new NUMBER", "check FIELD", "press KEY", "FIELD=what is typed", "FIELD shows TEXT".
+    // Steps at the form, with bars between them: "new NUMBER", "check FIELD", "press KEY", "FIELD=what is typed", "FIELD shows TEXT".
     void Play(const QString& steps) {
         for (const QString& part : steps.split(QStringLiteral(" | "))) {
             const auto after = [&part](const char* word) { return part.section(QLatin1String(word), 1).toStdString(); };
@@ -109,7 +109,7 @@ TEST_F(KeyboardTest, ACompanyIsKeyedIn) {
     keys_.Press(Qt::Key_Plus, Qt::KeypadModifier);
     EXPECT_EQ(company_.Session.AssetCount(), 10);
 
-    // The first two by number are changed; the collectible behind them is deleted.
+    // The first two by number are changed; the collectible after them is deleted.
     keys_.Press(Qt::Key_PageUp, Qt::NoModifier, 12);
     Play("sitxAssetNum shows A001 | sitxDescription=Start-up costs, Denver | press PgDown");
     Play("sitxAssetNum shows B001 | sidbFairMktValue=310000 | press PgDown | sitxAssetNum shows C001");
