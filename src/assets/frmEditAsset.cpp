@@ -7,6 +7,8 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPainter>
 #include <QTabBar>
 #include <QTabWidget>
@@ -293,6 +295,8 @@ void frmEditAsset::ShowOutcome() {
     // Once: what is typed there next is the mending of it.
     const std::optional<AssetField> offending = std::exchange(edit_.Offending, std::nullopt);
     if (!offending) return;
+    // A form that is to close may not be the one in front, and coming to the front takes the keyboard to where it was.
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget())) frame->mdiArea()->setActiveSubWindow(frame);
     const AssetField field = *offending;
     ShowTab(FieldDef(field).Place == FieldPlace::Sale ? kSaleTab : kGeneralTab);
     FocusField(field);
