@@ -245,7 +245,6 @@ void frmLoans::Save() {
     file_ = file;
     folder_ = file_.parent_path();
     setWindowTitle(QStringLiteral("Loan: ") + PathToQString(file_));
-    ShowMessage(tr("The loan is saved."));
 }
 
 }  // namespace tallymar
