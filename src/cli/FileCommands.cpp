@@ -27,8 +27,8 @@ void Add(CLI::App& app, Context& context, const char* name, const char* descript
     if (target != nullptr) command->add_option("TARGET", options->Target, target)->required(targetRequired);
     command->add_flag("--yes", options->Yes, "Answer every question with Yes");
     command->callback([options, &context, run] {
-        const auto target = options->Target.empty() ? std::nullopt : std::optional(options->Target);
-        FilePrompts prompts(context.Asking(), options->File, target, options->Yes);
+        const auto given = options->Target.empty() ? std::nullopt : std::optional(options->Target);
+        FilePrompts prompts(context.Asking(), options->File, given, options->Yes);
         const std::string done = run(context.Session(), prompts);
         if (done.empty()) throw PlatformError(Failure::InvalidCall, "Nothing was done");
         std::cout << ToUtf8(done) << '\n';

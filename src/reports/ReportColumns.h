@@ -37,7 +37,7 @@ struct CellSource {
     CurrencyAmount Amount(int column) const { return std::get<CurrencyAmount>(Writer.Columns(column).Value); }
 };
 
-// One row of a report's table of columns. A heading may hold, in braces, a date picture for the year end, with days added behind
+// One row of a report's table of columns. A heading may hold, in braces, a date picture for the year end, with days added after
 // a
 // "+" ("FYE {mm/dd/yy}", "{yyyy+365}"), or {book} for the book compared with.
 struct ColumnRow {

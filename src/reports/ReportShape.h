@@ -22,7 +22,7 @@ enum class ClosingGap { None, BeforeLastGroup, AfterLastGroup };
 // All that a report of the family says of itself. What it does not say is the same for every one of them.
 struct ReportShape {
     std::array<ColumnTable, 2> Tables;  // the second one's rows take the place of the first one's with the same index
-    int FirstAmount = 0;                // the summed columns that are seen; ThreePasses lays two ranges of shadows behind them
+    int FirstAmount = 0;                // the summed columns that are seen; ThreePasses lays two ranges of shadows after them
     int LastAmount = 0;
 
     SubtotalBlock Block = SubtotalBlock::ThreePasses;
@@ -34,7 +34,7 @@ struct ReportShape {
     // What the report is about at all: tested before the selection, and after it. None: every asset.
     bool (*Considers)(const CellSource&) = nullptr;
     bool (*Lists)(const CellSource&) = nullptr;
-    // The second description or the blank line comes only behind an asset that the selection by date sold takes as well.
+    // The second description or the blank line comes only after an asset that the selection by date sold takes as well.
     bool SecondLineByDateSold = false;
 
     bool IdentifiedByFederal = false;  // type, method, life and convention are those of book 1

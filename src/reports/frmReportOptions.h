@@ -11,7 +11,7 @@ class CSChkList;
 class sidtEdit;
 class sitxEdit;
 
-// The one form behind every columnar report. A new one is made for each report and unloads itself when the report has run.
+// The one form of every columnar report. A new one is made for each report and unloads itself when the report has run.
 class frmReportOptions : public frmDocumentForm {
     Q_OBJECT
 

@@ -30,7 +30,7 @@ struct Placed {
 
 struct Rule {
     int From;
-    int To;  // the column behind it
+    int To;  // the column after it
 };
 
 class PageGrid {
@@ -65,13 +65,13 @@ class PageGrid {
                 if (blankAbove) out.pop_back();
                 AppendLine(DashesOf(rules->second), out);
             }
-            std::size_t behind = next;
-            while (behind < texts_.size() && texts_[behind].Line == line) ++behind;
-            const std::vector<std::string> layers = LayersOf(next, behind);
+            std::size_t end = next;
+            while (end < texts_.size() && texts_[end].Line == line) ++end;
+            const std::vector<std::string> layers = LayersOf(next, end);
             for (const std::string& layer : layers) AppendLine(layer, out);
             blankAbove = layers.empty() && line < last;
             if (layers.empty() && line < last) out.push_back('\n');
-            next = behind;
+            next = end;
         }
         return out;
     }
