@@ -28,6 +28,8 @@ void Run(const Flags& flags, Context& context) {
     for (std::string* text : {&options.Type, &options.Division, &options.Department}) *text = FromArgument(*text);
     CompanySession& session = context.Open(flags.File);
     const std::filesystem::path folder = flags.Out.empty() ? session.Paths().Folder() : flags.Out;
+    std::error_code ignored;  // a folder that cannot be made is told by the file that cannot be written into it
+    std::filesystem::create_directories(folder, ignored);
     const FormResult result = CreateForm(form, session, options, folder, context.Asking());
     if (json) {
         json->Write(FormJson(*form, result, options));

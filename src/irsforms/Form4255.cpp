@@ -191,7 +191,8 @@ void Form4255::Take(const AssetRecord& asset, FormScan& scan) {
                   .RecaptureRate = PercentFor(PercentsOf(asset, book), yearsHeld),
                   .Recapture = {},
                   .Earned = {}};
-    // The basis had been reduced by half of the credit (former section 48(q)): the credit was figured on what it was before.
+    // COMPAT: where half of the credit makes no difference, the basis is taken as reduced by it (former section 48(q)), and it is
+    // added back.
     if (column.CreditAtBase == column.CreditAtFullBasis) column.Basis = WholeOf(basis.ToDouble() + taxCredit.ToDouble() / 2);
     column.RateOfCredit = Ratio(column.Credit, column.Basis);
     column.Recapture = CurrencyAmount::FromDouble(column.Credit.ToDouble() * column.RecaptureRate.ToDouble() / 100.0);

@@ -10,6 +10,7 @@ namespace tallymar {
 
 namespace {
 
+// COMPAT: what does not fit is dropped, from the rows and from the totals.
 constexpr std::size_t kListedRows = 40;
 constexpr std::size_t kElectRows = 40;
 constexpr std::size_t kAmortRows = 10;
@@ -39,8 +40,7 @@ struct LifeRange {
     int Last;
     ClassRowNumber Row;
 };
-// By the whole class life. A life of exactly 25 has no row: what is longer goes to the 25-year line, what is shorter to the
-// 20-year line.
+// By the whole class life. COMPAT: a life of exactly 25 has no row, and no life at all is on the 7-year line.
 constexpr LifeRange kPersonalProperty[] = {{0, 0, k7Year},    {1, 4, k3Year},    {5, 6, k5Year},    {7, 9, k7Year},
                                            {10, 14, k10Year}, {15, 19, k15Year}, {20, 24, k20Year}, {26, 32767, k25Year}};
 constexpr LifeRange kOtherProperty[] = {{19, 24, k20Year}, {25, 32767, k25Year}};
@@ -141,6 +141,7 @@ void Form4562::Take(const AssetRecord& asset, FormScan& scan) {
     }
 }
 
+// COMPAT: from the third building of its kind on, all share the second line, which shows the month of the last one.
 int Form4562::ChooseBuildingRow(const AssetRecord& asset, int firstRow, std::string_view period) {
     const int row = class_.at(static_cast<std::size_t>(firstRow)).RowDepr.IsZero() ? firstRow : firstRow + 1;
     ClassRow& chosen = class_.at(static_cast<std::size_t>(row));
@@ -174,6 +175,7 @@ int Form4562::ChooseClassRow(const AssetRecord& asset, int book) {
 
 void Form4562::TakeClass(const AssetRecord& asset, int book) {
     const CurrencyAmount depreciation = asset.CurrDepr[book];
+    // COMPAT: without current depreciation a first-year allowance is on no line either.
     if (depreciation.IsZero()) {
         if (asset.AddlDepr[book] > kNothing) {
             LeaveOut(asset, "no current depreciation; additional depreciation of " + MoneyText(asset.AddlDepr[book]) +

@@ -64,7 +64,7 @@ class Form4797 : public IrsForm {
     const std::string& Company() const { return company_; }
     const std::string& Id() const { return id_; }
     bool IsPartnership() const { return type_ == "1065" || type_ == "1120S"; }  // or S corporation
-    // The masks of page 2 show cents.
+    // COMPAT: page 2 shows cents only for an "N", which the Round column never reads.
     bool KeepsCents() const { return round_ == "N"; }
     const std::vector<SaleRow>& LongTable() const { return longTable_; }
     const std::vector<RecaptureRow>& RecaptureTable() const { return recaptureTable_; }

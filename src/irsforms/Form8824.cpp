@@ -98,7 +98,7 @@ constexpr auto kPage = std::to_array<PageField<Exchange>>({
     {63, 66, L{25}, Shown},
 });
 
-// The right two digits of the count: from the hundredth page on the names begin again.
+// COMPAT: the right two digits of the count, so that from the hundredth page on the names begin again.
 std::string TwoDigits(int count) {
     return Format(static_cast<long long>(count % 100), "00");
 }

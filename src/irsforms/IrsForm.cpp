@@ -75,7 +75,8 @@ std::vector<std::string> EarlierPages(const FormInfo& info, const FormOutput& ou
         }
         return earlier;
     }
-    for (const fs::directory_entry& entry : fs::directory_iterator(output.Folder())) {
+    std::error_code ignored;
+    for (const fs::directory_entry& entry : fs::directory_iterator(output.Folder(), ignored)) {
         const std::string page = entry.path().stem().string();
         const bool ours = entry.path().extension() == kPageExtension && page.starts_with(info.Pages.front()) &&
                           page.size() == info.Pages.front().size() + 2;

@@ -79,7 +79,7 @@ struct FormScan {
     std::function<bool(const FixedText<6>& assetNum, AssetRecord& record)> Find;
 };
 
-// One form being computed. It keeps what it has gathered: a second run adds to the first.
+// One form being computed. COMPAT: it keeps what it has gathered, so that a second run adds to the first.
 class IrsForm {
  public:
     virtual ~IrsForm() = default;

@@ -29,6 +29,7 @@
 #include "batch/frmResequence.h"
 #include "batch/frmSetBooks.h"
 #include "interchange/ConvertCompany.h"
+#include "irsforms/frmCreateForm.h"
 #include "loans/frmLoans.h"
 #include "platform/controls/CSForm.h"
 #include "platform/controls/EventGuard.h"
@@ -168,6 +169,11 @@ void Tallymar::MakeRoutes() {
         {Command::Backup, [this](int) { ShowDone(BackupCompany(session_, prompts_)); }},
         {Command::Restore, [this](int) { ShowDone(RestoreCompany(session_, prompts_)); }},
         {Command::DeleteDB, [this](int) { ShowDone(DeleteCompany(session_, prompts_)); }},
+        {Command::CreateSchD, [this](int) { CreateForm("D"); }},
+        {Command::Create4255, [this](int) { CreateForm("4255"); }},
+        {Command::Create4562, [this](int) { CreateForm("4562"); }},
+        {Command::Create4797, [this](int) { CreateForm("4797"); }},
+        {Command::Create8824, [this](int) { CreateForm("8824"); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
     };
 }
@@ -348,6 +354,10 @@ void Tallymar::FindAsset() {
 void Tallymar::CopyAsset(QWidget* over) {
     // Over everything else: what is copied is the asset where the recordset stands, and it must not move meanwhile.
     frmCopyAsset(session_, editState_, nullptr, over).ShowModal();
+}
+
+void Tallymar::CreateForm(std::string_view form) {
+    ShowOrMake(ToQString(MakeForm(form)->Info().Window), [this, form] { return new frmCreateForm(form, session_); });
 }
 
 CSForm* Tallymar::Child(const QString& name) const {

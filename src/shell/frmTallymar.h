@@ -79,6 +79,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void EditAsset();
     void FindAsset();
     void CopyAsset(QWidget* over);
+    void CreateForm(std::string_view form);  // "4562"
 
     CSForm* Child(const QString& name) const;
     void ShowChild(CSForm* form);
