@@ -38,9 +38,9 @@ struct FormInfo {
 
 struct FormOptions {
     int Book = kFirstBook;
-    std::string Type;        // "1040", "1041", "1120", "1120S", "1065"
-    std::string Division;    // blank: all
-    std::string Department;  // blank: all
+    std::string Type = {};        // "1040", "1041", "1120", "1120S", "1065"
+    std::string Division = {};    // blank: all
+    std::string Department = {};  // blank: all
 };
 
 // An asset, or a part of it, that the form does not carry, and why.

@@ -109,7 +109,7 @@ TEST_F(FormFileTest, LeadingBlanksGiveWayAndTextIsCutBeforeTheNextField) {
     page_.PutInPlace();
     EXPECT_EQ(ReadAll(page_.Path()),
               "\\\\code \r\n"
-              "                05/12/1997 50.0 \r\n"
+              "                05/12/199750.0 \r\n"
               "                05/12/199100.0 \r\n\x1A");
 }
 

@@ -45,12 +45,13 @@ TEST_P(GoldenForms, SampleCompany) {
     ADepre engine(TALLYMAR_BINARY_DIR "/share/tallymar");
     PerBook<bool> federal;
     federal[1] = true;
-    ComputeCurrent(company.Session, engine, {.Compute = federal, .UseMidQuarter = {}}, company.Prompts);
+    ComputeCurrentResult result;
+    ComputeCurrent(company.Session, engine, {.Compute = federal, .UseMidQuarter = {}}, company.Prompts, result, {});
     ExpectGolden("sample-" + std::string(GetParam()), WithNotes(company, GetParam(), {.Type = "1120"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Forms, GoldenForms, testing::Values("4562", "4797", "D", "4255", "8824"),
-                         [](const auto& info) { return "Form" + std::string(info.param); });
+                         [](const auto& form) { return "Form" + std::string(form.param); });
 
 }  // namespace
 }  // namespace tallymar::test
