@@ -28,10 +28,11 @@ bool FormFile::OpenFormFile() {
 void FormFile::CloseFormFile() {
     if (EndOfFile) contents_ += kEndOfFileMark;
     file_->Write(contents_);
+    file_->Finish();
 }
 
 void FormFile::PutInPlace() {
-    file_->Commit();
+    file_->PutInPlace();
 }
 
 void FormFile::MoveTo(int column) {

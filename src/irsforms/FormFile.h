@@ -21,7 +21,7 @@ class FormFile {
 
     // False, without a message, when nothing can be written there: the caller passes the page over.
     bool OpenFormFile();
-    // Ends the page, with the end-of-file mark when that is asked for, and brings it whole to the disk.
+    // Ends the page, with the end-of-file mark when that is asked for, and brings it whole to the disk, beside its place.
     void CloseFormFile();
     void PutInPlace();
 

@@ -21,12 +21,13 @@ void FormOutput::WriteWorkFile(const std::string& name, std::string_view content
     const std::filesystem::path path = folder_ / name;
     auto file = std::make_unique<FileReplacement>(path);
     file->Write(contents);
+    file->Finish();
     std::erase_if(workFiles_, [&](const auto& other) { return other.first == path; });
     workFiles_.emplace_back(path, std::move(file));
 }
 
 void FormOutput::PutInPlace() {
-    for (const auto& [path, file] : workFiles_) file->Commit();
+    for (const auto& [path, file] : workFiles_) file->PutInPlace();
     for (const auto& file : files_) file->PutInPlace();
 }
 

@@ -72,6 +72,12 @@ frmCreateForm::frmCreateForm(std::string_view form, CompanySession& session, Vie
     buttons->addStretch(1);
     for (CSCmdBtn* button : {cmdCreate_, cmdEdit, cmdCancel_}) buttons->addWidget(button);
 
+    QWidget* last = sitxType_ ? sitxType_ : sitxDepartment_;
+    for (QWidget* next : std::initializer_list<QWidget*>{cmdCreate_, cmdEdit, cmdCancel_, txtLeftOut_}) {
+        setTabOrder(last, next);
+        last = next;
+    }
+
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(16, 14, 16, 12);
     all->setSpacing(12);
@@ -109,17 +115,18 @@ void frmCreateForm::Create() {
         QtPrompts prompts(this, progressBar_);
         result = CreateForm(form_, session_, options, session_.Paths().Folder(), prompts);
     }
-    ShowResult(result);
+    Tell(result);
     QtPrompts(this).Message(result.Message, form_->Info().Title, MessageKind::Information);
 }
 
-void frmCreateForm::ShowResult(const FormResult& result) {
+void frmCreateForm::Tell(const FormResult& result) {
     QStringList notes;
     for (const std::string& note : FormNotes(*form_, result)) notes << ToQString(note);
     txtLeftOut_->setPlainText(notes.isEmpty() ? tr("Nothing was left out.") : notes.join(u'\n'));
     cmdCancel_->setText(tr("Done"));
-    SetHint(cmdCreate_, tr("Another run adds to this one: close the window first to begin anew"));
-    ShowMessage(HintOf(cmdCreate_));
+    const QString warning = tr("Another run adds to this one: close the window first to begin anew");
+    SetHint(cmdCreate_, warning);
+    CSForm::ShowResult(warning);
 }
 
 }  // namespace tallymar

@@ -28,7 +28,7 @@ class frmCreateForm : public CSForm {
 
  private:
     void Create();
-    void ShowResult(const FormResult& result);
+    void Tell(const FormResult& result);
     FormOptions OptionsOfControls() const;
 
     CompanySession& session_;

@@ -56,13 +56,15 @@ TEST_F(CreateForms, IsFilledInAndRunFromTheKeyboard) {
     QApplication::setActiveWindow(&form);
     EXPECT_EQ(form.objectName(), "frmCreate4562");
     ASSERT_EQ(QApplication::focusWidget()->objectName(), "silgBook");
+    EXPECT_EQ(The<QLabel>(form, "TextMessage")->text(), "1 = Federal,  2 = State,  3 = Bookkeeping,  4 = A.M.T.");
     QTest::keyClicks(QApplication::focusWidget(), "2");
     Press({Qt::Key_Return});
     QTest::keyClicks(QApplication::focusWidget(), "A1");
     Press({Qt::Key_Down, Qt::Key_Up, Qt::Key_Down, Qt::Key_Tab});
     ASSERT_EQ(QApplication::focusWidget()->objectName(), "sitxType");
     QTest::keyClicks(QApplication::focusWidget(), "1120s");
-    while (QApplication::focusWidget()->objectName() != "cmdCreate4562") Press({Qt::Key_Tab});
+    Press({Qt::Key_Return});
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), "cmdCreate4562");
     Press({Qt::Key_Return});
     QTest::qWait(200);
 

@@ -154,7 +154,9 @@ void CSForm::FocusFirst() {
     QWidget* in = focusWidget();
     // The frame of a child window gives the focus to the first thing that takes it, which may be the tabs.
     if (!in || in == this || qobject_cast<QTabBar*>(in)) in = FirstField(this);
-    if (in) in->setFocus(Qt::TabFocusReason);
+    if (!in) return;
+    in->setFocus(Qt::TabFocusReason);
+    ShowMessage(HintOf(in));  // it may have had the focus before anyone was told of it
 }
 
 bool CSForm::eventFilter(QObject* watched, QEvent* event) {
