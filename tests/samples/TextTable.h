@@ -22,8 +22,7 @@ inline std::string ReadText(const std::filesystem::path& path) {
 
 // A CSV that accountants read and write, as rows by the names of the header.
 inline std::vector<std::map<std::string, std::string>> ReadTable(const std::filesystem::path& path) {
-    const std::string text = ReadText(path);
-    CsvReader reader(text, path.filename().string());
+    CsvReader reader(path);
     std::vector<CsvField> header;
     std::vector<CsvField> cells;
     std::vector<std::map<std::string, std::string>> rows;
