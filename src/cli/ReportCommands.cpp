@@ -13,6 +13,7 @@
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 #include "reports/AssetLabels.h"
+#include "reports/ReportTable.h"
 #include "reports/Reports.h"
 
 namespace tallymar::cli {
@@ -199,7 +200,7 @@ void AddReportOptions(CLI::App& command, ReportFlags& flags) {
 
 std::vector<std::string> ReportNames() {
     std::vector<std::string> names;
-    for (int number = 0; number < kReports; ++number) names.emplace_back(InfoOfReport(number).Name);
+    for (const ReportInfo& report : kReportTable) names.emplace_back(report.Name);
     return names;
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "reports/Projection.h"
+#include "reports/ReportTable.h"
 #include "reports/YearClosing.h"
 #include "store/AssetPass.h"
 #include "store/Disposal.h"
@@ -16,12 +17,6 @@ constexpr float kLabelColumn = 9;     // of labels, notes and second description
 constexpr int kGroupLabelColumn = 2;  // the column whose place a group's label takes
 constexpr float kLeftColumn = 1;
 
-std::string_view FilterWords(int reportNumber) {
-    if (reportNumber == kAssetSoldReport) return "For Assets Sold ";
-    if (reportNumber == kStocksAndCollectiblesReport) return "For Stocks Purchased ";
-    return "For Assets Placed in Service ";
-}
-
 PageHead HeadOf(ReportRun& run) {
     const ReportOptions& options = run.Filter.Options;
     return {.ReportDate = options.ReportDate,
@@ -29,7 +24,7 @@ PageHead HeadOf(ReportRun& run) {
             .Company = run.Session.CompanyName(),
             .ReportName = ReportCaption(options.ReportNumber, options.Book),
             .Book = std::string(kReportBooks.at(static_cast<std::size_t>(options.Book))),
-            .FilterWords = std::string(FilterWords(options.ReportNumber)),
+            .FilterWords = std::string(InfoOfReport(options.ReportNumber).FilterWords),
             .FilterFrom = run.Filter.FilterFrom,
             .FilterTo = run.Filter.FilterTo,
             .Division = options.Division,

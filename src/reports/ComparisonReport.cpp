@@ -15,6 +15,10 @@ constexpr auto R = Justify::Right;
 
 constexpr int kFederal = 1;
 
+// Places of the amounts in the two reports.
+enum : int { kFederalCost = 11, kFederalPrevious, kFederalCurrent, kOtherCurrent, kDifference };
+enum : int { kBasis = 11, kThisYear, kSecondYear, kThirdYear, kFourthYear };
+
 Cell FederalBasis(CellSource& s) {
     return s.Asset.Basis[kFederal];
 }
@@ -25,17 +29,17 @@ Cell FederalCurrent(CellSource& s) {
     return s.Asset.CurrDepr[kFederal];
 }
 Cell Difference(CellSource& s) {
-    return s.Amount(13) - s.Amount(14);
+    return s.Amount(kFederalCurrent) - s.Amount(kOtherCurrent);
 }
 
 constexpr ColumnRow kComparisonColumns[] = {
     {5, 59, 5, R, false, pictures::kUsePercentTenths, "Bus", "Use %", cells::BusinessUse},
     {10, 88, 5, L, false, "", "", "Conv", cells::MarkedConvention},
-    {11, 108, 15, R, true, kReportMoney, "Federal", "Cost", FederalBasis},
-    {12, 124, 15, R, true, kReportMoney, "Fed Previous", "Depreciation", FederalPrevious},
-    {13, 140, 15, R, true, kReportMoney, "Fed Current", "Depreciation", FederalCurrent},
-    {14, 156, 15, R, true, kReportMoney, "{book} Current", "Depreciation", cells::CurrDepr},
-    {15, 172, 15, R, true, kReportMoney, "Depreciation", "Difference", Difference},
+    {kFederalCost, 108, 15, R, true, kReportMoney, "Federal", "Cost", FederalBasis},
+    {kFederalPrevious, 124, 15, R, true, kReportMoney, "Fed Previous", "Depreciation", FederalPrevious},
+    {kFederalCurrent, 140, 15, R, true, kReportMoney, "Fed Current", "Depreciation", FederalCurrent},
+    {kOtherCurrent, 156, 15, R, true, kReportMoney, "{book} Current", "Depreciation", cells::CurrDepr},
+    {kDifference, 172, 15, R, true, kReportMoney, "Depreciation", "Difference", Difference},
 };
 
 Cell ThisYear(CellSource& s) {
@@ -51,27 +55,27 @@ Cell ProjectedYear(CellSource& s) {
 constexpr ColumnRow kFourYearColumns[] = {
     {5, 59, 5, R, false, pictures::kUsePercentTenths, "Bus", "Use %", cells::BusinessUse},
     {10, 88, 5, L, false, "", "", "Conv", cells::MarkedConvention},
-    {11, 108, 15, R, true, kReportMoney, "Basis of", "Depreciation", cells::Basis},
-    {12, 124, 15, R, true, kReportMoney, "FYE {yyyy}", "Depreciation", ThisYear},
-    {13, 140, 15, R, true, kReportMoney, "FYE {yyyy+365}", "Depreciation", ProjectedYear<2>},
-    {14, 156, 15, R, true, kReportMoney, "FYE {yyyy+730}", "Depreciation", ProjectedYear<3>},
-    {15, 172, 15, R, true, kReportMoney, "FYE {yyyy+1095}", "Depreciation", ProjectedYear<4>},
+    {kBasis, 108, 15, R, true, kReportMoney, "Basis of", "Depreciation", cells::Basis},
+    {kThisYear, 124, 15, R, true, kReportMoney, "FYE {yyyy}", "Depreciation", ThisYear},
+    {kSecondYear, 140, 15, R, true, kReportMoney, "FYE {yyyy+365}", "Depreciation", ProjectedYear<2>},
+    {kThirdYear, 156, 15, R, true, kReportMoney, "FYE {yyyy+730}", "Depreciation", ProjectedYear<3>},
+    {kFourthYear, 172, 15, R, true, kReportMoney, "FYE {yyyy+1095}", "Depreciation", ProjectedYear<4>},
 };
 
 }  // namespace
 
 void PrintCompReport(ReportRun& run) {
     PrintColumnReport(run, {.Tables = {kIdentificationColumns, kComparisonColumns},
-                            .FirstAmount = 11,
-                            .LastAmount = 15,
+                            .FirstAmount = kFederalCost,
+                            .LastAmount = kDifference,
                             .IdentifiedByFederal = true,
                             .MarkNotes = true});
 }
 
 void Print4YearReport(ReportRun& run) {
     PrintColumnReport(run, {.Tables = {kIdentificationColumns, kFourYearColumns},
-                            .FirstAmount = 11,
-                            .LastAmount = 15,
+                            .FirstAmount = kBasis,
+                            .LastAmount = kFourthYear,
                             .Projects = true,
                             .MarkNotes = true});
 }

@@ -14,6 +14,9 @@ using pictures::kReportMoneyOrBlank;
 constexpr auto L = Justify::Left;
 constexpr auto R = Justify::Right;
 
+// Places of the amounts.
+enum : int { kPostedCost = 11, kAddition, kPostedExpense, kPostedPrevious, kPostedCurrent, kNewPrevious };
+
 Cell AdditionInService(CellSource& s) {
     return s.Years > 0 ? s.Asset.AddlDepr[s.Book] : CurrencyAmount();
 }
@@ -28,12 +31,12 @@ constexpr ColumnRow kPostColumns[] = {
     {1, 1, 7, L, false, pictures::kText, "Asset", "Number", cells::AssetNumber},
     {4, 46, 8, L, false, "", "", "Status", cells::FlagStatus},
     {5, 59, 5, R, false, pictures::kUsePercentTenths, "Bus", "Use %", cells::BusinessUse},
-    {11, 106, 12, R, true, kReportMoney, "", "Cost", cells::Basis},
-    {12, 119, 12, R, true, kReportMoneyOrBlank, "Add'l 1st Year", "Depreciation", AdditionInService},
-    {13, 132, 12, R, true, kReportMoneyOrBlank, "Section 179", "Expense", ExpenseInService},
-    {14, 145, 12, R, true, kReportMoney, "Previous", "Depreciation", cells::PrevDepr},
-    {15, 158, 12, R, true, kReportMoney, "{mm/dd/yy}", "Depreciation", cells::CurrDepr},
-    {16, 171, 12, R, true, kReportMoney, "New Previous", "Depreciation", NewPrevious},
+    {kPostedCost, 106, 12, R, true, kReportMoney, "", "Cost", cells::Basis},
+    {kAddition, 119, 12, R, true, kReportMoneyOrBlank, "Add'l 1st Year", "Depreciation", AdditionInService},
+    {kPostedExpense, 132, 12, R, true, kReportMoneyOrBlank, "Section 179", "Expense", ExpenseInService},
+    {kPostedPrevious, 145, 12, R, true, kReportMoney, "Previous", "Depreciation", cells::PrevDepr},
+    {kPostedCurrent, 158, 12, R, true, kReportMoney, "{mm/dd/yy}", "Depreciation", cells::CurrDepr},
+    {kNewPrevious, 171, 12, R, true, kReportMoney, "New Previous", "Depreciation", NewPrevious},
 };
 
 constexpr WarningRow kPostWarnings[] = {
@@ -46,8 +49,8 @@ constexpr WarningRow kPostWarnings[] = {
 
 void PrintPostReport(ReportRun& run) {
     PrintColumnReport(run, {.Tables = {kIdentificationColumns, kPostColumns},
-                            .FirstAmount = 11,
-                            .LastAmount = 16,
+                            .FirstAmount = kPostedCost,
+                            .LastAmount = kNewPrevious,
                             .Block = SubtotalBlock::Short,
                             .TotalLabelColumn = 10,
                             .Gap = ClosingGap::AfterLastGroup,

@@ -156,8 +156,8 @@ Cell CurrDeprWith179(CellSource& source) {
 }
 
 Cell NetBookValue(CellSource& source) {
-    const CurrencyAmount taken = source.Amount(13) + source.Amount(14);
-    return source.Include179 ? source.Amount(11) - taken : source.Amount(11) - source.Amount(12) - taken;
+    const CurrencyAmount taken = source.Amount(kPrevious) + source.Amount(kCurrent);
+    return source.Include179 ? source.Amount(kCost) - taken : source.Amount(kCost) - source.Amount(kExpense) - taken;
 }
 
 }  // namespace cells

@@ -52,6 +52,9 @@ struct ColumnRow {
     Cell (*Value)(CellSource&);
 };
 
+// Places of the amounts in the fixed asset and property tax registers.
+enum RegisterAmount : int { kCost = 11, kExpense, kPrevious, kCurrent, kBookValue };
+
 using ColumnTable = std::span<const ColumnRow>;
 
 std::string ExpandHeading(std::string_view heading, Date yearEnd, int book);
@@ -81,7 +84,7 @@ Cell FirstYearAddition(CellSource& source);       // additional first-year depre
 Cell PrevDeprWith179(CellSource& source);         // of earlier years, their expense added when that is included
 Cell PrevDeprWith179AndAddl(CellSource& source);  // the same with the additional first-year depreciation
 Cell CurrDeprWith179(CellSource& source);         // of this year, first-year amounts added when expense is included
-Cell NetBookValue(CellSource& source);            // of columns 11 to 14 of the registers
+Cell NetBookValue(CellSource& source);            // of the amounts of the registers
 
 }  // namespace cells
 

@@ -4,29 +4,9 @@
 
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
+#include "reports/ReportTable.h"
 
 namespace tallymar {
-
-namespace {
-
-constexpr int kFederal = 1;
-constexpr int kAmt = 4;
-
-constexpr std::array<ReportInfo, kReports> kReportInfos = {{
-    {"fixed-assets", " Fixed Asset Report ", "Assets Placed in Service", kInclude179, kFederal},
-    {"current-depreciation", " Current Depreciation ", "Assets Placed in Service", kInclude179, kFederal},
-    {"asset-value", " Asset Value Report ", "Assets Placed in Service", kInclude179, kFederal},
-    {"fair-market-value", " Fair Market Value Report ", "Assets Placed in Service", kInclude179, kFederal},
-    {"net-book-value", " Net Book Value Report ", "Assets Placed in Service", kInclude179, kFederal},
-    {"assets-sold", " Asset Sold Report ", "Assets Sold", kInclude179, kFederal},
-    {"stocks-collectibles", " Stocks and Collectibles ", "Stocks Purchased", kPrintInvestments, kFederal},
-    {"post", " Post Depreciation Report ", "Assets Placed in Service", kInclude179, kFederal},
-    {"property-tax", " Personal Property Tax Report ", "Assets Placed in Service", kInclude179, kFederal},
-    {"comparison", " Comparison Report - ", "Compare Federal", kInclude179, kAmt},
-    {"four-year", " 4 Year Depreciation Projection Report ", "Assets Placed in Service", kInclude179, kFederal},
-}};
-
-}  // namespace
 
 const SequenceInfo& InfoOf(ReportSequence sequence) {
     return kSequences.at(static_cast<std::size_t>(sequence));
@@ -41,7 +21,7 @@ std::optional<ReportSequence> SequenceOfItem(std::string_view item) {
 
 const ReportInfo& InfoOfReport(int reportNumber) {
     if (reportNumber < 0 || reportNumber >= kReports) throw PlatformError(Failure::SubscriptOutOfRange);
-    return kReportInfos[static_cast<std::size_t>(reportNumber)];
+    return kReportTable[static_cast<std::size_t>(reportNumber)];
 }
 
 std::optional<int> ReportOfName(std::string_view name) {

@@ -63,17 +63,6 @@ std::optional<ReportSequence> SequenceOfItem(std::string_view item);  // in any 
 // The books as the report form offers them, by their number; slot 0 is unused.
 inline constexpr std::array<std::string_view, 5> kReportBooks = {"", "Federal", "State", "Book", "AMT"};
 
-// What is told of a report before it runs.
-struct ReportInfo {
-    std::string_view Name;         // for the command line: "fixed-assets"
-    std::string_view Caption;      // of the form and the page head, blanks included; the comparison's is completed with the books
-    std::string_view FilterLabel;  // which date the date filter compares
-    int Miscellaneous;             // the options checked when the form opens
-    int Book;                      // chosen when the form opens
-};
-
-// Failure::SubscriptOutOfRange for a number outside 0 to 10.
-const ReportInfo& InfoOfReport(int reportNumber);
 std::optional<int> ReportOfName(std::string_view name);
 std::string ReportCaption(int reportNumber, int book);
 

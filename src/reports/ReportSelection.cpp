@@ -23,7 +23,7 @@ bool IsInvestment(const AssetRecord& asset, int book) {
 
 bool ReportFilter::SelectFilter(const AssetRecord& asset, FilterMode mode) const {
     if (!Options.Division.empty() && asset.Division.Trimmed() != Options.Division) return false;
-    // The department is compared with the division too. Preparers' filters have been set up by what this lets through.
+    // COMPAT: the department is compared with the division too.
     if (!Options.Department.empty() && asset.Division.Trimmed() != Options.Department) return false;
     if (!Options.CodeSection.empty() && RTrim(asset.CodeSection) != Options.CodeSection) return false;
 

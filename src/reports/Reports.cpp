@@ -1,12 +1,12 @@
 #include "reports/Reports.h"
 
-#include <array>
 #include <string>
 
 #include "platform/runtime/DateText.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 #include "reports/ReportProcedures.h"
+#include "reports/ReportTable.h"
 #include "reports/YearClosing.h"
 #include "store/Vocabularies.h"
 
@@ -15,11 +15,6 @@ namespace tallymar {
 namespace {
 
 constexpr std::string_view kTitle = "Tallymar";
-
-constexpr std::array<void (*)(ReportRun&), kReports> kProcedures = {
-    PrintFAReport, PrintCDReport,   PrintAVReport,   PrintFMVReport,  PrintNBVReport,   PrintASReport,
-    PrintSCReport, PrintPostReport, PrintPTaxReport, PrintCompReport, Print4YearReport,
-};
 
 bool IsCalendarDate(Date date) {
     constexpr double kLastDay = 2958465;  // 12/31/9999
@@ -135,7 +130,7 @@ ReportResult PrintReport(ReportRun& run) {
     run.V.Title = ReportTitle(run.Session, options);
     run.Engine.BeginRun(run.Session.RoundText());
     if (options.ReportNumber == kPostReport && options.UpdateDatabase) return PostYear(run);
-    kProcedures.at(static_cast<std::size_t>(options.ReportNumber))(run);
+    InfoOfReport(options.ReportNumber).Print(run);
     if (run.OnDrawn) run.OnDrawn();
     return {.Printed = true, .Copy = {}};
 }

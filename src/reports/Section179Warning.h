@@ -7,8 +7,8 @@
 
 namespace tallymar {
 
-// One limit of Section 179 expense, for report years from FirstYear to LastYear. Ranges overlap: a year whose limit is not
-// exceeded is tested against the rows that follow as well, and its report can then warn of an earlier, lower limit.
+// One limit of Section 179 expense, for report years from FirstYear to LastYear. COMPAT: ranges overlap. A year whose limit is
+// not exceeded is tested against the rows that follow as well, and its report can then warn of an earlier, lower limit.
 struct WarningRow {
     int FirstYear;
     int LastYear;

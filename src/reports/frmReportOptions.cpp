@@ -14,6 +14,7 @@
 #include "platform/controls/sidtEdit.h"
 #include "platform/controls/sitxEdit.h"
 #include "platform/page/frmPreview.h"
+#include "reports/ReportTable.h"
 
 namespace tallymar {
 

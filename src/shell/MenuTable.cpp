@@ -2,12 +2,19 @@
 
 #include <array>
 
+#include "reports/ReportTable.h"
+
 namespace tallymar {
 
 namespace {
 
 using enum Command;
 using enum EnabledWhen;
+
+constexpr MenuItem OfReport(int number) {
+    const ReportInfo& report = kReportTable.at(static_cast<std::size_t>(number));
+    return {"mnuReportsRun", number, report.Menu, report.Hint, ReportsRun, HasAssets};
+}
 
 constexpr auto kMenuItems = std::to_array<MenuItem>({
     {"mnuFile", -1, "&File", "Access Open, Save, Print and Exit options"},
@@ -42,18 +49,17 @@ constexpr auto kMenuItems = std::to_array<MenuItem>({
     {"mnuResequence", -1, "&Resequence", "Create a new database with resequenced Asset numbers", Resequence, HasAssets},
 
     {"mnuReports", -1, "&Reports", "Select an Asset Report"},
-    {"mnuReportsRun", 0, "&Fixed Assets", "Select the Fixed Asset Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 1, "Current &Depreciation", "Select the Current Depreciation Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 2, "Asset &Value Report", "Select the Asset Value Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 3, "Fair &Market Value", "Select the Fair Market Value Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 4, "Net &Book Value", "Select the Net Book Value Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 5, "Assets &Sold", "Select the Assets Sold Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 6, "Stocks and &Collectibles", "Select the Stocks and Collectibles Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 7, "&Post Depreciation", "Select the Post Depreciation Report and Post Depreciation", ReportsRun,
-     HasAssets},
-    {"mnuReportsRun", 8, "Property &Tax", "Select the Property Tax Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 9, "Co&mparison Reports", "Select a Comparison Report", ReportsRun, HasAssets},
-    {"mnuReportsRun", 10, "&4 Year Depreciation", "Select the 4 Year Depreciation Report", ReportsRun, HasAssets},
+    OfReport(kFixedAssetReport),
+    OfReport(kCurrentDepreciationReport),
+    OfReport(kAssetValueReport),
+    OfReport(kFairMarketValueReport),
+    OfReport(kNetBookValueReport),
+    OfReport(kAssetSoldReport),
+    OfReport(kStocksAndCollectiblesReport),
+    OfReport(kPostReport),
+    OfReport(kPropertyTaxReport),
+    OfReport(kComparisonReport),
+    OfReport(kFourYearReport),
     {"mnuReportsLabels", -1, "Asset &Labels", "Print labels for each Asset", ReportsLabels, HasAssets, {}, true},
     {"mnuAmortization", -1, "&Amortization Schedule", "Print an Amortization Schedule", Amortization},
 

@@ -5,6 +5,7 @@
 
 #include "PageGrid.h"
 #include "ReportCompany.h"
+#include "reports/ReportTable.h"
 
 namespace tallymar::test {
 namespace {

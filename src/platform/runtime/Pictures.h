@@ -45,7 +45,7 @@ inline constexpr std::string_view kReportDate = "m/dd/yyyy";
 inline constexpr std::string_view kLabelDate = "mm/dd/yyyy";
 inline constexpr std::string_view kYearEndHeading = "mm/dd/yy";
 inline constexpr std::string_view kSortableDate = "yyyy/mm/dd";  // grids that sort by text
-inline constexpr std::string_view kFilterDate = "m/d/y";         // "y" is the day of the year
+inline constexpr std::string_view kFilterDate = "m/d/y";         // COMPAT: "y" is the day of the year
 inline constexpr std::string_view kMonthDay = "mm/dd";
 inline constexpr std::string_view kYear = "yyyy";
 
