@@ -39,11 +39,12 @@ std::string PrefixLimitText(std::int64_t assetCount);
 // The dialog that chooses the company to copy into.
 FileDialog ResequenceDialog(const std::filesystem::path& initialFolder);
 
-// Copies assets of the open company, which stays as it is (COMPAT: AssocAsset too, so that it names old numbers), into the company `target`: a new one when there is no such file, else
-// one that it merges into by number. All of it is one batch: on any failure the target is as it was, or not there.
-// Failures, each told with the asset where one is at fault: InvalidCall when the target is the open company or the prefix is too
-// long; FieldTooSmall when a new number has more than six characters; ItemNotFound when the target lacks a column, as a file of
-// an earlier release does until it has been opened once; those of opening and writing a company.
+// Copies assets of the open company, which stays as it is (COMPAT: AssocAsset too, so that it names old numbers), into the
+// company `target`: a new one when there is no such file, else one that it merges into by number. All of it is one batch: on any
+// failure the target is as it was, or not there. Failures, each told with the asset where one is at fault: InvalidCall when the
+// target is the open company or the prefix is too long; FieldTooSmall when a new number has more than six characters;
+// ItemNotFound when the target lacks a column, as a file of an earlier release does until it has been opened once; those of
+// opening and writing a company.
 ResequenceCounts Resequence(CompanySession& session, const ResequenceOptions& options, const std::filesystem::path& target,
                             Prompts& prompts);
 
