@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kDivisionLength = 16;  // as the columns of the assets
 constexpr int kTypeLength = 5;       // "1120S"
-constexpr int kNoteLines = 6;
+constexpr int kNoteLines = 4;
 
 }  // namespace
 
