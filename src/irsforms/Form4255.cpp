@@ -148,7 +148,7 @@ const FormInfo Form4255::kInfo = {.Name = "4255",
                                   .TypeCaption = {},
                                   .Pages = kPages};
 
-Form4255::Form4255() : lines_(13) {}
+Form4255::Form4255() : IrsForm(13) {}
 
 std::string Form4255::Message() const {
     return std::to_string(AssetsRead) + " Assets processed and " + std::to_string(grid_.size()) + " Asset(s) recaptured";
@@ -201,8 +201,6 @@ void Form4255::Take(const AssetRecord& asset, FormScan& scan) {
 }
 
 void Form4255::ComputeLines(const FormSettings& settings) {
-    company_ = settings.Company;
-    id_ = settings.Id;
     const FormRounding round(settings.RoundText);
     for (Column& column : grid_) {
         for (CurrencyAmount* amount :

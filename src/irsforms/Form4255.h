@@ -49,19 +49,12 @@ class Form4255 : public IrsForm {
     void ExchangeWorkFile(WorkFile& file) override;
     std::string Message() const override;
     void WriteTables(JsonWriter& json) const override;
-    const FormLines& Lines() const override { return lines_; }
 
-    CurrencyAmount Line(int number) const { return lines_[number]; }
-    const std::string& Company() const { return company_; }
-    const std::string& Id() const { return id_; }
     const std::vector<GridColumn>& RecaptureGrid() const { return grid_; }
 
     static constexpr std::size_t kColumnsOnPage = 4;
 
  private:
-    FormLines lines_;
-    std::string company_;
-    std::string id_;
     std::vector<GridColumn> grid_;
     RunTotals totals_;
 };

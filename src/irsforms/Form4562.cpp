@@ -108,7 +108,7 @@ const FormInfo Form4562::kInfo = {.Name = "4562",
                                   .TypeCaption = "Form 4562 Type (1040, 1120, etc)",
                                   .Pages = kPages};
 
-Form4562::Form4562() : lines_(50) {}
+Form4562::Form4562() : IrsForm(50) {}
 
 std::string Form4562::Message() const {
     return "Number of Assets processed " + std::to_string(AssetsRead);

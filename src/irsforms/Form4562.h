@@ -75,9 +75,7 @@ class Form4562 : public IrsForm {
     std::string Message() const override;
     std::optional<DepreciationSums> Sums() const override;
     void WriteTables(JsonWriter& json) const override;
-    const FormLines& Lines() const override { return lines_; }
 
-    CurrencyAmount Line(int number) const { return lines_[number]; }
     // 1 and 3 the company's name, 2 its number, 4 and 5 "Y" with listed property, 6 the election of general asset accounts, 7 the
     // entity type; 8 and 9 are empty.
     const std::string& Header(int slot) const { return header_.at(static_cast<std::size_t>(slot)); }
@@ -103,7 +101,6 @@ class Form4562 : public IrsForm {
     int ChooseBuildingRow(const AssetRecord& asset, int firstRow, std::string_view period);
     void RoundColumns(const FormSettings& settings);
 
-    FormLines lines_;
     std::array<std::string, 11> header_;
     std::array<ClassRow, 21> class_;
     std::vector<ListedRow> listed_;

@@ -165,8 +165,8 @@ void Form4562::ComputeLines(const FormSettings& settings) {
     lostInRounding_ = onForm_ - onForm();
 
     lines_[25] = listedAllowance_;
-    header_[1] = header_[3] = settings.Company;
-    header_[2] = settings.Id;
+    header_[1] = header_[3] = company_;
+    header_[2] = id_;
     header_[7] = settings.Options.Type;
     RunSteps<Form4562>(kSteps, *this, lines_);
     if (lines_[28] > kNothing || lines_[29] > kNothing) header_[4] = header_[5] = "Y";

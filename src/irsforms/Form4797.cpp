@@ -117,7 +117,7 @@ const FormInfo Form4797::kInfo = {.Name = "4797",
                                   .TypeCaption = "Form 4797 Type (1040, 1120, etc)",
                                   .Pages = kPages};
 
-Form4797::Form4797() : lines_(35) {}
+Form4797::Form4797() : IrsForm(35) {}
 
 std::string Form4797::Message() const {
     return "Number of Assets sold this fiscal year " + std::to_string(sold_);
@@ -203,8 +203,6 @@ void Form4797::TakeLong(const AssetRecord& asset, SaleRow sale) {
 }
 
 void Form4797::ComputeLines(const FormSettings& settings) {
-    company_ = settings.Company;
-    id_ = settings.Id;
     type_ = settings.Options.Type;
     round_ = settings.RoundText;
     const FormRounding round(settings.RoundText);

@@ -58,11 +58,7 @@ class Form4797 : public IrsForm {
     void ExchangeWorkFile(WorkFile& file) override;
     std::string Message() const override;
     void WriteTables(JsonWriter& json) const override;
-    const FormLines& Lines() const override { return lines_; }
 
-    CurrencyAmount Line(int number) const { return lines_[number]; }
-    const std::string& Company() const { return company_; }
-    const std::string& Id() const { return id_; }
     bool IsPartnership() const { return type_ == "1065" || type_ == "1120S"; }  // or S corporation
     // COMPAT: page 2 shows cents only for an "N", which the Round column never reads.
     bool KeepsCents() const { return round_ == "N"; }
@@ -75,9 +71,6 @@ class Form4797 : public IrsForm {
     void AddSale(const AssetRecord& asset, SaleRow sale, std::string_view term);
     bool OnlyCounted(const AssetRecord& asset, const SaleRow& sale);
 
-    FormLines lines_;
-    std::string company_;
-    std::string id_;
     std::string type_;
     std::string round_;
     std::vector<SaleRow> longTable_;

@@ -117,7 +117,7 @@ const FormInfo Form8824::kInfo = {.Name = "8824",
                                   .Pages = kPages,
                                   .PageForEachAsset = true};
 
-Form8824::Form8824() : lines_(25) {}
+Form8824::Form8824() : IrsForm(25) {}
 
 std::string Form8824::Message() const {
     return std::to_string(AssetsRead) + " Assets processed and " + std::to_string(exchangeCount_) +
@@ -165,8 +165,8 @@ void Form8824::Take(const AssetRecord& asset, FormScan& scan) {
     exchange.InDollars = FormRounding(scan.Settings.RoundText).IsOn();
     const bool exchanged = !asset.DateSold.IsNone();
     if (exchanged) FillExchange(asset, found ? &received : nullptr, scan, exchange);
-    exchange.ExchangeText[kName] = scan.Settings.Company;
-    exchange.ExchangeText[kNumber] = scan.Settings.Id;
+    exchange.ExchangeText[kName] = Company();
+    exchange.ExchangeText[kNumber] = Id();
     const std::string count = TwoDigits(exchangeCount_);
     exchange.File = std::string(kPages.front()) + count;
     if (!exchanged) {

@@ -9,7 +9,7 @@
 namespace tallymar {
 
 // Form 8824, Like-Kind Exchanges: a page of its own for each exchanged asset of a book. Amounts are dollars; texts and dates are
-// as the form prints them.
+// as the form prints them. Its Lines are of no single page: 16 and 18 are summed over all of them.
 class Form8824 : public IrsForm {
  public:
     static const FormInfo kInfo;
@@ -37,14 +37,12 @@ class Form8824 : public IrsForm {
     void ExchangeWorkFile(WorkFile& file) override;  // of one page, the last of the exchanges
     std::string Message() const override;
     void WriteTables(JsonWriter& json) const override;
-    const FormLines& Lines() const override { return lines_; }
 
     const std::vector<Exchange>& Exchanges() const { return exchanges_; }
 
  private:
     void FillExchange(const AssetRecord& asset, const AssetRecord* received, FormScan& scan, Exchange& exchange);
 
-    FormLines lines_;  // of no single page: 18, the adjusted basis given up, and 16, the value received, over all of them
     std::vector<Exchange> exchanges_;
     std::vector<std::string> boxes_;  // what was told on the way
     int exchangeCount_ = 0;

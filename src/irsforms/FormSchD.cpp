@@ -89,7 +89,7 @@ const FormInfo FormSchD::kInfo = {.Name = "D",
                                   .TypeCaption = {},
                                   .Pages = kPages};
 
-FormSchD::FormSchD() : lines_(40), schDLine_(40) {}
+FormSchD::FormSchD() : IrsForm(40), schDLine_(40) {}
 
 std::string FormSchD::Message() const {
     return "Number of Schedule D items saved " + std::to_string(saleTable_.size());
@@ -136,8 +136,6 @@ void FormSchD::SumTerms() {
 }
 
 void FormSchD::ComputeLines(const FormSettings& settings) {
-    company_ = settings.Company;
-    id_ = settings.Id;
     round_ = settings.RoundText;
     LookAgainAtTerms();
     const FormRounding round(settings.RoundText);

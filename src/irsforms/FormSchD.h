@@ -50,12 +50,7 @@ class FormSchD : public IrsForm {
     void ExchangeWorkFile(WorkFile& file) override;
     std::string Message() const override;
     void WriteTables(JsonWriter& json) const override;
-    // Column (f) where a line has several.
-    const FormLines& Lines() const override { return lines_; }
 
-    CurrencyAmount Line(int number) const { return lines_[number]; }
-    const std::string& Company() const { return company_; }
-    const std::string& Id() const { return id_; }
     bool InDollars() const { return round_ == "Y"; }
     const std::vector<SaleRow>& SaleTable() const { return saleTable_; }
     const TermTotals& ShortTerm() const { return short_; }
@@ -72,10 +67,7 @@ class FormSchD : public IrsForm {
     void LookAgainAtTerms();
     void SumTerms();
 
-    FormLines lines_;     // by the numbers of the form
-    FormLines schDLine_;  // by those of the computation
-    std::string company_;
-    std::string id_;
+    FormLines schDLine_;  // by the numbers of the computation
     std::string round_;
     std::vector<SaleRow> saleTable_;
     TermTotals short_;

@@ -94,6 +94,11 @@ std::string Joined(const std::vector<std::string>& texts) {
 
 }  // namespace
 
+void IrsForm::NameCompany(const FormSettings& settings) {
+    company_ = settings.Company;
+    id_ = settings.Id;
+}
+
 void IrsForm::LeaveOut(const AssetRecord& asset, std::string reason, CurrencyAmount amount, std::string together) {
     leftOut_.push_back({std::string(asset.AssetNum.Trimmed()), std::move(reason), amount, std::move(together)});
 }
@@ -129,6 +134,7 @@ FormResult CreateForm(std::unique_ptr<IrsForm>& form, CompanySession& session, c
     std::unique_ptr<IrsForm> next = form->Clone();
     recordset::Recordset& assets = session.AssetsRecordset();
     const FormSettings settings = SettingsOf(session, options);
+    next->NameCompany(settings);
     FormOutput output(folder);
     AssetRecord asset;
     FormScan scan{

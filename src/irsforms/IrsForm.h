@@ -86,10 +86,10 @@ class IrsForm {
     virtual std::unique_ptr<IrsForm> Clone() const = 0;
     virtual const FormInfo& Info() const = 0;
 
-    // An asset that passed the division and department filters.
+    // In this order: NameCompany, Take for each asset that passed the division and department filters, ComputeLines, Write.
+    void NameCompany(const FormSettings& settings);
     virtual void Take(const AssetRecord& asset, FormScan& scan) = 0;
     virtual void ComputeLines(const FormSettings& settings) = 0;
-    // The work file and the pages.
     virtual void Write(FormOutput& output) = 0;
     // What the form has computed, item by item, into its work file or back from one.
     virtual void ExchangeWorkFile(WorkFile& file) = 0;
@@ -99,13 +99,22 @@ class IrsForm {
     virtual std::optional<DepreciationSums> Sums() const { return std::nullopt; }
     // The form's own members of the data for a tax package.
     virtual void WriteTables(JsonWriter& json) const = 0;
-    virtual const FormLines& Lines() const = 0;
 
+    const FormLines& Lines() const { return lines_; }
+    CurrencyAmount Line(int number) const { return lines_[number]; }
+    const std::string& Company() const { return company_; }
+    const std::string& Id() const { return id_; }
     const std::vector<LeftOut>& NotOnForm() const { return leftOut_; }
     int AssetsRead = 0;
 
  protected:
+    explicit IrsForm(int lastLine) : lines_(lastLine) {}
+
     void LeaveOut(const AssetRecord& asset, std::string reason, CurrencyAmount amount = {}, std::string together = {});
+
+    FormLines lines_;  // by the numbers of the form
+    std::string company_;
+    std::string id_;
 
  private:
     std::vector<LeftOut> leftOut_;
