@@ -1,4 +1,3 @@
-#include <array>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -68,9 +67,9 @@ DepreciationSetUp ParseSetUp(const std::string& option, const std::vector<std::s
 
 struct DeptFlags {
     std::filesystem::path File;
-    std::array<std::string, 2> Division;
-    std::array<std::string, 2> Department;
-    std::array<std::string, 2> Account;
+    std::vector<std::string> Division;  // FROM and TO, or nothing
+    std::vector<std::string> Department;
+    std::vector<std::string> Account;
     std::string Year;
 };
 
@@ -111,8 +110,8 @@ void AddChangeDeptCommand(CLI::App& app, Context& context) {
     command->add_option("--account", flags->Account, "FROM TO")->expected(2);
     command->add_option("--year", flags->Year, "In-service year; blank and 0 select all, any other year none");
     command->callback([flags, &context] {
-        const auto change = [](const std::array<std::string, 2>& pair) {
-            return FieldChange{FromArgument(pair[0]), FromArgument(pair[1])};
+        const auto change = [](const std::vector<std::string>& pair) {
+            return pair.empty() ? FieldChange{} : FieldChange{FromArgument(pair[0]), FromArgument(pair[1])};
         };
         PrintChanged(ChangeDept(context.Open(flags->File),
                                 {.Division = change(flags->Division),

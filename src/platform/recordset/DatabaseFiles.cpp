@@ -101,7 +101,8 @@ void CopyDatabase(const Database& source, const fs::path& place) {
 
 void DeleteDatabase(const fs::path& file) {
     std::error_code error;
-    if (!fs::exists(file, error)) throw FileFailure(ENOENT, file);
+    const fs::file_status status = fs::status(file, error);
+    if (!fs::is_regular_file(status)) throw FileFailure(fs::exists(status) ? EISDIR : ENOENT, file);
     RequireUnused(file);
     if (access(FolderOf(file).c_str(), W_OK) != 0 || access(file.c_str(), W_OK) != 0) throw FileFailure(errno, file);
     RemoveWithCompanions(file, error);
