@@ -25,7 +25,8 @@ struct ChangeDeptOptions {
 inline constexpr std::string_view kChangeDeptName = "Change Department / Division / G/L Number";
 
 // Renames a division, a department and a general ledger number across all assets; letter case counts. Returns how many assets
-// were changed, each counted once however many of its fields moved. Failures as ChangeAssets tells.
+// were changed, each counted once however many of its fields moved. FieldTooSmall, before anything is written, when a To is
+// longer than its column; other failures as ChangeAssets tells.
 std::int64_t ChangeDept(CompanySession& session, const ChangeDeptOptions& options, Prompts& prompts);
 
 }  // namespace tallymar

@@ -46,14 +46,14 @@ struct StoredSetUp {
     std::int16_t FedLife;
 };
 
-bool Matches(const AssetRecord& record, const ChangeRangeOptions& options) {
+bool Matches(const AssetRecord& record, const ChangeRangeOptions& options, std::int16_t fromLife) {
     const DepreciationSetUp& from = options.From;
     const int book = options.Book;
     return SelectsAtFullWidth(options.Division, record.Division.View()) &&
            SelectsAtFullWidth(options.Department, record.Department.View()) && SelectsYear(options.Year) &&
            from.DeprMethod == DeprMethodCode(record.DeprMethod[book]) && from.DeprType == DeprTypeCode(record.DeprType[book]) &&
-           from.AssetType == record.AssetType && ToInteger(from.ClassLife.ToDouble()) == record.FedLife &&
-           from.Period == record.Period[book] && Val(from.DBPercent) == static_cast<double>(record.DBPercent[book]);
+           from.AssetType == record.AssetType && fromLife == record.FedLife && from.Period == record.Period[book] &&
+           Val(from.DBPercent) == static_cast<double>(record.DBPercent[book]);
 }
 
 }  // namespace
@@ -61,8 +61,9 @@ bool Matches(const AssetRecord& record, const ChangeRangeOptions& options) {
 std::int64_t ChangeRange(CompanySession& session, const ChangeRangeOptions& options, Prompts& prompts) {
     RequireBook(options.Book, "Which Book");
     const StoredSetUp to(options.To);
+    const std::int16_t fromLife = ToInteger(options.From.ClassLife.ToDouble());
     return ChangeAssets(session, prompts, [&](AssetRecord& record) {
-        if (!Matches(record, options)) return false;
+        if (!Matches(record, options, fromLife)) return false;
         record.DeprMethod[options.Book] = to.DeprMethod;
         record.DeprType[options.Book] = to.DeprType;
         record.DBPercent[options.Book] = to.DBPercent;

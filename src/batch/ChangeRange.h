@@ -31,8 +31,8 @@ struct ChangeRangeOptions {
 inline constexpr std::string_view kChangeRangeName = "Change Range of Assets";
 
 // Gives every asset that matches the whole of From, in one book, the set-up To. There is no wildcard: an asset that differs in
-// one of the six stays. One that already is as To says counts and is written too. Nothing is computed again, and ClassLife itself
-// stays: the next reading of an asset takes FedLife from it.
+// one of the six stays. One that already is as To says counts and is written too. Nothing is computed again.
+// COMPAT: ClassLife itself stays, so the next reading of an asset takes FedLife from it again.
 // Returns how many assets were changed. Fails with InvalidCall, before anything is written, for a book outside 1 to 4 or a To
 // whose type, method or asset type is none; else as ChangeAssets tells.
 std::int64_t ChangeRange(CompanySession& session, const ChangeRangeOptions& options, Prompts& prompts);

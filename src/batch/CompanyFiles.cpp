@@ -19,7 +19,8 @@ std::string NameOf(const fs::path& file) {
     return FromUtf8(file.filename().string());
 }
 
-std::string CopyChosen(const fs::path& source, const fs::path& folder, std::string title, Prompts& prompts) {
+std::string CopyChosen(const CompanySession& session, const fs::path& source, const fs::path& folder, std::string title,
+                       Prompts& prompts) {
     FileDialog dialog = CompanyFileDialog(std::move(title), folder);
     dialog.FileName = source.filename();
     const auto target = prompts.AskSaveFile(dialog);
@@ -27,6 +28,9 @@ std::string CopyChosen(const fs::path& source, const fs::path& folder, std::stri
     std::error_code noFile;
     if (fs::equivalent(source, *target, noFile)) {
         throw PlatformError(Failure::InvalidCall, NameOf(source) + " cannot be copied onto itself");
+    }
+    if (IsOpenCompany(session, *target)) {
+        throw PlatformError(Failure::FileInUse, NameOf(*target) + " is the open company; close it before it is replaced");
     }
     recordset::CopyDatabase(recordset::Database::Open(source), *target);
     return NameOf(source) + " was copied to " + FromUtf8(target->string());
@@ -43,7 +47,7 @@ std::string BackupCompany(CompanySession& session, Prompts& prompts) {
         return {};
     }
     paths.Prepare();
-    return CopyChosen(*source, paths.Backup(), "Copy File", prompts);
+    return CopyChosen(session, *source, paths.Backup(), "Copy File", prompts);
 }
 
 std::string RestoreCompany(CompanySession& session, Prompts& prompts) {
@@ -54,7 +58,7 @@ std::string RestoreCompany(CompanySession& session, Prompts& prompts) {
     if (!prompts.AskYesNo("Restore Client Database " + NameOf(*source) + " ?", "Confirm - Restore Client Database")) {
         return {};
     }
-    return CopyChosen(*source, paths.Folder(), "Copy File", prompts);
+    return CopyChosen(session, *source, paths.Folder(), "Copy File", prompts);
 }
 
 std::string DeleteCompany(CompanySession& session, Prompts& prompts) {

@@ -10,10 +10,6 @@
 // it has done in one line ("client.mdb was copied to ..."), empty when nothing was.
 namespace tallymar {
 
-inline constexpr std::string_view kBackupName = "Backup Company Database";
-inline constexpr std::string_view kRestoreName = "Restore Company Database";
-inline constexpr std::string_view kDeleteName = "Delete Company Database";
-
 // Copies a company file, whole and checked (CopyDatabase tells the failures), by preference into the Backup folder, which is made
 // when it is missing. The open company is closed before the question.
 std::string BackupCompany(CompanySession& session, Prompts& prompts);

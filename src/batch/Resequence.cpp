@@ -1,5 +1,7 @@
 #include "batch/Resequence.h"
 
+#include <algorithm>
+
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
 #include "platform/runtime/PlatformError.h"
@@ -98,6 +100,9 @@ ResequenceCounts Resequence(CompanySession& session, const ResequenceOptions& op
     if (options.Prefix.size() > static_cast<std::size_t>(PrefixLimit(session.AssetCount()))) {
         throw PlatformError(Failure::InvalidCall, PrefixLimitText(session.AssetCount()));
     }
+    const bool isPlain = std::all_of(options.Prefix.begin(), options.Prefix.end(),
+                                     [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
+    if (!isPlain) throw PlatformError(Failure::InvalidCall, "An asset number is of the letters A-Z and digits");
     std::error_code error;
     const bool exists = std::filesystem::exists(target, error);
     if (exists && std::filesystem::equivalent(target, session.DatabaseFileName(), error)) {

@@ -1,7 +1,5 @@
 #include "batch/SetBooks.h"
 
-#include <type_traits>
-
 #include "batch/ChangeAssets.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"

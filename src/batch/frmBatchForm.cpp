@@ -17,14 +17,14 @@ namespace tallymar {
 
 namespace {
 
-constexpr int kResultLines = 4;  // one for each book, as a rule
 constexpr const char* kNote = "note";
 
 }  // namespace
 
 frmBatchForm::frmBatchForm(const char* name, const QString& title, QWidget* parent) : CSForm(name, title, parent) {}
 
-QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> command, const QString& closeCaption) {
+QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> command, const QString& closeCaption,
+                                int resultLines) {
     progressBar_ = Named(new QProgressBar(this), "ProgressBar1");
     progressBar_->setAccessibleName(tr("Progress"));
     progressBar_->setRange(0, 1);
@@ -40,7 +40,7 @@ QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> 
     lblResult_->setWordWrap(true);
     lblResult_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     lblResult_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    lblResult_->setMinimumHeight(kResultLines * lblResult_->fontMetrics().lineSpacing());
+    lblResult_->setMinimumHeight(resultLines * lblResult_->fontMetrics().lineSpacing());
     lblNote_ = Named(new QLabel(this), "lblNote");
     lblNote_->setAccessibleName(tr("Note"));
     lblNote_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -51,14 +51,18 @@ QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> 
     cmdCancel_ = Named(new CSCmdBtn(closeCaption, this), "cmdCancel");
 
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(MakeHintLine(), 1);
+    buttons->addStretch(1);
     buttons->addWidget(cmdRun);
     buttons->addWidget(cmdCancel_);
     auto* foot = new QVBoxLayout;
     foot->setSpacing(12);
     foot->addWidget(progressBar_);
     foot->addWidget(lblResult_, 1);
-    foot->addWidget(lblNote_);
+    auto* said = new QVBoxLayout;
+    said->setSpacing(3);
+    said->addWidget(MakeHintLine());
+    said->addWidget(lblNote_);
+    foot->addLayout(said);
     foot->addLayout(buttons);
 
     connect(cmdRun, &QPushButton::clicked, this, Guarded([this, command = std::move(command)] { Run(command); }));

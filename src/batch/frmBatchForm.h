@@ -30,11 +30,12 @@ class frmBatchForm : public CSForm {
  protected:
     frmBatchForm(const char* name, const QString& title, QWidget* parent);
 
-    // What the foot is made of, to be put below the fields. cmdRun runs `command`.
-    QLayout* MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> command, const QString& closeCaption = tr("Cancel"));
+    // What the foot is made of, to be put below the fields. cmdRun runs `command`; room is kept for so many lines of its result.
+    QLayout* MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> command, const QString& closeCaption = tr("Cancel"),
+                      int resultLines = 1);
     // What a run has to say, a line each. It stays until the next run begins.
     void ShowResult(const std::vector<std::string>& sentences);
-    // What would surprise at this field: shown on a line of its own, above the status line, while the field has the keyboard.
+    // What would surprise at this field: shown on a line of its own, under the hint, while the field has the keyboard.
     static void SetNote(QWidget* field, const QString& note);
     void OnFieldFocus(QWidget* field) override;
     // The closing button's caption once a command has run; empty leaves it as it is.

@@ -90,7 +90,7 @@ frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QW
     all->addLayout(grid);
     all->addLayout(monthRow);
     all->addLayout(MakeFoot(
-        Named(new CSCmdBtn(tr("OK"), this), "cmdOK"), [this](Prompts& prompts) { Compute(prompts); }, tr("&Close")));
+        Named(new CSCmdBtn(tr("OK"), this), "cmdOK"), [this](Prompts& prompts) { Compute(prompts); }, tr("&Close"), kLastBook));
     SetDoneCaption({});  // the totals are read, and OK may be pressed again
 
     connect(silgMonth_, &EntryEdit::Changed, this, Guarded([this] { TakeMonth(); }));

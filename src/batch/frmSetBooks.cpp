@@ -17,7 +17,7 @@ frmSetBooks::frmSetBooks(CompanySession& session, QWidget* parent)
     silgBook_ = Named(new silgEdit(kFirstBook, kLastBook, this), "silgBook");
     silgBook_->SetValue(kFirstBook);
     SetHint(silgBook_, tr("Enter the From Book"));
-    silgToBook_ = Named(new silgEdit(0, kLastBook, this), "silgToBook");
+    silgToBook_ = Named(new silgEdit(-1, kLastBook, this), "silgToBook");
     SetHint(silgToBook_, tr("Enter the To Book or leave Zero(0) to set ALL the other Books"));
     SetNote(silgToBook_, tr("The automobile limit that last applied stays as it is in each book"));
 

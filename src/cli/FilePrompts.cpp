@@ -15,7 +15,8 @@ void FilePrompts::Message(std::string_view text, std::string_view title, Message
 }
 
 bool FilePrompts::AskYesNo(std::string_view text, std::string_view title) {
-    return yes_ || prompts_.AskYesNo(text, title);
+    // The title is what tells two questions of the same text apart.
+    return yes_ || prompts_.AskYesNo(std::string(title) + ": " + std::string(text), title);
 }
 
 std::optional<fs::path> FilePrompts::AskOpenFile(const FileDialog&) {

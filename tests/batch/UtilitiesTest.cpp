@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "batch/ChangeAssets.h"
 #include "batch/ChangeDept.h"
 #include "batch/ChangeRange.h"
 #include "batch/CompanyFiles.h"
@@ -51,19 +52,22 @@ TEST_F(UtilitiesTest, RenamesWhatMatchesWholeAndCountsARowOnce) {
 
 TEST_F(UtilitiesTest, AFailureKeepsTheRowsBeforeItAndCountsThem) {
     Add("A1", "West");
-    AssetRecord asset = test::Machine("A2", Date::FromYmd(2003, 5, 1), 1000);
-    asset.AccountNum = "1500";
-    asset.Division = "West";
-    session_.AddAssetRecord(asset);
+    Add("A2", "West");
     const std::string text = test::TextOf([&] {
-        ChangeDept(session_,
-                   {.Division = {"West", "East"}, .Department = {}, .AccountNum = {"1500", "1234567890123"}, .Year = {}},
-                   company_.Prompts);
+        ChangeAssets(session_, company_.Prompts, [](AssetRecord& asset) {
+            if (asset.AssetNum.Trimmed() == "A2") throw PlatformError(Failure::Overflow);
+            asset.Division = "East";
+            return true;
+        });
     });
-    EXPECT_EQ(text.substr(0, 10), "Asset A2: ");
-    EXPECT_NE(text.find("assets changed before it: 1"), std::string::npos) << text;
+    EXPECT_EQ(text, "Asset A2: Overflow; assets changed before it: 1");
     EXPECT_EQ(Stored("A1").Division.Trimmed(), "East");
     EXPECT_EQ(Stored("A2").Division.Trimmed(), "West");
+    const FieldChange tooLong{"1500", "1234567890123"};
+    EXPECT_EQ(test::FailureOf([&] {
+                  ChangeDept(session_, {.Division = {}, .Department = {}, .AccountNum = tooLong, .Year = {}}, company_.Prompts);
+              }),
+              Failure::FieldTooSmall);
 }
 
 TEST_F(UtilitiesTest, ARangeChangesOneBookOfWhatMatchesInAllSix) {
@@ -215,6 +219,17 @@ TEST_F(CompanyFilesTest, ABackupComesBack) {
     session_.OpenCompany(company_.File(), company_.Prompts);
     EXPECT_EQ(session_.AssetCount(), 1);
     EXPECT_TRUE(company_.Prompts.Messages.empty());
+}
+
+TEST_F(CompanyFilesTest, ACopyNeverTakesThePlaceOfTheOpenCompany) {
+    session_.FileClose();
+    std::filesystem::copy_file(company_.File(), company_.Folder / "other.mdb");
+    session_.OpenCompany(company_.File(), company_.Prompts);
+    company_.Prompts.OpenFiles = {company_.Folder / "other.mdb"};
+    company_.Prompts.SaveFiles = {company_.File()};
+    company_.Prompts.YesNo = {true};
+    EXPECT_EQ(test::FailureOf([&] { BackupCompany(session_, company_.Prompts); }), Failure::FileInUse);
+    EXPECT_EQ(session_.AssetCount(), 1);
 }
 
 TEST_F(CompanyFilesTest, WhatCannotBeCopiedLeavesTheTarget) {

@@ -1,10 +1,14 @@
 #include "platform/recordset/DatabaseFiles.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdlib>
 #include <random>
 #include <string>
+#include <string_view>
 
 #include "platform/recordset/Connection.h"
 #include "platform/recordset/Recordset.h"
@@ -57,6 +61,29 @@ void RemoveWithCompanions(const fs::path& path, std::error_code& error) {
     }
 }
 
+constexpr std::string_view kUnfinishedStart = ".tallymar-";
+constexpr std::string_view kUnfinishedEnd = ".part";
+
+// Names its process, so that a later one can tell what a run that died has left behind.
+std::string UnfinishedStart() {
+    char host[64] = "";
+    gethostname(host, sizeof host - 1);
+    return std::string(kUnfinishedStart) + host + "-";
+}
+
+// A whole company may lie hidden in what a killed run has left.
+void SweepUnfinished(const fs::path& folder) {
+    const std::string start = UnfinishedStart();
+    std::error_code error;
+    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+        const std::string name = at->path().filename().string();
+        if (!name.starts_with(start) || !name.ends_with(kUnfinishedEnd)) continue;
+        const int process = std::atoi(name.c_str() + start.size());
+        std::error_code ignored;
+        if (process > 0 && kill(process, 0) != 0 && errno == ESRCH) RemoveWithCompanions(at->path(), ignored);
+    }
+}
+
 void RequireWhole(const Database& source, const fs::path& copyPath) {
     Database copy = Database::Open(copyPath);
     copy.RequireIntegrity();
@@ -74,9 +101,13 @@ DatabaseReplacement::DatabaseReplacement(const fs::path& place) : place_(fs::abs
     const fs::file_status status = fs::status(place_, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) throw FileFailure(EISDIR, place_);
     if (fs::exists(status)) place_ = fs::canonical(place_);  // a link stays one
+    // A rename asks for no right to the file itself; a file that its owner has protected stays.
+    if (fs::exists(status) && access(place_.c_str(), W_OK) != 0) throw FileFailure(errno, place_);
     RequireUnused(place_);
+    SweepUnfinished(FolderOf(place_));
     std::random_device random;
-    unfinished_ = FolderOf(place_) / (".tallymar-" + std::to_string(random()) + ".part");
+    unfinished_ = FolderOf(place_) /
+                  (UnfinishedStart() + std::to_string(getpid()) + "-" + std::to_string(random()) + std::string(kUnfinishedEnd));
 }
 
 DatabaseReplacement::~DatabaseReplacement() {

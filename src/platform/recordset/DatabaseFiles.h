@@ -12,8 +12,9 @@ namespace tallymar::recordset {
 // place stays as it was.
 class DatabaseReplacement {
  public:
-    // Fails with FileInUse when another process has the file of that path open or is writing to it, and as Database::Create does
-    // when nothing can be made there.
+    // Fails with FileInUse when another process has the file of that path open or is writing to it, with PermissionDenied when it
+    // is write-protected, and as Database::Create does when nothing can be made there. Removes what runs that died have left in
+    // the folder.
     explicit DatabaseReplacement(const std::filesystem::path& place);
     ~DatabaseReplacement();  // removes what has not been put in its place
     DatabaseReplacement(const DatabaseReplacement&) = delete;
