@@ -185,7 +185,9 @@ TEST_F(ResequenceTest, FiltersLookAtTheDivisionAndMergeIntoWhatIsThere) {
 TEST_F(ResequenceTest, WhatDoesNotFitLeavesTheTargetAsItWas) {
     EXPECT_EQ(PrefixLimit(99), 4);
     EXPECT_EQ(PrefixLimit(100000), 3);
-    for (int i = 0; i < 1000; ++i) Add(std::to_string(100000 + i).c_str(), "");
+    recordset::RunBatch(session_.Database(), recordset::OnFailure::AllOrNothing, [&] {
+        for (int i = 0; i < 1000; ++i) Add(std::to_string(100000 + i).c_str(), "");
+    });
     const auto failure = test::ErrorOf([&] { Run(Options("N", "", "", "ABC")); });
     ASSERT_TRUE(failure.has_value());
     EXPECT_EQ(failure->Code(), Failure::FieldTooSmall);
