@@ -23,7 +23,7 @@ std::string WithNotes(FormCompany& company, const char* name, const FormOptions&
     std::string text = ReadablePages(company.Out(), result);
     text += "===== Notes\n";
     for (const std::string& note : FormNotes(*form, result)) text += note + "\n";
-    return text;
+    return text + "===== For a tax package\n" + FormJson(*form, result, options);
 }
 
 class GoldenForms : public testing::TestWithParam<const char*> {};
