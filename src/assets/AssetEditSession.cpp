@@ -4,6 +4,7 @@
 #include "assets/EntryProblem.h"
 #include "assets/NewAsset.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/Books.h"
 
 namespace tallymar {
 
@@ -96,6 +97,7 @@ bool AssetEditSession::SaveEdit() {
     // A new number is what the form comes back to, unless Close has forgotten the asset.
     if (!state_.CurrentAssetNum.empty()) state_.CurrentAssetNum = Values.AssetNum;
     if (OnFindEnable) OnFindEnable(true);
+    company_.AssetsChanged();
     TabFocusArmed = true;
     state_.NewAssetPending = false;
     return true;
@@ -205,6 +207,7 @@ bool AssetEditSession::Delete() {
     const bool isLast = assets.RecordCount() == 0;
     Keep(std::move(deleted), !isLast);
     assets.MoveNext();
+    company_.AssetsChanged();
     if (!isLast) {
         LoadEdit();
         return false;

@@ -5,19 +5,18 @@
 #include "platform/runtime/DateText.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
+#include "store/Books.h"
 
 namespace tallymar {
 
 namespace {
-
-constexpr std::string_view kBooks[] = {"Federal", "State", "Book", "AMT"};
 
 bool IsPreviousColumn(int column) {
     return column % 2 == 1;
 }
 
 std::string Heading(int row, int column) {
-    if (row == 0) return column == 0 ? std::string() : std::string(kBooks[(column - 1) / 2]);
+    if (row == 0) return column == 0 ? std::string() : std::string(BookOf((column + 1) / 2).ShortName);
     if (column == 0) return "Year Ending";
     return IsPreviousColumn(column) ? "Previous" : "Current";
 }

@@ -39,8 +39,6 @@ class DeprBuildGrid {
     std::vector<DeprBuildRow> rows_;
 };
 
-inline constexpr std::string_view kYearEndsMissing = "Company fiscal year end dates\nhave not been set up properly";
-
 // Is the company's Federal year end one that a build can run to?
 bool CanBuild(Date federalYearEnd);
 

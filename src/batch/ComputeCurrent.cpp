@@ -3,6 +3,7 @@
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
 #include "store/AssetPass.h"
+#include "store/Books.h"
 #include "store/Helpers.h"
 #include "store/Vocabularies.h"
 
@@ -54,7 +55,7 @@ std::vector<std::string> RemarksOn(const ComputeCurrentResult& result) {
     std::vector<std::string> remarks;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         const ComputedBook& done = result[book];
-        const std::string name = std::string(kBookNames[static_cast<std::size_t>(book)]) + ": ";
+        const std::string name = std::string(BookOf(book).Name) + ": ";
         if (done.YearEndUnset) {
             remarks.push_back(name + "no fiscal year end is set (Company Profile), so every asset came out as 0.");
         }
@@ -75,7 +76,7 @@ std::string SmoothRun(const ComputeCurrentResult& result) {
     std::int64_t assets = 0;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!result[book].Chosen) continue;
-        books.append(books.empty() ? "" : ", ").append(kBookNames[static_cast<std::size_t>(book)]);
+        books.append(books.empty() ? "" : ", ").append(BookOf(book).Name);
         assets = result[book].Computed;
     }
     return books.empty() ? "No book is checked." : CountOfAssets(assets) + " computed: " + books;
@@ -107,7 +108,7 @@ void ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurren
                 }
             };
             done.Failed = true;
-            pass.ForEach(record, compute, kBookNames[static_cast<std::size_t>(book)]);
+            pass.ForEach(record, compute, BookOf(book).Name);
             done.Failed = false;
         }
     });

@@ -19,7 +19,6 @@ namespace {
 
 constexpr int kBookingMonthBook = 3;  // the month counts in the Bookkeeping book alone
 constexpr int kLastMonth = 12;
-constexpr std::array<const char*, kLastBook + 1> kCaptions = {"", "Federal", "State", "Book", "AMT"};
 
 QLabel* Heading(const QString& text) {
     auto* label = new QLabel(text);
@@ -36,8 +35,7 @@ QLabel* Figure(const char* name, int book, const QString& column) {
     label->setMargin(3);
     label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("000,000,000.00")) + 14);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setAccessibleName(
-        QStringLiteral("%1, %2").arg(column, QString::fromLatin1(kCaptions[static_cast<std::size_t>(book)])));
+    label->setAccessibleName(QStringLiteral("%1, %2").arg(column, ToQString(BookOf(book).ShortName)));
     return label;
 }
 
@@ -56,7 +54,7 @@ frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QW
         grid->addWidget(head, 0, column);
     }
     for (int book = kFirstBook; book <= kLastBook; ++book) {
-        const QString caption = tr(kCaptions[static_cast<std::size_t>(book)]);
+        const QString caption = ToQString(BookOf(book).ShortName);
         chkCompute_[book] = Named(new QCheckBox(caption, this), "chkCompute", book);
         chkCompute_[book]->setChecked(true);
         chkCompute_[book]->setAccessibleName(tr("Compute %1").arg(caption));

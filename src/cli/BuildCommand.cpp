@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
 #include "interchange/FieldText.h"
+#include "store/Books.h"
 
 namespace tallymar::cli {
 

@@ -26,7 +26,7 @@ class Context {
     Prompts& Asking() { return prompts_; }
     CompanySession& Session();  // made on first use
     ADepre& Engine();
-    // The company open for the command.
+    // The company open for the command. Refused when what the command prints would go into it.
     CompanySession& Open(const std::filesystem::path& file);
 
  private:
@@ -62,6 +62,16 @@ void AddDeleteCommand(CLI::App& app, Context& context);
 void AddImportCommand(CLI::App& app, Context& context);
 void AddExportCommand(CLI::App& app, Context& context);
 void AddExchangeCommand(CLI::App& app, Context& context);
+
+// A new command is one row here.
+using AddCommand = void (*)(CLI::App&, Context&);
+inline constexpr AddCommand kCommands[] = {
+    AddNewCommand,        AddCompanyCommand,     AddConvertCommand,  AddLoadCommand,       AddDumpCommand,
+    AddComputeCommand,    AddBuildCommand,       AddFindCommand,     AddCopyCommand,       AddNewAssetCommand,
+    AddReportCommand,     AddPostCommand,        AddLabelsCommand,   AddFormCommand,       AddLoanCommand,
+    AddChangeDeptCommand, AddChangeRangeCommand, AddSetBooksCommand, AddResequenceCommand, AddBackupCommand,
+    AddRestoreCommand,    AddDeleteCommand,      AddImportCommand,   AddExportCommand,     AddExchangeCommand,
+};
 
 // A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file
 // cannot.

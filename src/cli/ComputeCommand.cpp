@@ -6,9 +6,10 @@
 
 #include "batch/ComputeCurrent.h"
 #include "cli/Commands.h"
-#include "platform/runtime/FileReplacement.h"
+#include "cli/Output.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/Books.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar::cli {
@@ -45,11 +46,12 @@ PerBook<bool> Chosen(const std::vector<int>& books) {
 }
 
 void Run(const Options& options, Context& context) {
+    RequireOutput(options.List, options.File);
     CompanySession& session = context.Open(options.File);
     ADepre& engine = context.Engine();
     engine.ComputeMonth = static_cast<std::int16_t>(options.Month);
 
-    std::optional<FileReplacement> list;
+    std::optional<TextOutput> list;
     if (!options.List.empty()) list.emplace(options.List).Write("AssetNum,Book,CurrDepr,Status,StatusText\r\n");
     const auto addToList = [&list](const ComputedAsset& asset) {
         list->Write(NumberField(asset.AssetNum) + ',' + std::to_string(asset.Book) + ',' + asset.CurrDepr.ToText() + ',' +
@@ -72,11 +74,13 @@ void Run(const Options& options, Context& context) {
     }
     for (const std::string& remark : RemarksOn(result)) std::cerr << ToUtf8(remark) << '\n';
     if (list) list->PutInPlace();
+    // A list on standard output stands there alone.
+    std::ostream& summary = IsStandardOutput(options.List) ? std::cerr : std::cout;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         if (!books[book]) continue;
         const InServiceTotals& totals = result[book].Totals;
-        std::cout << kBookNames[static_cast<std::size_t>(book)] << ' ' << totals.InServiceText() << ' '
-                  << totals.FourthQuarterText() << ' ' << totals.PercentText() << '\n';
+        summary << BookOf(book).Name << ' ' << totals.InServiceText() << ' ' << totals.FourthQuarterText() << ' '
+                << totals.PercentText() << '\n';
     }
 }
 
@@ -95,7 +99,7 @@ void AddComputeCommand(CLI::App& app, Context& context) {
         ->check(CLI::Range(kFirstBook, kLastBook));
     command->add_option("--month", options->Month, "Month of the fiscal year wanted for book 3; 0 for the whole year")
         ->check(CLI::Range(0, 12));
-    command->add_option("--list", options->List, "Write every asset and book as a CSV");
+    command->add_option("--list", options->List, "Write every asset and book as a CSV; - prints it");
     command->callback([options, &context] { Run(*options, context); });
 }
 

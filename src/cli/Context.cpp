@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 #include "interchange/ConvertCompany.h"
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -27,6 +28,7 @@ ADepre& Context::Engine() {
 }
 
 CompanySession& Context::Open(const std::filesystem::path& file) {
+    RequireStandardOutputApart(file);
     if (!Session().OpenCompany(file, prompts_)) {
         throw PlatformError(Failure::UnrecognizedFormat,
                             FromUtf8(file.string()) + " was not converted and cannot be used as it is");

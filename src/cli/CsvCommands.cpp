@@ -3,7 +3,9 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/Output.h"
 #include "interchange/AssetCsv.h"
+#include "platform/runtime/FileIdentity.h"
 
 namespace tallymar::cli {
 
@@ -27,6 +29,7 @@ void AddLoadCommand(CLI::App& app, Context& context) {
     command->add_option("FILE", options->File, "Company file")->required();
     command->add_option("CSV", options->Csv, "CSV whose header names columns of the assets")->required();
     command->callback([options, &context] {
+        RequireApart(options->Csv, options->File);
         CompanySession& session = context.Open(options->File);
         const CsvCounts counts = LoadAssets(session.Database(), session.AssetsRecordset(), options->Csv);
         std::cout << "Assets added: " << counts.Added << ", rewritten: " << counts.Rewritten << '\n';
@@ -42,7 +45,11 @@ void AddDumpCommand(CLI::App& app, Context& context) {
     command->callback([options, &context] {
         std::vector<std::string> columns;
         for (const std::string& column : options->Columns) columns.push_back(FromArgument(column));
-        DumpAssets(context.Open(options->File).AssetsRecordset(), columns, std::cout);
+        CompanySession& session = context.Open(options->File);
+        PrintWhole([&](const auto& write) {
+            const recordset::ReadSnapshot snapshot(session.Database());
+            DumpAssets(session.AssetsRecordset(), columns, write);
+        });
     });
 }
 

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/Output.h"
 #include "irsforms/IrsForm.h"
-#include "platform/runtime/FileReplacement.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace tallymar::cli {
@@ -21,7 +21,8 @@ struct Flags {
 };
 
 void Run(const Flags& flags, Context& context) {
-    std::optional<FileReplacement> json;
+    RequireOutput(flags.Json, flags.File);
+    std::optional<TextOutput> json;
     if (!flags.Json.empty()) json.emplace(flags.Json);
     std::unique_ptr<IrsForm> form = MakeForm(flags.Form);
     FormOptions options = flags.Options;
@@ -33,7 +34,8 @@ void Run(const Flags& flags, Context& context) {
     const FormResult result = CreateForm(form, session, options, folder, context.Asking());
     if (json) {
         json->Write(FormJson(*form, result, options));
-        json->Commit();
+        json->Finish();
+        json->PutInPlace();
     }
     std::cout << ToUtf8(result.Message) << '\n';
     for (const std::string& note : FormNotes(*form, result)) std::cout << ToUtf8(note) << '\n';

@@ -5,11 +5,13 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/Output.h"
 #include "cli/TerminalPrompts.h"
 #include "platform/page/Delivery.h"
 #include "platform/page/PageItems.h"
+#include "platform/page/PageText.h"
 #include "platform/runtime/DateText.h"
-#include "platform/runtime/FileReplacement.h"
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 #include "reports/AssetLabels.h"
@@ -108,33 +110,51 @@ class RefusalAsFailure : public TerminalPrompts {
     Prompts& prompts_;
 };
 
-// The files that a command writes. Where nothing can be written the command ends before it has begun: a year is not closed on a
-// report that nobody will see.
+// The files that a command writes. Where nothing can be written, or the company itself would be written over, the command ends
+// before it has begun: a year is not closed on a report that nobody will see.
 class Output {
  public:
-    explicit Output(const OutputFlags& flags) : out_(flags.Out) {
-        if (!flags.Items.empty()) items_.emplace(flags.Items);
+    Output(const OutputFlags& flags, const fs::path& company) {
+        if (!IsStandardOutput(flags.Out)) {
+            RequireOutput(DeliveryPath(flags.Out), company);
+            out_.emplace(flags.Out);
+        }
+        if (flags.Items.empty()) return;
+        RequireOutput(flags.Items, company);
+        if (IsSameFile(DeliveryPath(flags.Out), flags.Items)) {
+            throw PlatformError(Failure::InvalidCall, "--out and --items name the same file");
+        }
+        items_.emplace(flags.Items);
     }
 
-    // Whole on the disk, not yet in their places.
+    // Whole on the disk, not yet in their places. Standard output gets the pages as text.
     void Write(const PageDocument& pages, const DetailTable& details) {
-        out_.Write(pages, details);
+        if (out_) {
+            out_->Write(pages, details);
+        } else {
+            Print(pages);
+        }
         if (!items_) return;
         WritePageItems(pages, *items_);
         items_->Finish();
     }
     void PutInPlace() {
-        out_.PutInPlace();
+        if (out_) out_->PutInPlace();
         if (items_) items_->PutInPlace();
     }
 
  private:
-    FileDelivery out_;
+    static void Print(const PageDocument& pages) {
+        for (int page = 1; page <= pages.PageCount(); ++page) std::cout << (page > 1 ? "\f" : "") << PageText(pages, page);
+        FlushStandardOutput();
+    }
+
+    std::optional<FileDelivery> out_;
     std::optional<FileReplacement> items_;
 };
 
 void RunReport(const ReportFlags& flags, Context& context) {
-    Output output(flags.Output);
+    Output output(flags.Output, flags.File);
     const Date now = flags.Now.empty() ? Now() : DateArgument(flags.Now, "--now");
     ReportOptions options = OptionsOf(flags, now);
     CompanySession& session = context.Open(flags.File);
@@ -165,7 +185,7 @@ void RunReport(const ReportFlags& flags, Context& context) {
 }
 
 void AddOutput(CLI::App& command, OutputFlags& output) {
-    command.add_option("--out", output.Out, "File to write: .pdf, .txt, .csv or .xlsx")->required();
+    command.add_option("--out", output.Out, "File to write: .pdf, .txt, .csv or .xlsx; - prints the pages as text")->required();
     command.add_option("--items", output.Items, "Also write every text and line of the pages, one JSON object a line");
 }
 
@@ -215,7 +235,7 @@ struct LabelFlags {
 };
 
 void RunLabels(const LabelFlags& flags, Context& context) {
-    Output output(flags.Output);
+    Output output(flags.Output, flags.File);
     CompanySession& session = context.Open(flags.File);
     PageDocument pages(kLetterPortrait);
     DetailTable details;

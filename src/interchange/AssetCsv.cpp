@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bitset>
-#include <ostream>
 #include <unordered_map>
 #include <utility>
 
@@ -236,7 +235,8 @@ CsvCounts LoadAssets(recordset::Database& database, recordset::Recordset& assets
     }
 }
 
-void DumpAssets(recordset::Recordset& assets, const std::vector<std::string>& columns, std::ostream& out) {
+void DumpAssets(recordset::Recordset& assets, const std::vector<std::string>& columns,
+                const std::function<void(std::string_view)>& write) {
     const std::vector<recordset::Field>& fields = assets.Definition().Fields;
     std::vector<int> ordinals;
     for (const std::string& column : columns) ordinals.push_back(assets.Ordinal(column));
@@ -253,11 +253,11 @@ void DumpAssets(recordset::Recordset& assets, const std::vector<std::string>& co
         }
         line.back() = '\r';
         line += '\n';
-        out.write(line.data(), static_cast<std::streamsize>(line.size()));
+        write(line);
     };
     writeLine([&](int ordinal) { AppendText(fields[static_cast<std::size_t>(ordinal)].Name, line); });
     assets.SetIndex(kKey);
-    for (assets.MoveFirst(); !assets.Eof() && out; assets.MoveNext()) {
+    for (assets.MoveFirst(); !assets.Eof(); assets.MoveNext()) {
         writeLine([&](int ordinal) { AppendField(assets.Get(ordinal), line); });
     }
     assets.MoveFirst();

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <filesystem>
-#include <iosfwd>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/recordset/Database.h"
@@ -26,13 +27,14 @@ struct CsvCounts {
 // Failures name the file, the line and the column: ItemNotFound (a column that the table does not have, or no AssetNum),
 // DuplicateKey (a column or an AssetNum named twice), TypeMismatch (no such number, date or True/False; a row longer or shorter
 // than the header; a character that Windows-1252 does not have), Overflow (what no command could read again too: a class life
-// beyond 16 bits, a date outside the years 100 to 9999), FieldTooSmall, ZeroLengthNotAllowed, NullKey (blank too), InvalidUseOfNull
-// (an empty Boolean), InvalidCall (no CSV; a control character in a number); those of InputFile and of Database.
+// beyond 16 bits, a date outside the years 100 to 9999), FieldTooSmall, ZeroLengthNotAllowed, NullKey (blank too),
+// InvalidUseOfNull (an empty Boolean), InvalidCall (no CSV; a control character in a number); those of InputFile and of Database.
 CsvCounts LoadAssets(recordset::Database& database, recordset::Recordset& assets, const std::filesystem::path& path);
 
 // Every row by AssetNum; columns in the order given, all in the table's order when there are none. ItemNotFound for an unknown
-// one, before anything is written. Leaves the recordset on the first row by AssetNum. Whether the stream took it all is for the
-// caller to ask.
-void DumpAssets(recordset::Recordset& assets, const std::vector<std::string>& columns, std::ostream& out);
+// one, before anything is written. Leaves the recordset on the first row by AssetNum. `write` takes line after line; its failures
+// reach the caller.
+void DumpAssets(recordset::Recordset& assets, const std::vector<std::string>& columns,
+                const std::function<void(std::string_view)>& write);
 
 }  // namespace tallymar

@@ -125,6 +125,8 @@ const LabelSheet* FindLabelSheet(std::string_view code) {
 
 int PrintAssetLabels(CompanySession& session, const LabelOptions& options, Prompts& prompts, PageDocument& v,
                      DetailTable* details) {
+    const recordset::ReadSnapshot snapshot(session.Database());
+    v.Source = session.DatabaseFileName();
     v.Title = "Asset Labels - " + session.CompanyName();
     LabelPrinter printer(*options.Sheet, v);
     if (details != nullptr) DeclareDetails(*details);

@@ -6,6 +6,7 @@
 #include "reports/ReportTable.h"
 #include "reports/YearClosing.h"
 #include "store/AssetPass.h"
+#include "store/Books.h"
 #include "store/Disposal.h"
 #include "store/Helpers.h"
 
@@ -23,7 +24,7 @@ PageHead HeadOf(ReportRun& run) {
             .YearEnd = run.Filter.YearEnd,
             .Company = run.Session.CompanyName(),
             .ReportName = ReportCaption(options.ReportNumber, options.Book),
-            .Book = std::string(kReportBooks.at(static_cast<std::size_t>(options.Book))),
+            .Book = std::string(BookOf(options.Book).ShortName),
             .FilterWords = std::string(InfoOfReport(options.ReportNumber).FilterWords),
             .FilterFrom = run.Filter.FilterFrom,
             .FilterTo = run.Filter.FilterTo,

@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Rounding.h"
 #include "reports/ColumnReport.h"
+#include "store/Books.h"
 
 namespace tallymar {
 
@@ -20,7 +21,7 @@ void Compute4Years(ReportRun& run, const AssetRecord& asset, FourYears& years) {
     years.Prev[1] = asset.PrevDepr[book];
     Date projectionDate = run.Session.FiscalYearEnd(kFederal);
     if (projectionDate <= kEarliestYearEnd) {
-        run.Asking.Message("Company fiscal year end dates\nhave not been set up properly", "Tallymar");
+        run.Asking.Message(kYearEndsMissing, "Tallymar");
         return;
     }
 

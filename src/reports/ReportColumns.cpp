@@ -5,6 +5,7 @@
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
 #include "reports/ReportOptions.h"
+#include "store/Books.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {
@@ -19,7 +20,7 @@ std::string ExpandHeading(std::string_view heading, Date yearEnd, int book) {
         std::string_view item = heading.substr(open + 1, close - open - 1);
         heading.remove_prefix(close + 1);
         if (item == "book") {
-            text += book == 1 ? "Fed" : kReportBooks.at(static_cast<std::size_t>(book));
+            text += book == 1 ? "Fed" : BookOf(book).ShortName;
             continue;
         }
         int days = 0;

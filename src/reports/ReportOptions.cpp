@@ -5,6 +5,7 @@
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 #include "reports/ReportTable.h"
+#include "store/Books.h"
 
 namespace tallymar {
 
@@ -33,8 +34,7 @@ std::optional<int> ReportOfName(std::string_view name) {
 
 std::string ReportCaption(int reportNumber, int book) {
     std::string caption(InfoOfReport(reportNumber).Caption);
-    if (reportNumber == kComparisonReport)
-        caption += "Federal to " + std::string(kReportBooks.at(static_cast<std::size_t>(book))) + " ";
+    if (reportNumber == kComparisonReport) caption += "Federal to " + std::string(BookOf(book).ShortName) + " ";
     return caption;
 }
 

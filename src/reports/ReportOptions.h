@@ -60,9 +60,6 @@ inline constexpr std::array<SequenceInfo, 6> kSequences = {{
 const SequenceInfo& InfoOf(ReportSequence sequence);
 std::optional<ReportSequence> SequenceOfItem(std::string_view item);  // in any letter case
 
-// The books as the report form offers them, by their number; slot 0 is unused.
-inline constexpr std::array<std::string_view, 5> kReportBooks = {"", "Federal", "State", "Book", "AMT"};
-
 std::optional<int> ReportOfName(std::string_view name);
 std::string ReportCaption(int reportNumber, int book);
 

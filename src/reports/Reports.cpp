@@ -8,6 +8,7 @@
 #include "reports/ReportProcedures.h"
 #include "reports/ReportTable.h"
 #include "reports/YearClosing.h"
+#include "store/Books.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {
@@ -41,8 +42,8 @@ void RequireSameYear(ReportRun& run) {
     const Date yearEnd = run.Session.FiscalYearEnd(book);
     if (yearEnd == run.Filter.YearEnd) return;
     throw PlatformError(Failure::RecordLocked, "Another program closed this year: the year end of " +
-                                                   std::string(kBookNames.at(static_cast<std::size_t>(book))) + " is " +
-                                                   FormatShortDate(yearEnd) + " now. Nothing was posted.");
+                                                   std::string(BookOf(book).Name) + " is " + FormatShortDate(yearEnd) +
+                                                   " now. Nothing was posted.");
 }
 
 // The pages go to the disk while the posting can still be taken back.
@@ -127,10 +128,14 @@ std::string PostedText(const std::filesystem::path& copy) {
 
 ReportResult PrintReport(ReportRun& run) {
     const ReportOptions& options = run.Filter.Options;
+    run.V.Source = run.Session.DatabaseFileName();
     run.V.Title = ReportTitle(run.Session, options);
     run.Engine.BeginRun(run.Session.RoundText());
     if (options.ReportNumber == kPostReport && options.UpdateDatabase) return PostYear(run);
-    InfoOfReport(options.ReportNumber).Print(run);
+    {
+        const recordset::ReadSnapshot snapshot(run.Session.Database());
+        InfoOfReport(options.ReportNumber).Print(run);
+    }
     if (run.OnDrawn) run.OnDrawn();
     return {.Printed = true, .Copy = {}};
 }

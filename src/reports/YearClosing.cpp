@@ -10,6 +10,7 @@
 #include "platform/runtime/FileName.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/Books.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {
@@ -50,7 +51,7 @@ void FlushFolder(const fs::path& folder) {
 YearClosing::YearClosing(CompanySession& session, int book) : session_(session), book_(book) {}
 
 fs::path YearClosing::CopyCompanyFile() {
-    const std::string book(kBookNames.at(static_cast<std::size_t>(book_)));
+    const std::string book(BookOf(book_).Name);
     const std::string company = AsFileName(session_.CompanyName());
     const std::string name = (company.empty() ? "Company" : company) + " " + book + " " +
                              FormatIsoDate(session_.FiscalYearEnd(book_)) + " before closing";
@@ -94,7 +95,7 @@ void YearClosing::MoveYearEnd() {
     const Date next = session_.FiscalYearEnd(book_).AddYearsWithinMonth(1);
     recordset::Recordset& company = session_.CompanyRecordset();
     company.Edit();
-    company.Set(CompanySession::YearEndColumn(book_), next);
+    company.Set(BookOf(book_).YearEndColumn, next);
     company.Update();
 }
 

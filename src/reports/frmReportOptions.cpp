@@ -15,6 +15,7 @@
 #include "platform/controls/sitxEdit.h"
 #include "platform/page/frmPreview.h"
 #include "reports/ReportTable.h"
+#include "store/Books.h"
 
 namespace tallymar {
 
@@ -33,7 +34,7 @@ QStringList SequenceItems() {
 
 QStringList BookItems() {
     QStringList items;
-    for (int book = kFirstBook; book <= kLastBook; ++book) items << ToQString(kReportBooks[static_cast<std::size_t>(book)]);
+    for (int book = kFirstBook; book <= kLastBook; ++book) items << ToQString(BookOf(book).ShortName);
     return items;
 }
 

@@ -1,18 +1,17 @@
 #include "store/CompanySession.h"
 
-#include <array>
+#include <random>
 #include <system_error>
 #include <utility>
 
 #include "platform/recordset/DatabaseFiles.h"
 #include "platform/runtime/PlatformError.h"
+#include "store/Books.h"
 #include "store/Schema.h"
 
 namespace tallymar {
 
 namespace {
-
-constexpr std::array<std::string_view, kLastBook + 1> kYearEndColumns = {"", "FYEFederal", "FYEState", "FYEBook", "FYEAMT"};
 
 constexpr std::string_view kNewCompanyName = "New Company";
 
@@ -60,7 +59,7 @@ bool CompanySession::NewCompany(const std::filesystem::path& path) {
     if (trace_ != nullptr) database.TraceTo(*trace_);
     SetOpen(std::move(database), std::filesystem::absolute(path));
     NewCompanyPending = true;
-    if (observer_ != nullptr) observer_->OpenEnable();
+    TellObserver();
     return true;
 }
 
@@ -102,7 +101,7 @@ bool CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& pro
     if (trace_ != nullptr) database.TraceTo(*trace_);
     UpgradeSchema(database, prompts);
     SetOpen(std::move(database), whole);
-    if (observer_ != nullptr) observer_->OpenEnable();
+    TellObserver();
     return true;
 }
 
@@ -159,14 +158,19 @@ std::string CompanySession::RoundText() {
     return CompanyValue("Round").ToText();
 }
 
-std::string_view CompanySession::YearEndColumn(int book) {
-    if (book < kFirstBook || book > kLastBook) throw PlatformError(Failure::SubscriptOutOfRange);
-    return kYearEndColumns[static_cast<std::size_t>(book)];
+Date CompanySession::FiscalYearEnd(int book) {
+    const recordset::Value value = CompanyValue(BookOf(book).YearEndColumn);
+    return value.IsDate() ? value.AsDate() : Date();
 }
 
-Date CompanySession::FiscalYearEnd(int book) {
-    const recordset::Value value = CompanyValue(YearEndColumn(book));
-    return value.IsDate() ? value.AsDate() : Date();
+void CompanySession::TellObserver() {
+    if (observer_ == nullptr) return;
+    toldOfAssets_ = AssetCount() > 0;
+    observer_->OpenEnable();
+}
+
+void CompanySession::AssetsChanged() {
+    if (IsOpen() && toldOfAssets_ != (AssetCount() > 0)) TellObserver();
 }
 
 std::int64_t CompanySession::AssetCount() {

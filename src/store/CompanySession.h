@@ -77,8 +77,10 @@ class CompanySession {
     std::string CompanyName();
     std::string RoundText();       // "True" or "False", as the rounding of amounts is told it
     Date FiscalYearEnd(int book);  // date 0 when the profile holds none
-    static std::string_view YearEndColumn(int book);
     std::int64_t AssetCount();
+
+    // For a command that has saved or deleted an asset: the observer hears of the first and of the last.
+    void AssetsChanged();
 
     // From the creation of a company until its first profile has been closed.
     bool NewCompanyPending = false;
@@ -92,11 +94,13 @@ class CompanySession {
     Open& Opened();
     AssetRecordAccess& Assets();
     recordset::Value CompanyValue(std::string_view column);
+    void TellObserver();
     void SetOpen(recordset::Database database, const std::filesystem::path& path);
 
     AppPath appPath_;
     UserProfile& profile_;
     SessionObserver* observer_ = nullptr;
+    bool toldOfAssets_ = false;
     ChosenFile chosenFile_;
     Trace* trace_ = nullptr;
     std::filesystem::path databaseFileName_;

@@ -55,9 +55,6 @@ inline constexpr std::array<std::string_view, 3> kAssetTypes = {"PP", "RL", "IN"
 // The declining balance percentages of the edit list; the blank behind them stands for 0.
 inline constexpr std::array<std::int16_t, 4> kDecliningPercents = {200, 175, 150, 125};
 
-// Names of the books by their number, as messages and the command line tool show them; slot 0 is unused.
-inline constexpr std::array<std::string_view, 5> kBookNames = {"", "Federal", "State", "Bookkeeping", "A.M.T."};
-
 // State and territory codes, in the order in which they are looked for. Sixty slots were always kept; the rest are empty.
 inline constexpr std::array<std::string_view, 60> kStateCodes = {
     "AK", "AL", "AZ", "AR", "CA", "CO", "CT", "DC", "DE", "FL", "GA", "GU", "HI", "IA", "ID", "IL", "IN", "KS",

@@ -6,7 +6,6 @@
 
 #include <fstream>
 #include <random>
-#include <sstream>
 
 #include "platform/runtime/PlatformError.h"
 #include "store/Schema.h"
@@ -27,9 +26,9 @@ struct Company {
         return File.OpenRecordset("Assets");
     }
     std::string Dump(const std::vector<std::string>& columns = {}) {
-        std::ostringstream out;
-        DumpAssets(Assets, columns, out);
-        return out.str();
+        std::string out;
+        DumpAssets(Assets, columns, [&out](std::string_view text) { out += text; });
+        return out;
     }
     CsvCounts Load(const std::filesystem::path& path) { return LoadAssets(File, Assets, path); }
 

@@ -35,9 +35,9 @@ class ConvertCompanyTest : public testing::Test {
     std::string Dump(const std::filesystem::path& path) {
         recordset::Database database = recordset::Database::Open(path);
         recordset::Recordset assets = database.OpenRecordset("Assets");
-        std::ostringstream out;
-        DumpAssets(assets, {}, out);
-        return out.str();
+        std::string out;
+        DumpAssets(assets, {}, [&out](std::string_view text) { out += text; });
+        return out;
     }
     // Whatever stood in the folder before, and nothing else.
     void ExpectNothingMade() {

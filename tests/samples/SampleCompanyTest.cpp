@@ -57,7 +57,7 @@ class SampleCompanyTest : public testing::Test {
         return text.str();
     }
 
-    static std::string_view BookName(int book) { return kBookNames[static_cast<std::size_t>(book)]; }
+    static std::string_view BookName(int book) { return BookOf(book).Name; }
 
     test::TestCompany company_;
     ADepre engine_{test::kTableFolder};

@@ -5,6 +5,7 @@
 #include "platform/page/DetailFiles.h"
 #include "platform/page/PageText.h"
 #include "platform/page/PdfFile.h"
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/FileReplacement.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
@@ -63,6 +64,7 @@ void FileDelivery::Write(const PageDocument& pages, const DetailTable& details) 
         throw PlatformError(Failure::InvalidCall,
                             "This document has no detail rows for a spreadsheet. Choose a .pdf or .txt file.");
     }
+    if (!pages.Source.empty()) RequireApart(path_, pages.Source);
     switch (format) {
         case FileFormat::Pdf:
             WritePdf(pages, file_);

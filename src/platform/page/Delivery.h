@@ -28,7 +28,8 @@ std::filesystem::path DeliveryPath(const std::filesystem::path& path);
 
 // A document on its way into DeliveryPath(path), in the two steps of a FileReplacement: the pages as PDF or fixed-pitch text, or
 // the detail rows as .csv or .xlsx. Failures: those of FileReplacement, the constructor's too; DeviceError when a font is
-// missing; InvalidCall for a .csv or .xlsx of a document without detail rows.
+// missing; InvalidCall for a .csv or .xlsx of a document without detail rows;
+// PathAccess for the file that the document was made from.
 class FileDelivery {
  public:
     explicit FileDelivery(const std::filesystem::path& path);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -88,8 +89,9 @@ class PageDocument {
     // A frame for texts to come. An equal one is kept once. Failure::Overflow beyond 65,535 frames.
     std::uint16_t AddFrame(const PageFrame& frame);
 
-    std::string Title;  // of the document, for window captions and file properties
-    TextGrid Grid;      // what it was laid out on
+    std::string Title;             // of the document, for window captions and file properties
+    std::filesystem::path Source;  // the file that it was made from, which it is never written over
+    TextGrid Grid;                 // what it was laid out on
 
     // The width of the text in the current font, in twips: the sum of its characters' advance widths x FontSize x 20 / the units
     // of the em (2048), rounded once to whole twips, half to even. No kerning.

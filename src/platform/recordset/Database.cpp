@@ -171,4 +171,16 @@ void WriteBatch::Rollback() {
     if (std::exchange(open_, false)) state_->RollbackBatch();
 }
 
+ReadSnapshot::ReadSnapshot(Database& database) : state_(database.state_) {
+    state_->BeginSnapshot();
+}
+
+ReadSnapshot::~ReadSnapshot() {
+    try {
+        state_->EndSnapshot();
+    } catch (const PlatformError&) {
+        // Nothing was written that could be lost.
+    }
+}
+
 }  // namespace tallymar::recordset

@@ -80,12 +80,28 @@ class Database {
 
     std::shared_ptr<DatabaseState> state_;
     friend class WriteBatch;
+    friend class ReadSnapshot;
 };
 
 // What becomes of the rows that a command has done when a failure ends it.
 enum class OnFailure {
     KeepDone,      // they stay: the batch is committed all the same
     AllOrNothing,  // they are taken back
+};
+
+// What a command reads while this stands is one state of the file, whatever other programs write beside it. They may: what they
+// have written is kept for the end of it, and a commit that comes meanwhile waits its busy time, after which that program is told
+// Failure::RecordLocked. So a snapshot lasts as long as a computation and never as long as somebody looks at its result. Nothing
+// is written while it stands (InvalidCall). Within a batch, which nobody can write beside, it has nothing to do.
+class ReadSnapshot {
+ public:
+    explicit ReadSnapshot(Database& database);  // Failure::RecordLocked when another program does not end its writing
+    ~ReadSnapshot();
+    ReadSnapshot(const ReadSnapshot&) = delete;
+    ReadSnapshot& operator=(const ReadSnapshot&) = delete;
+
+ private:
+    std::shared_ptr<DatabaseState> state_;
 };
 
 // Ends a command of which nothing has been kept, whatever it was to keep: the disk refused it. Its text says so.

@@ -179,6 +179,7 @@ void DatabaseState::Define(const std::vector<std::string>& statements) {
 
 void DatabaseState::Write(Statement& statement) {
     RequireOpen();
+    RequireWritable();
     if (lost_) throw *lost_;
     const StatementRun run(statement);
     try {
@@ -193,8 +194,39 @@ void DatabaseState::Write(Statement& statement) {
     }
 }
 
+void DatabaseState::BeginSnapshot() {
+    RequireOpen();
+    if (batchDepth_ > 0 || snapshotDepth_ > 0) {
+        ++snapshotDepth_;
+        return;
+    }
+    connection_.Execute("BEGIN");
+    try {
+        Pragma("schema_version");  // the state is that of the first read
+    } catch (...) {
+        connection_.Execute("ROLLBACK");
+        throw;
+    }
+    snapshotDepth_ = 1;
+    batch_ = ++lastBatch_;
+    ForgetRows();
+}
+
+void DatabaseState::EndSnapshot() {
+    if (--snapshotDepth_ > 0 || batchDepth_ > 0) return;
+    batch_ = 0;
+    if (connection_.IsOpen() && connection_.InTransaction()) connection_.Execute("ROLLBACK");
+}
+
+void DatabaseState::RequireWritable() const {
+    if (snapshotDepth_ > 0 && batchDepth_ == 0) {
+        throw PlatformError(Failure::InvalidCall, "Nothing can be written while the file is being read as a whole");
+    }
+}
+
 void DatabaseState::BeginBatch() {
     RequireOpen();
+    RequireWritable();
     if (lost_) throw *lost_;
     if (batchDepth_ == 0) {
         connection_.Execute("BEGIN IMMEDIATE");

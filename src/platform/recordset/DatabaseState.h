@@ -43,11 +43,15 @@ class DatabaseState {
     // Runs one statement that changes rows.
     void Write(Statement& statement);
 
-    // 0 outside batches, else a number that no other batch has had.
+    // 0 outside batches and snapshots, else a number that no other has had: rows read under it cannot have changed.
     std::uint64_t Batch() const { return batch_; }
     void BeginBatch();
     void CommitBatch();
     void RollbackBatch();
+
+    // A snapshot is a transaction that only reads; snapshots nest.
+    void BeginSnapshot();
+    void EndSnapshot();
 
     // Changes when another connection has changed the file.
     std::int64_t FileVersion();
@@ -58,6 +62,7 @@ class DatabaseState {
     std::int64_t Pragma(const std::string& name);
     TableDef ReadDefinition(const std::string& name);
     void ForgetRows();
+    void RequireWritable() const;
     void EndBatch();
 
     Connection connection_;
@@ -68,6 +73,7 @@ class DatabaseState {
     std::uint64_t batch_ = 0;
     std::uint64_t lastBatch_ = 0;
     int batchDepth_ = 0;
+    int snapshotDepth_ = 0;
     std::optional<BatchTakenBack> lost_;  // the failure that took the batch's transaction back
 };
 

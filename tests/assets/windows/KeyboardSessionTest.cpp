@@ -42,9 +42,9 @@ class KeyboardTest : public testing::Test {
     }
 
     std::string Dump(const std::vector<std::string>& columns = {}) {
-        std::ostringstream out;
-        DumpAssets(company_.Session.AssetsRecordset(), columns, out);
-        return out.str();
+        std::string out;
+        DumpAssets(company_.Session.AssetsRecordset(), columns, [&out](std::string_view text) { out += text; });
+        return out;
     }
 
     std::string Text(const char* name) { return form_->findChild<QLineEdit*>(QString::fromLatin1(name))->text().toStdString(); }
