@@ -33,8 +33,10 @@ void UserProfile::Load(const std::filesystem::path& file) {
     try {
         SequentialReader reader(file);
         for (std::size_t i = 0; i < values_.size() && !reader.AtEnd(); ++i) values_[i] = reader.ReadText();
-    } catch (const PlatformError&) {
-        // A first start has no file yet, and one that cannot be read must not keep the preparer from working.
+    } catch (const PlatformError& failure) {
+        // A first start has no file yet, and one that cannot be read must not keep the preparer from working. A folder or a pipe
+        // of that name is somebody's mistake: the settings would be lost with every end of the program.
+        if (failure.Code() == Failure::PathAccess) throw;
     }
     Decode();
 }

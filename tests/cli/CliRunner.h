@@ -28,9 +28,10 @@ inline std::string ReadText(const std::filesystem::path& path) {
 // Runs the real command line tool in a folder of its own, its application folder beside the company files.
 class CliRunner {
  public:
-    CliResult operator()(const std::string& arguments) const {
+    // out: where the shell sends standard output; ">name" appends.
+    CliResult operator()(const std::string& arguments, const std::string& out = "out.txt") const {
         const std::string command = "cd '" + folder_.Path().string() + "' && '" TALLYMAR_CLI "' --app-path app " + arguments +
-                                    " >out.txt 2>error.txt </dev/null";
+                                    " >" + out + " 2>error.txt </dev/null";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(folder_ / "out.txt"), ReadText(folder_ / "error.txt")};
     }

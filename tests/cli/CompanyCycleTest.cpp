@@ -93,11 +93,5 @@ TEST_F(CliTest, TheListOfResultsStaysACsvWhateverTheNumbersHold) {
                                                                                                  "2,1,0,")));
 }
 
-TEST_F(CliTest, HelpIsEverywhere) {
-    for (const char* command : {"", "new", "company", "load", "dump", "compute"}) {
-        EXPECT_THAT(Good(std::string(command) + " --help"), HasSubstr("Usage")) << command;
-    }
-}
-
 }  // namespace
 }  // namespace tallymar

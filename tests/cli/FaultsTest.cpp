@@ -1,5 +1,7 @@
 #include <sys/mount.h>
+#include <sys/stat.h>
 
+#include <algorithm>
 #include <chrono>
 
 #include <gmock/gmock.h>
@@ -53,6 +55,41 @@ TEST_F(FaultsTest, ATriggerInACompanyFileDeletesNothing) {
         .Run("ALTER TABLE Assets DROP COLUMN Notice4; CREATE TRIGGER t AFTER UPDATE ON Assets BEGIN DELETE FROM Assets; END");
     EXPECT_EQ(cli_("dump c.mdb --columns AssetNum").Out, "AssetNum\r\n100000\r\n100001\r\n100002\r\n");
     EXPECT_EQ(cli_("dump c.mdb").Out.size(), whole.size());
+}
+
+// Under whatever name: another spelling, a link of either kind, the journal that is not there yet, a redirection.
+TEST_F(FaultsTest, NoOutputMayBeTheCompanyItself) {
+    MakeCompany("c.mdb", 3);
+    const std::filesystem::path folder = cli_.Folder();
+    std::filesystem::create_symlink("c.mdb", folder / "soft.csv");
+    std::filesystem::create_hard_link(folder / "c.mdb", folder / "hard.txt");
+    std::filesystem::create_symlink("c.mdb-journal", folder / "journal.csv");
+    mkfifo((folder / "pipe.csv").c_str(), 0600);
+    const std::string before = cli_.Read("c.mdb");
+    for (const char* refused : {
+             "compute c.mdb --books 1 --list soft.csv",
+             "compute c.mdb --books 1 --list ./hard.txt",
+             "compute c.mdb --books 1 --list journal.csv",
+             "compute c.mdb --books 1 --list pipe.csv",
+             "compute c.mdb --books 1 --list .",
+             "compute c.mdb --books 1 --list /dev/null",
+             "report c.mdb fixed-assets --out hard.txt",
+             "report c.mdb fixed-assets --out a.pdf --items soft.csv",
+             "report c.mdb fixed-assets --out a.csv --items a.csv",
+             "labels c.mdb --sheet 5160-12 --out soft.csv",
+             "load c.mdb soft.csv",
+             "load c.mdb pipe.csv",
+         }) {
+        const std::string message = Message(refused);
+        EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << refused;
+        EXPECT_EQ(cli_.Read("c.mdb"), before) << refused;
+    }
+    EXPECT_THAT(cli_("dump c.mdb", ">hard.txt").Error, HasSubstr("company's own file"));
+    EXPECT_EQ(cli_.Read("c.mdb"), before);
+    EXPECT_EQ(cli_("dump c.mdb", "/dev/full").Error, "tallymar-cli: Disk full: standard output\n");
+    EXPECT_EQ(cli_("company c.mdb", "/dev/full").Error, "tallymar-cli: Disk full: standard output\n");
+    EXPECT_THAT(cli_("report c.mdb fixed-assets --out -").Out, HasSubstr("Fixed Asset"));
+    EXPECT_THAT(cli_("compute c.mdb --books 1 --list -").Out, HasSubstr("100002,1,200,"));
 }
 
 TEST_F(FaultsTest, ACompanyThatAnotherProgramWritesIsNotWaitedForForever) {

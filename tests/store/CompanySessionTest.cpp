@@ -22,6 +22,37 @@ TEST(CompanySession, NewCompanyHasItsNameAndNothingElse) {
     EXPECT_EQ(company.Profile.LastDataPath, "");
 }
 
+class CountingObserver : public SessionObserver {
+ public:
+    bool CompanyClosing() override { return true; }
+    void CompanyClosed() override {}
+    void OpenEnable() override { ++Told; }
+    int Told = 0;
+};
+
+TEST(CompanySession, TheObserverHearsOfTheFirstAssetAndOfTheLast) {
+    test::TestCompany company;
+    CountingObserver observer;
+    company.Session.SetObserver(&observer);
+    company.Session.OpenCompany(company.File(), company.Prompts);
+    const auto toldAfter = [&](const char* number) {
+        if (number != nullptr) {
+            company.Session.AddAssetRecord(test::Machine(number, Date::FromYmd(2003, 1, 1), 1));
+        } else {
+            company.Session.AssetsRecordset().MoveFirst();
+            company.Session.AssetsRecordset().Delete();
+        }
+        company.Session.AssetsChanged();
+        return observer.Told;
+    };
+    EXPECT_EQ(observer.Told, 1);
+    EXPECT_EQ(toldAfter("A1"), 2);
+    EXPECT_EQ(toldAfter("A2"), 2);
+    EXPECT_EQ(toldAfter(nullptr), 2);
+    EXPECT_EQ(toldAfter(nullptr), 3);
+    company.Session.SetObserver(nullptr);
+}
+
 TEST(CompanySession, CancelledDialogsKeepTheOpenCompany) {
     test::TestCompany company;
     company.Prompts.OpenFiles = {std::nullopt};
@@ -29,10 +60,6 @@ TEST(CompanySession, CancelledDialogsKeepTheOpenCompany) {
     EXPECT_FALSE(company.Session.FileOpen(company.Prompts));
     EXPECT_FALSE(company.Session.FileNew(company.Prompts));
     EXPECT_EQ(company.Session.DatabaseFileName(), company.File());
-    EXPECT_EQ(company.Prompts.Dialogs[0].Title, "Open an Tallymar Database");
-    EXPECT_EQ(company.Prompts.Dialogs[1].Title, "Create a New Tallymar Database");
-    EXPECT_EQ(company.Prompts.Dialogs[1].Filters.at(1).Name, "Tallymar Data Files (*.mdb)");
-    EXPECT_EQ(company.Prompts.Dialogs[1].FilterIndex, 1U);
 }
 
 TEST(CompanySession, OpeningRemembersThePathAndNewReplacesTheFile) {

@@ -74,20 +74,12 @@ TEST(UserProfile, DecodesFlagsAndKeepsWhatItDoesNotKnow) {
                                     100));
 }
 
-TEST(UserProfile, ShortFileComesBackWithAHundredLines) {
-    test::TempFolder folder;
-    UserProfile profile = Loaded(folder, FileOf({{1, "C:\\OLD"}}, 32));
-    ASSERT_TRUE(profile.Save(folder / "Assets1.dat"));
-    std::ifstream in(folder / "Assets1.dat");
-    int lines = 0;
-    for (std::string line; std::getline(in, line);) ++lines;
-    EXPECT_EQ(lines, 100);
-}
-
-TEST(UserProfile, AFailedSaveSaysSo) {
+TEST(UserProfile, WhatIsNoFileIsRefusedAndAFailedSaveSaysSo) {
     test::TempFolder folder;
     UserProfile profile;
     EXPECT_FALSE(profile.Save(folder / "nowhere" / "Assets1.dat"));
+    std::filesystem::create_directory(folder / "Assets1.dat");
+    EXPECT_THROW(profile.Load(folder / "Assets1.dat"), PlatformError);
 }
 
 }  // namespace

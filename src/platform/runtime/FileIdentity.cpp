@@ -35,7 +35,7 @@ fs::path Destination(fs::path path) {
 }
 
 [[noreturn]] void RefuseInput(const fs::path& output) {
-    throw PlatformError(Failure::PathAccess, FromUtf8(output.string()) + " is the company's own file; it cannot be written over");
+    throw PlatformError(Failure::PathAccess, FromUtf8(output.string()) + " is the company's own file; name another one");
 }
 
 }  // namespace
