@@ -2,6 +2,7 @@
 
 #include "interchange/UserImport.h"
 #include "platform/runtime/DateText.h"
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/FileReplacement.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Val.h"
@@ -21,6 +22,8 @@ ExportCounts WriteAssets(CompanySession& session, const ExportOptions& options, 
                          Prompts& prompts, const std::function<void(const AssetRecord& asset, std::string& line)>& line,
                          const std::function<void()>& beforeEach) {
     const Date yearEnd = ExportYearEnd(session, options.Book);
+    RequireApart(path, session.DatabaseFileName());
+    RequireOrdinaryOutput(path);
     FileReplacement file(path);
     ExportCounts counts;
     std::string text;

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "interchange/UserImport.h"
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/SequentialFile.h"
 #include "platform/runtime/Windows1252.h"
@@ -317,6 +318,8 @@ fs::path AssetFileOf(const fs::path& companyFile) {
 }
 
 void WriteCompanyFile(CompanySession& session, const fs::path& path) {
+    RequireApart(path, session.DatabaseFileName());
+    RequireOrdinaryOutput(path);
     SequentialWriter file(path);
     for (const std::string& line : CompanyFileLines(session)) file.WriteLine(line);
     file.Close();
