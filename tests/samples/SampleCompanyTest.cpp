@@ -6,6 +6,7 @@
 #include "interchange/AssetCsv.h"
 #include "interchange/FieldText.h"
 #include "samples/TextTable.h"
+#include "store/Books.h"
 #include "store/Vocabularies.h"
 #include "support/TestCompany.h"
 
