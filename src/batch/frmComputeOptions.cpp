@@ -12,6 +12,7 @@
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/NumberEdit.h"
 #include "platform/controls/ScreenText.h"
+#include "store/Books.h"
 
 namespace tallymar {
 
