@@ -83,7 +83,7 @@ bool CloseLoanFile(const fs::path& file, const LoanTexts& texts, Prompts& prompt
         for (const std::string& text : texts) writer.WriteQuotedLine(Quoted(text));
         writer.Close();
     } catch (const PlatformError& failure) {
-        throw PlatformError(failure.Code(), "Error occurred while trying to close file " + NameOf(file) + ",   please retry.");
+        throw PlatformError(failure.Code(), "Error occurred while trying to close file" + NameOf(file) + ",   please retry.");
     }
     return true;
 }

@@ -181,7 +181,7 @@ void FillDetails(const LoanSchedule& schedule, DetailTable& details) {
         details.Add(payment.Number);
         details.Add(payment.Due.AsDate());
         for (const CurrencyAmount amount :
-             {payment.Before, payment.Principal, payment.Interest, payment.TotalInterest, payment.After}) {
+             {payment.Before, payment.Reduction(), payment.Interest, payment.TotalInterest, payment.After}) {
             details.Add(amount);
         }
     }
@@ -203,12 +203,14 @@ std::shared_ptr<PrintedDocument> PrintLoan(Loan& loan, Prompts& prompts) {
         return nullptr;
     }
     if (!prompts.AskYesNo("Print the schedule of this loan?", "Print Mortgage/Loan Amortization Schedule")) return nullptr;
-    if (Trim(loan.Text(LoanBox::Payment)).empty()) {
-        loan.Solve();
-        if (!loan.Note().empty()) throw PlatformError(Failure::InvalidCall, std::string(loan.Note()));
+    Loan printed = loan;
+    if (Trim(printed.Text(LoanBox::Payment)).empty()) {
+        printed.Solve();
+        if (!printed.Note().empty()) throw PlatformError(Failure::InvalidCall, std::string(printed.Note()));
     }
     auto document = std::make_shared<PrintedDocument>(PrintedDocument{PageDocument(kLetterPortrait), DetailTable()});
-    PrintSchedule(loan.Schedule(), loan.Terms(), loan.Text(LoanBox::Name), document->Pages, document->Details);
+    PrintSchedule(printed.Schedule(), printed.Terms(), printed.Text(LoanBox::Name), document->Pages, document->Details);
+    loan = std::move(printed);
     return document;
 }
 

@@ -88,9 +88,12 @@ LoanSchedule MakeLoanSchedule(const LoanTerms& terms, const DueDate& first) {
         payment.Before = payment.After;
         payment.Interest =
             InterestOf(payment.Before, terms.Rate, PartOfYear(terms, number > 1 ? &previous : nullptr, payment.Due));
-        payment.After = RoundToCents(payment.Before - (terms.Payment - payment.Interest));
-        if (IsResidue(payment.After, terms.Payment)) payment.After = {};
-        payment.Principal = payment.Before - payment.After;
+        payment.Principal = terms.Payment - payment.Interest;
+        payment.After = RoundToCents(payment.Before - payment.Principal);
+        if (IsResidue(payment.After, terms.Payment)) {
+            payment.Principal += payment.After;
+            payment.After = {};
+        }
         payment.TotalInterest += payment.Interest;
         AddToYear(payment, schedule.Years);
         schedule.Payments.push_back(payment);

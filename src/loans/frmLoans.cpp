@@ -196,9 +196,9 @@ void frmLoans::Print() {
     QtPrompts prompts(this);
     std::shared_ptr<const PrintedDocument> document;
     try {
-        const bool solves = loan_.Text(LoanBox::Payment).empty();
+        const LoanTexts before = loan_.Texts();
         document = PrintLoan(loan_, prompts);
-        if (solves && document) {
+        if (loan_.Texts() != before) {
             const LoanBox computed = LoanBox::Payment;
             ShowLoan();
             MarkComputed(&computed);

@@ -6,6 +6,8 @@
 #include "loans/LoanPages.h"
 #include "platform/page/PageText.h"
 #include "platform/runtime/Annuity.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/Pictures.h"
 #include "support/Failures.h"
 #include "support/Files.h"
 #include "support/ScriptedPrompts.h"
@@ -90,18 +92,32 @@ TEST(LoanSchedule, PaysTheLoanToTheCent) {
         terms.Rate = CurrencyAmount::FromTenThousandths(between(0, 200000));
         SolveFor(LoanVariable::Payment, terms);
         const LoanSchedule schedule = MakeLoanSchedule(terms, {2003, between(1, 12), between(1, 28)});
-        CurrencyAmount principal;
-        for (const LoanPayment& payment : schedule.Payments) principal += payment.Principal;
-        CurrencyAmount ofYears;
-        for (const LoanYear& year : schedule.Years) ofYears += year.Principal;
-        ASSERT_EQ(principal + schedule.Balance(), terms.Amount) << i;
-        ASSERT_EQ(principal, ofYears) << i;
+        CurrencyAmount reduction;
+        for (const LoanPayment& payment : schedule.Payments) {
+            reduction += payment.Reduction();
+            ASSERT_LE(std::abs((payment.Principal - payment.Reduction()).TenThousandths()), 50) << i;
+        }
+        ASSERT_EQ(reduction + schedule.Balance(), terms.Amount) << i;
         // Days to the first payment other than a period leave what the payment was not computed for.
         const bool isRegular = terms.PerYear != 24 && terms.PerYear != 26 && terms.DaysToFirst == 30;
         if (isRegular) {
             ASSERT_EQ(schedule.Balance(), CurrencyAmount()) << i;
         }
     }
+}
+
+// 36 payments of 313.3637 and, of the longer loan, 12 of 1,023.2644.
+TEST(LoanSchedule, YearsAddUpWhatThePaymentsCarry) {
+    const auto yearsOf = [](std::string_view amount, std::string_view rate, std::string_view periods) {
+        Loan loan = LoanWith({{LoanBox::Amount, amount}, {LoanBox::Rate, rate}, {LoanBox::Periods, periods}});
+        loan.SetText(LoanBox::ToBalloon, periods);
+        loan.Solve();
+        std::vector<std::string> years;
+        for (const LoanYear& year : loan.Schedule().Years) years.push_back(Format(year.Principal, pictures::kTotal));
+        return years;
+    };
+    EXPECT_EQ(yearsOf("10000", "8", "36"), (std::vector<std::string>{"3,071.36", "3,326.26", "3,602.50"}));
+    EXPECT_EQ(yearsOf("150000", "7.25", "360").front(), "1,451.79");
 }
 
 std::vector<std::string> DueDatesOf(const char* first, int perYear, int count) {
@@ -158,6 +174,18 @@ TEST(LoanPages, ShowTheToldLines) {
         LoanWith({{LoanBox::Amount, "3600"}, {LoanBox::Rate, "0"}, {LoanBox::Periods, "360"}, {LoanBox::ToBalloon, "360"}}));
     has(plain, "\n360  Dec 01 32         10.00        10.00          0.00           0.00          0.00\n");
     EXPECT_EQ(std::count(plain.begin(), plain.end(), '\f'), 9);  // 450 lines at 55 or 57 a page
+}
+
+// An empty payment that cannot be solved for is still empty at the next attempt: no savings plan is made of the loan.
+TEST(LoanPages, RefuseALoanWithoutAPaymentEachTime) {
+    Loan loan = LoanWith({{LoanBox::Amount, "1000"}, {LoanBox::Rate, "8"}, {LoanBox::Periods, "0"}});
+    const LoanTexts before = loan.Texts();
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        test::ScriptedPrompts prompts;
+        prompts.YesNo = {true};
+        EXPECT_EQ(FailureOf([&] { PrintLoan(loan, prompts); }), Failure::InvalidCall);
+        EXPECT_EQ(loan.Texts(), before);
+    }
 }
 
 TEST(LoanFile, ComesBackByteForByteAndRefusesTheRest) {
