@@ -34,12 +34,13 @@ sitxEdit* MakeYear(QWidget* form) {
     return year;
 }
 
-AssetSelectionFields AddAssetSelection(FieldRows& rows, QWidget* form) {
+AssetSelectionFields AddAssetSelection(FieldRows& rows, QWidget* form, bool yearBeside) {
     const AssetSelectionFields fields{MakeDivision("sitxDivision", form), MakeDepartment("sitxDepartment", form), MakeYear(form)};
     CSForm::SetHint(fields.sitxDivision, Tr("Enter a Division or leave blank to select ALL Divisions"));
     CSForm::SetHint(fields.sitxDepartment, Tr("Enter a Department or leave blank to select ALL Departments"));
     rows.Add(Tr("Division (Blank for ALL)"), fields.sitxDivision);
     rows.Add(Tr("Department (Blank for ALL)"), fields.sitxDepartment);
+    if (yearBeside) rows.NextColumn();
     rows.Add(Tr("In-Service Year (Blank for ALL)"), fields.sitxYear);
     return fields;
 }

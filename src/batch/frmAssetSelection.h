@@ -20,8 +20,9 @@ sitxEdit* MakeDivision(const char* name, QWidget* form);
 sitxEdit* MakeDepartment(const char* name, QWidget* form);
 sitxEdit* MakeYear(QWidget* form);
 
-// "Division (Blank for ALL)", "Department (Blank for ALL)" and "In-Service Year (Blank for ALL)", with their hints.
-AssetSelectionFields AddAssetSelection(FieldRows& rows, QWidget* form);
+// "Division (Blank for ALL)", "Department (Blank for ALL)" and, below them or beside, "In-Service Year (Blank for ALL)", with
+// their hints.
+AssetSelectionFields AddAssetSelection(FieldRows& rows, QWidget* form, bool yearBeside = false);
 
 // What a year does not do, for the line under its hint.
 QString YearNote();

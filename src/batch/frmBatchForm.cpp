@@ -21,7 +21,10 @@ constexpr const char* kNote = "note";
 
 }  // namespace
 
-frmBatchForm::frmBatchForm(const char* name, const QString& title, QWidget* parent) : CSForm(name, title, parent) {}
+frmBatchForm::frmBatchForm(const char* name, const QString& title, QWidget* parent) : CSForm(name, title, parent) {
+    constexpr int kLongestHint = 80;  // characters
+    setMinimumWidth(fontMetrics().averageCharWidth() * kLongestHint);
+}
 
 QLayout* frmBatchForm::MakeFoot(CSCmdBtn* cmdRun, std::function<void(Prompts&)> command, const QString& closeCaption,
                                 int resultLines) {

@@ -46,7 +46,7 @@ frmChangeRange::frmChangeRange(CompanySession& session, QWidget* parent)
     : frmBatchForm("frmChangeRange", ToQString(kChangeRangeName), parent), session_(session) {
     auto* filters = new QGridLayout;
     FieldRows rows(filters);
-    selection_ = AddAssetSelection(rows, this);
+    selection_ = AddAssetSelection(rows, this, true);
     SetNote(selection_.sitxDivision, tr("Division must be typed to its full 16 characters"));
     SetNote(selection_.sitxDepartment, tr("Department must be typed to its full 16 characters"));
     SetNote(selection_.sitxYear, YearNote());

@@ -41,6 +41,7 @@ frmResequence::frmResequence(CompanySession& session, QWidget* parent)
     rows.Add(tr("Division (Blank for ALL)"), sitxDivision_);
     rows.Add(tr("Department (Blank for ALL)"), sitxDepartment_);
     rows.Add(tr("Asset Number  (Up to 4 characters)"), sitxType_);
+    rows.NextColumn();
     rows.Add(tr("Copy ONLY this Division or Dept (Y or N)"), sitxYN_);
     rows.Add(tr("Ignore Division/Dept Case (Y or N)"), sitxIgnoreCase_);
     rows.Add(tr("Resequence Asset Numbers (Y or N)"), sitxResequence_);
@@ -53,7 +54,6 @@ frmResequence::frmResequence(CompanySession& session, QWidget* parent)
     all->addLayout(grid);
     all->addLayout(MakeFoot(cmdResequence_, [this](Prompts& prompts) { Resequence(prompts); }));
     ShowCommand();
-    setMinimumWidth(fontMetrics().averageCharWidth() * 80);
 
     connect(sitxType_, &EntryEdit::Changed, this, Guarded([this] { ShowLimit(); }));
     connect(sitxYN_, &EntryEdit::Changed, this, Guarded([this] { CheckAnswer(sitxYN_, "N"); }));

@@ -34,7 +34,6 @@ frmSetBooks::frmSetBooks(CompanySession& session, QWidget* parent)
     all->addLayout(grid);
     all->addLayout(
         MakeFoot(Named(new CSCmdBtn(tr("Change Assets"), this), "cmdChange"), [this](Prompts& prompts) { Change(prompts); }));
-    setMinimumWidth(fontMetrics().averageCharWidth() * 80);
 }
 
 void frmSetBooks::Change(Prompts& prompts) {
