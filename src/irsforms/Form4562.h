@@ -84,7 +84,7 @@ class Form4562 : public IrsForm {
     const std::vector<ElectRow>& Election() const { return election_; }
     const std::vector<AmortRow>& Amortization() const { return amortization_; }
 
-    // Slots behind the form's own lines.
+    // Slots after the form's own lines.
     static constexpr int kElectedCost = 46;
     static constexpr int kElections = 47;
     static constexpr int kListedAbove = 48;  // above 50% business use, with a description

@@ -13,7 +13,7 @@ namespace tallymar {
 // number. An amount too wide for the mask shows "%" at the first position and its low digits; a sign that finds no place is
 // dropped.
 //
-// Rounds to the places behind the point, ties to even; where the mask has a point and no place behind it, ties away from zero. An
+// Rounds to the places after the point, ties to even; where the mask has a point and no place after it, ties away from zero. An
 // amount between -1 and 0 has no digit before the point: "  -.25". A picture that cannot be filled gives "*ERROR*".
 std::string FormatPicture(CurrencyAmount amount, std::string_view mask);
 
