@@ -146,7 +146,8 @@ const FormInfo Form4255::kInfo = {.Name = "4255",
                                   .EditButton = "cmdEdit4255",
                                   .EditCaption = "Edit Form 4255",
                                   .TypeCaption = {},
-                                  .Pages = kPages};
+                                  .Pages = kPages,
+                                  .TellsOnTheWay = true};
 
 Form4255::Form4255() : IrsForm(13) {}
 

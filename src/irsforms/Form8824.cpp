@@ -115,6 +115,7 @@ const FormInfo Form8824::kInfo = {.Name = "8824",
                                   .EditCaption = "Edit Form 8824",
                                   .TypeCaption = {},
                                   .Pages = kPages,
+                                  .TellsOnTheWay = true,
                                   .PageForEachAsset = true};
 
 Form8824::Form8824() : IrsForm(25) {}

@@ -133,6 +133,9 @@ FormResult CreateForm(std::unique_ptr<IrsForm>& form, CompanySession& session, c
                       Prompts& prompts) {
     std::unique_ptr<IrsForm> next = form->Clone();
     recordset::Recordset& assets = session.AssetsRecordset();
+    // Nobody who writes to the company may have to wait for a message to be read.
+    std::optional<recordset::ReadSnapshot> snapshot;
+    if (!next->Info().TellsOnTheWay) snapshot.emplace(session.Database());
     const FormSettings settings = SettingsOf(session, options);
     next->NameCompany(settings);
     FormOutput output(folder);
@@ -152,6 +155,7 @@ FormResult CreateForm(std::unique_ptr<IrsForm>& form, CompanySession& session, c
             if (Passes(options, asset)) next->Take(asset, scan);
         });
     }
+    snapshot.reset();
     next->ComputeLines(settings);
     next->Write(output);
     output.PutInPlace();

@@ -33,6 +33,7 @@ struct FormInfo {
     std::string_view EditCaption;
     std::string_view TypeCaption;             // empty: the form asks for no entity type
     std::span<const std::string_view> Pages;  // codes, the first page first
+    bool TellsOnTheWay = false;               // messages come up while it goes over the assets
     bool PageForEachAsset = false;            // the one code is followed by a number of two digits
 };
 
