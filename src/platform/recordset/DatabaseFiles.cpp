@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <random>
 #include <string>
-#include <string_view>
 
 #include "platform/recordset/Connection.h"
 #include "platform/recordset/Recordset.h"
@@ -61,14 +60,11 @@ void RemoveWithCompanions(const fs::path& path, std::error_code& error) {
     }
 }
 
-constexpr std::string_view kUnfinishedStart = ".tallymar-";
-constexpr std::string_view kUnfinishedEnd = ".part";
-
 // Names its process, so that a later one can tell what a run that died has left behind.
 std::string UnfinishedStart() {
     char host[64] = "";
     gethostname(host, sizeof host - 1);
-    return std::string(kUnfinishedStart) + host + "-";
+    return std::string(".tallymar-") + host + "-";
 }
 
 // A whole company may lie hidden in what a killed run has left.
@@ -77,10 +73,10 @@ void SweepUnfinished(const fs::path& folder) {
     std::error_code error;
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
         const std::string name = at->path().filename().string();
-        if (!name.starts_with(start) || !name.ends_with(kUnfinishedEnd)) continue;
+        if (!name.starts_with(start)) continue;
         const int process = std::atoi(name.c_str() + start.size());
         std::error_code ignored;
-        if (process > 0 && kill(process, 0) != 0 && errno == ESRCH) RemoveWithCompanions(at->path(), ignored);
+        if (process > 0 && kill(process, 0) != 0 && errno == ESRCH) fs::remove(at->path(), ignored);
     }
 }
 
