@@ -102,8 +102,7 @@ DatabaseReplacement::DatabaseReplacement(const fs::path& place) : place_(fs::abs
     RequireUnused(place_);
     SweepUnfinished(FolderOf(place_));
     std::random_device random;
-    unfinished_ = FolderOf(place_) /
-                  (UnfinishedStart() + std::to_string(getpid()) + "-" + std::to_string(random()) + std::string(kUnfinishedEnd));
+    unfinished_ = FolderOf(place_) / (UnfinishedStart() + std::to_string(getpid()) + "-" + std::to_string(random()) + ".part");
 }
 
 DatabaseReplacement::~DatabaseReplacement() {
