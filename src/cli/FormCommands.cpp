@@ -57,8 +57,7 @@ void AddFormCommand(CLI::App& app, Context& context) {
     command->add_option("--book", flags->Options.Book, "1 Federal, 2 State, 3 Bookkeeping, 4 A.M.T.")
         ->required()
         ->check(CLI::Range(kFirstBook, kLastBook));
-    command->add_option("--type", flags->Options.Type, "Entity type of the return: 1040, 1041, 1120, 1120S or 1065")
-        ->transform(CLI::IsMember({"1040", "1041", "1120", "1120S", "1065"}, CLI::ignore_case));
+    command->add_option("--type", flags->Options.Type, "Entity type of the return: 1040, 1041, 1120, 1120S or 1065");
     command->add_option("--division", flags->Options.Division, "Only assets of this division");
     command->add_option("--department", flags->Options.Department, "Only assets of this department");
     command->add_option("--out", flags->Out, "Folder for the pages; the program's own");

@@ -118,7 +118,8 @@ constexpr auto kPage = std::to_array<PageField<Form>>({
     {45, 68, L{13}, kAmountMask},
     {47, 8, "ADDITIONAL FORMS 4255 ATTACHED", 0, [](const Form& f) { return f.RecaptureGrid().size() > Form::kColumnsOnPage; }},
 });
-// Properties A to D: their names one below the other, their lines in columns side by side.
+// Properties A to D, and none after them: with four columns there is no place for a word that refers to a page before.
+// Their names stand one below the other, their lines in columns side by side.
 constexpr auto kPropertyName = std::to_array<PageField<Column>>({
     {13, 8, &Column::Description, 58},
     {13, 68, &Column::Life, 8},
@@ -175,7 +176,7 @@ void Form4255::Take(const AssetRecord& asset, FormScan& scan) {
     totals_.CurrDepr += asset.CurrDepr[book];
 
     const int days = DaysBetween(asset.InService, asset.DateSold);
-    const int yearsHeld = days / (days < 1 ? 366 : 365);
+    const int yearsHeld = days / (days < 1 ? 366 : 365);  // sold before its service began, within the year: 0
     const CurrencyAmount halfCredit = WholeOf(taxCredit.ToDouble() / 2);
     Column column{.AssetNum = std::string(asset.AssetNum.Trimmed()),
                   .Description = asset.Description + std::string(SuffixOf(asset, book)),
@@ -197,13 +198,15 @@ void Form4255::Take(const AssetRecord& asset, FormScan& scan) {
     if (column.CreditAtBase == column.CreditAtFullBasis) column.Basis = WholeOf(basis.ToDouble() + taxCredit.ToDouble() / 2);
     column.RateOfCredit = Ratio(column.Credit, column.Basis);
     column.Recapture = CurrencyAmount::FromDouble(column.Credit.ToDouble() * column.RecaptureRate.ToDouble() / 100.0);
-    column.Earned = column.Credit - column.Recapture;
     grid_.push_back(std::move(column));
 }
 
 void Form4255::ComputeLines(const FormSettings& settings) {
     const FormRounding round(settings.RoundText);
     for (Column& column : grid_) {
+        // Line 9 adds up what line 8 shows.
+        if (!round.IsOn()) RoundAmount(column.Recapture, {});
+        column.Earned = column.Credit - column.Recapture;
         for (CurrencyAmount* amount :
              {&column.RateOfCredit, &column.Basis, &column.Credit, &column.RecaptureRate, &column.Recapture, &column.Earned}) {
             round.Apply(*amount);

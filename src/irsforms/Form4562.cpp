@@ -242,7 +242,9 @@ void Form4562::TakeListed(const AssetRecord& asset, int book, bool firstYear) {
                        .ListedMethod = ListedMethodText(asset, book),
                        .ListedDepr = depreciation,
                        .ListedElected = firstYear ? asset.Section179[book] : kNothing});
-    if (firstYear) listedAllowance_ += asset.AddlDepr[book];
+    if (!firstYear || asset.AddlDepr[book].IsZero()) return;
+    listedAllowance_ += asset.AddlDepr[book];
+    LeaveOut(asset, "additional depreciation of " + MoneyText(asset.AddlDepr[book]) + " is on line 25 and in no total");
 }
 
 void Form4562::TakeAmortization(const AssetRecord& asset, int book, bool firstYear) {

@@ -75,6 +75,7 @@ class Form4562 : public IrsForm {
     std::string Message() const override;
     std::optional<DepreciationSums> Sums() const override;
     void WriteTables(JsonWriter& json) const override;
+    std::span<const int> SlotsBesideLines() const override;
 
     // 1 and 3 the company's name, 2 its number, 4 and 5 "Y" with listed property, 6 the election of general asset accounts, 7 the
     // entity type; 8 and 9 are empty.
@@ -83,13 +84,20 @@ class Form4562 : public IrsForm {
     const std::vector<ListedRow>& Listed() const { return listed_; }
     const std::vector<ElectRow>& Election() const { return election_; }
     const std::vector<AmortRow>& Amortization() const { return amortization_; }
+    // Line 42 has no room for them, so that they stand on a statement.
+    bool HasAmortizationStatement() const { return Line(kAmortizations) > Units(kAmortizationsOnPage); }
+    // The rows on line 42 or on its statement, from the first on. COMPAT: so many as have a cost, so that with one that has none
+    // among them the last is on no row, though in line 44; it is told as left out.
+    std::vector<AmortRow> ShownAmortizations() const;
 
-    // Slots after the form's own lines.
+    static constexpr int kAmortizationsOnPage = 2;
+
+    // Slots of Lines beside the form's own.
     static constexpr int kElectedCost = 46;
     static constexpr int kElections = 47;
     static constexpr int kListedAbove = 48;  // above 50% business use, with a description
     static constexpr int kListedBelow = 49;
-    static constexpr int kAmortizations = 42;
+    static constexpr int kAmortizations = 42;  // with a cost; line 42 itself is a table
 
  private:
     void TakeListed(const AssetRecord& asset, int book, bool firstYear);
@@ -100,6 +108,7 @@ class Form4562 : public IrsForm {
     int ChooseClassRow(const AssetRecord& asset, int book);
     int ChooseBuildingRow(const AssetRecord& asset, int firstRow, std::string_view period);
     void RoundColumns(const FormSettings& settings);
+    void NameLostAmortizations();
 
     std::array<std::string, 11> header_;
     std::array<ClassRow, 21> class_;

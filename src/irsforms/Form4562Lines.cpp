@@ -51,7 +51,9 @@ bool IsPartnership(const Form& form) {
 
 // In the order of their computation; a line that several steps set is put together from the former ones. Lines 10, 15 and 23 are
 // the preparer's: they stay 0 until entered on the page.
-// COMPAT: both limits of Section 179 are those of 2002, whatever the company's fiscal year.
+// COMPAT: line 25, the special allowance of listed property, is in no total: line 28 has always begun at 0. The preparer adds it
+// in the viewer; each such asset is told below the form. COMPAT: both limits of Section 179 are those of 2002, whatever the
+// company's fiscal year.
 constexpr auto kSteps = std::to_array<Step>({
     {1, [](const Form&) { return Units(24000); }},
     {3, [](const Form&) { return Units(200000); }},
@@ -133,6 +135,23 @@ constexpr std::array<std::string_view, 15> kClassLines = {"",    "19a", "19b", "
 
 }  // namespace
 
+std::span<const int> Form4562::SlotsBesideLines() const {
+    static constexpr int kSlots[] = {kAmortizations, kElectedCost, kElections, kListedAbove, kListedBelow};
+    return kSlots;
+}
+
+std::vector<Form4562::AmortRow> Form4562::ShownAmortizations() const {
+    const auto most =
+        static_cast<std::size_t>(HasAmortizationStatement() ? Line(kAmortizations).WholePart() : kAmortizationsOnPage);
+    return {amortization_.begin(), amortization_.begin() + static_cast<std::ptrdiff_t>(std::min(most, amortization_.size()))};
+}
+
+void Form4562::NameLostAmortizations() {
+    for (std::size_t row = ShownAmortizations().size(); row < amortization_.size(); ++row) {
+        LeaveOut(amortization_[row].AssetNum, "an amortization before it has no cost: in line 44 and on no row");
+    }
+}
+
 void Form4562::RoundColumns(const FormSettings& settings) {
     const FormRounding round(settings.RoundText);
     for (ListedRow& row : listed_) {
@@ -170,6 +189,7 @@ void Form4562::ComputeLines(const FormSettings& settings) {
     header_[7] = settings.Options.Type;
     RunSteps<Form4562>(kSteps, *this, lines_);
     if (lines_[28] > kNothing || lines_[29] > kNothing) header_[4] = header_[5] = "Y";
+    NameLostAmortizations();
 }
 
 void Form4562::ExchangeWorkFile(WorkFile& file) {

@@ -39,7 +39,7 @@ bool TooManyListedBelow(const Form& form) {
     return Exceeds(form, Form::kListedBelow, 3);
 }
 bool TooManyAmortizations(const Form& form) {
-    return Exceeds(form, Form::kAmortizations, 2);
+    return form.HasAmortizationStatement();
 }
 template <char Mark, int Slot>
 bool HeaderBegins(const Form& form) {
@@ -193,6 +193,7 @@ constexpr auto kPage2 = std::to_array<Field<Form>>({
     {22, 1, "   SEE ATTACHED", 0, TooManyListedBelow},
     {25, 63, L{28}, kDollars7},
     {26, 70, L{29}, kDollars7},
+    // COMPAT: the sums beside it have never been filled; they stand on the statement, and line 44 has them.
     {60, 4, "SEE ATTACHMENT", 0, TooManyAmortizations},
     {62, 69, L{43}, kDollars8},
     {63, 69, L{44}, kDollars8},
@@ -254,8 +255,8 @@ PageSheet Page2(const Form& form) {
     if (!TooManyListedAbove(form)) LayRows(page, kListedAboveRow, RowsThat(form.Listed(), IsAboveHalf), 18);
     if (!TooManyListedBelow(form)) LayRows(page, kListedBelowRow, RowsThat(form.Listed(), IsHalfOrLess), 22);
     if (!TooManyAmortizations(form)) {
-        std::vector<Amort> rows = form.Amortization();
-        rows.resize(2);
+        std::vector<Amort> rows = form.ShownAmortizations();
+        rows.resize(Form::kAmortizationsOnPage);
         LayRows(page, kAmortizationRow, rows, 60);
     }
     return page;
@@ -373,9 +374,7 @@ void Form4562::Write(FormOutput& output) {
         WriteStatement(output, *this, {"245625", 15, 64}, kListedBelowStatement, rows, kListedBelowTotals, TotalOf(rows));
     }
     if (TooManyAmortizations(*this)) {
-        // As many rows as have a cost, from the first on.
-        std::vector<Amort> rows = amortization_;
-        rows.resize(static_cast<std::size_t>(Line(kAmortizations).WholePart()));
+        const std::vector<Amort> rows = ShownAmortizations();
         WriteStatement(output, *this, {"245626", 16, 64}, kAmortizationStatement, rows, kAmortizationTotals, TotalOf(rows));
     }
 }

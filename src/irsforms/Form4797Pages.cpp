@@ -65,7 +65,9 @@ constexpr auto kPage1 = std::to_array<Field<Form>>({
     {53, 69, L{16}, kGainMask},
     {55, 69, L{17}, kGainMask},
     {57, 69, L{18}, kGainMask, 'Y'},
-    {64, 69, L{18}, kGainMask, 'N', IsNoPartnership},  // 18b(2); what 18b(1) takes off is the preparer's to enter
+    // 18b(2); what 18b(1) takes off is the preparer's to enter. COMPAT: only a partnership and an S corporation leave the
+    // individual's lines out; an estate, a trust or a corporation has them too.
+    {64, 69, L{18}, kGainMask, 'N', IsNoPartnership},
 });
 
 struct Part {

@@ -1,5 +1,7 @@
 #include "irsforms/Form8824.h"
 
+#include <algorithm>
+
 #include "irsforms/FormTables.h"
 #include "platform/runtime/DateText.h"
 #include "platform/runtime/Format.h"
@@ -170,14 +172,14 @@ void Form8824::Take(const AssetRecord& asset, FormScan& scan) {
     exchange.ExchangeText[kNumber] = Id();
     const std::string count = TwoDigits(exchangeCount_);
     exchange.File = std::string(kPages.front()) + count;
-    if (!exchanged) {
-        // COMPAT: such a page is written under the count as it stands, over the page of the exchange before it.
-        std::string reason = "no date sold: its page " + exchange.File + " is empty";
-        if (!exchanges_.empty() && exchanges_.back().File == exchange.File) {
-            reason += " and has taken the place of that of " + exchanges_.back().AssetNum;
-        }
-        LeaveOut(asset, std::move(reason));
+    // COMPAT: an exchange without a date is written under the count as it stands, over the page of the exchange before it.
+    std::string reason = exchanged ? "" : "no date sold: its page " + exchange.File + " is empty";
+    const auto before =
+        std::find_if(exchanges_.rbegin(), exchanges_.rend(), [&](const Exchange& other) { return other.File == exchange.File; });
+    if (before != exchanges_.rend()) {
+        reason += (exchanged ? "its page " + exchange.File : " and") + " has taken the place of that of " + before->AssetNum;
     }
+    if (!reason.empty()) LeaveOut(asset, std::move(reason));
 
     PageSheet page(kPages.front());
     page.Lay(kPage, exchange);

@@ -160,7 +160,8 @@ void FormSchD::ExchangeWorkFile(WorkFile& file) {
 
 void FormSchD::WriteTables(JsonWriter& json) const {
     WriteJsonTable<SaleRow>(json, "SaleTable", saleTable_, kSaleColumns);
-    WriteJsonLines(json, "SchDLine", schDLine_);
+    static constexpr int kCounts[] = {kItems};
+    WriteJsonLines(json, "SchDLine", schDLine_, kCounts);
 }
 
 }  // namespace tallymar

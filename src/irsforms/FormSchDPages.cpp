@@ -159,13 +159,13 @@ PageSheet Page1(const Form& form) {
 
 // ---- 2D2
 
-constexpr int kLastLineOfPage2 = 40;
+constexpr int kLastLineOfPage2 = 53;
 
 constexpr auto kPage2 = std::to_array<Field<Form>>({
     {5, 21, [](const Form& f) { return f.Company() + " " + f.Id(); }},
     {9, 67, L{17}, Total},
     {14, 67, L{18}, Total},
-    {29, 67, L{29}, Total},
+    {39, 67, L{29}, Total},
 });
 
 PageSheet Page2(const Form& form) {

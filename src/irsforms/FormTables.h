@@ -16,8 +16,8 @@ namespace tallymar {
 // An amount as data: "24000.00"; what is finer than a cent keeps its decimals.
 std::string DecimalText(CurrencyAmount amount);
 
-// The lines that are not 0, by their numbers.
-void WriteJsonLines(JsonWriter& json, std::string_view name, const FormLines& lines);
+// The lines that are not 0, by their numbers, except for those numbers that are no lines.
+void WriteJsonLines(JsonWriter& json, std::string_view name, const FormLines& lines, std::span<const int> except = {});
 
 template <typename Row>
 void WriteJsonCells(JsonWriter& json, const Row& row, std::span<const RowColumn<Row>> columns) {

@@ -103,6 +103,10 @@ void IrsForm::LeaveOut(const AssetRecord& asset, std::string reason, CurrencyAmo
     leftOut_.push_back({std::string(asset.AssetNum.Trimmed()), std::move(reason), amount, std::move(together)});
 }
 
+void IrsForm::LeaveOut(const std::string& assetNum, std::string reason) {
+    leftOut_.push_back({assetNum, std::move(reason), {}, {}});
+}
+
 std::string IrsForm::WorkFileText() {
     WorkFile file;
     ExchangeWorkFile(file);
@@ -129,8 +133,19 @@ std::unique_ptr<IrsForm> ReadWorkFile(std::string_view name, std::string_view co
     return form;
 }
 
-FormResult CreateForm(std::unique_ptr<IrsForm>& form, CompanySession& session, const FormOptions& options, const fs::path& folder,
+std::string EntityType(std::string_view text) {
+    std::string type = UCase(Trim(text));
+    if (!type.empty() && std::find(kEntityTypes.begin(), kEntityTypes.end(), type) == kEntityTypes.end()) {
+        throw PlatformError(Failure::InvalidCall,
+                            "There is no entity type \"" + type + "\"; enter 1040, 1041, 1120, 1120S or 1065");
+    }
+    return type;
+}
+
+FormResult CreateForm(std::unique_ptr<IrsForm>& form, CompanySession& session, const FormOptions& asked, const fs::path& folder,
                       Prompts& prompts) {
+    FormOptions options = asked;
+    options.Type = EntityType(asked.Type);
     std::unique_ptr<IrsForm> next = form->Clone();
     recordset::Recordset& assets = session.AssetsRecordset();
     // Nobody who writes to the company may have to wait for a message to be read.
@@ -208,7 +223,7 @@ std::string FormJson(const IrsForm& form, const FormResult& result, const FormOp
     json.BeginArray("pages");
     for (const std::string& page : result.Pages) json.Text({}, page);
     json.End();
-    WriteJsonLines(json, "lines", form.Lines());
+    WriteJsonLines(json, "lines", form.Lines(), form.SlotsBesideLines());
     form.WriteTables(json);
     json.BeginArray("leftOut");
     for (const LeftOut& one : form.NotOnForm()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -37,9 +38,11 @@ struct FormInfo {
     bool PageForEachAsset = false;            // the one code is followed by a number of two digits
 };
 
+inline constexpr auto kEntityTypes = std::to_array<std::string_view>({"1040", "1041", "1120", "1120S", "1065"});
+
 struct FormOptions {
     int Book = kFirstBook;
-    std::string Type = {};        // "1040", "1041", "1120", "1120S", "1065"
+    std::string Type = {};        // of kEntityTypes, in any letter case and between blanks; blank: none told
     std::string Division = {};    // blank: all
     std::string Department = {};  // blank: all
 };
@@ -100,6 +103,8 @@ class IrsForm {
     virtual std::optional<DepreciationSums> Sums() const { return std::nullopt; }
     // The form's own members of the data for a tax package.
     virtual void WriteTables(JsonWriter& json) const = 0;
+    // Numbers of Lines that hold counts and totals for the pages, where the form has no line of dollars.
+    virtual std::span<const int> SlotsBesideLines() const { return {}; }
 
     const FormLines& Lines() const { return lines_; }
     CurrencyAmount Line(int number) const { return lines_[number]; }
@@ -112,6 +117,7 @@ class IrsForm {
     explicit IrsForm(int lastLine) : lines_(lastLine) {}
 
     void LeaveOut(const AssetRecord& asset, std::string reason, CurrencyAmount amount = {}, std::string together = {});
+    void LeaveOut(const std::string& assetNum, std::string reason);
 
     FormLines lines_;  // by the numbers of the form
     std::string company_;
@@ -134,8 +140,12 @@ struct FormResult {
     std::vector<std::string> Earlier;  // of those that lie in the folder from an earlier run
 };
 
+// The entity type as the forms compare it: in capitals, without the blanks around it. Failure::InvalidCall for any other than
+// those of kEntityTypes and blank, by which the lines would silently be those of an individual.
+std::string EntityType(std::string_view text);
+
 // Goes over the assets, computes the form and writes its pages and work file into the folder. On a failure, which names the asset
-// that it met, neither the form nor any file has changed.
+// that it met, neither the form nor any file has changed. Failures: that of EntityType; those of the session and of the files.
 FormResult CreateForm(std::unique_ptr<IrsForm>& form, CompanySession& session, const FormOptions& options,
                       const std::filesystem::path& folder, Prompts& prompts);
 

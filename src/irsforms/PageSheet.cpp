@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "irsforms/FormatPicture.h"
+#include "platform/runtime/Windows1252.h"
 
 namespace tallymar {
 
@@ -14,6 +15,7 @@ void PageSheet::Reach(int line) {
 
 void PageSheet::AddText(int line, int column, std::string text) {
     Reach(line);
+    std::replace_if(text.begin(), text.end(), IsControl, ' ');
     Field field{.Column = column, .Text = std::move(text), .IsAmount = false, .Amount = {}, .Mask = {}};
     lines_[line].push_back(std::move(field));
 }
@@ -34,13 +36,14 @@ void PageSheet::MakeRoom(std::vector<Field>& fields) {
     std::stable_sort(fields.begin(), fields.end(), [](const Field& a, const Field& b) { return a.Column < b.Column; });
     for (std::size_t i = 0; i + 1 < fields.size(); ++i) {
         Field& next = fields[i + 1];
-        const std::size_t room = static_cast<std::size_t>(next.Column - fields[i].Column);
+        const auto room = static_cast<std::size_t>(std::max(next.Column - fields[i].Column, 0));
         const std::size_t blanks = std::min(next.Text.find_first_not_of(' '), next.Text.size());
         std::string& text = fields[i].Text;
         if (!fields[i].IsAmount && text.size() > room + blanks) text.resize(room + blanks);
-        if (text.size() <= room) continue;
-        const std::size_t over = std::min(text.size() - room, blanks);
-        next.Column += static_cast<int>(over);
+        const int end = fields[i].Column + static_cast<int>(text.size());
+        if (end <= next.Column) continue;
+        const std::size_t over = std::min(text.size() - std::min(room, text.size()), blanks);
+        next.Column = end;
         next.Text.erase(0, over);
         if (next.IsAmount) next.Mask.erase(0, over);  // the places that its blanks came from
     }

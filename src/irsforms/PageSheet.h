@@ -96,8 +96,9 @@ class PageField {
 
 // One page, laid from tables and then written through a FormFile.
 //
-// The fields of a line follow each other from left to right. Leading blanks of a field give way to the text before it; a text
-// that would still run into the next field is cut there, so that nothing is ever carried to another line.
+// The fields of a line follow each other from left to right. Leading blanks of a field give way to what stands before it; a text
+// that would still run into the next field is cut there, and after an amount the next field moves to the right. So nothing is
+// ever carried to another line. A control character of a text, such as a line break, is a blank on the page.
 class PageSheet {
  public:
     // A backslash twice and a code: what the file's first line says.

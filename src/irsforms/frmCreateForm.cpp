@@ -1,5 +1,6 @@
 #include "irsforms/frmCreateForm.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
@@ -14,6 +15,7 @@
 #include "platform/controls/QtPrompts.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/controls/sitxEdit.h"
+#include "platform/runtime/PlatformError.h"
 
 namespace tallymar {
 
@@ -106,7 +108,13 @@ FormOptions frmCreateForm::OptionsOfControls() const {
 void frmCreateForm::Create() {
     const FormOptions options = OptionsOfControls();
     if (options.Book < kFirstBook || options.Book > kLastBook) {
-        silgBook_->setFocus();
+        Refuse(silgBook_, tr("Which Book (1 thru 4)"));
+        return;
+    }
+    try {
+        EntityType(options.Type);
+    } catch (const PlatformError& failure) {
+        Refuse(sitxType_, FailureToQString(failure.what()));
         return;
     }
     FormResult result;
@@ -117,6 +125,13 @@ void frmCreateForm::Create() {
     }
     Tell(result);
     QtPrompts(this).Message(result.Message, form_->Info().Title, MessageKind::Information);
+}
+
+// Said in the status line, and the user goes on in the field.
+void frmCreateForm::Refuse(QWidget* field, const QString& reason) {
+    QApplication::beep();
+    field->setFocus();
+    ShowMessage(reason);
 }
 
 void frmCreateForm::Tell(const FormResult& result) {

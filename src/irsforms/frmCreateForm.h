@@ -29,6 +29,7 @@ class frmCreateForm : public CSForm {
  private:
     void Create();
     void Tell(const FormResult& result);
+    void Refuse(QWidget* field, const QString& reason);
     FormOptions OptionsOfControls() const;
 
     CompanySession& session_;

@@ -113,6 +113,20 @@ TEST_F(FormFileTest, LeadingBlanksGiveWayAndTextIsCutBeforeTheNextField) {
               "                05/12/199100.0 \r\n\x1A");
 }
 
+TEST_F(FormFileTest, NothingMovesToAnotherLine) {
+    PageSheet sheet("code");
+    const CurrencyAmount loss = Units(12345);
+    sheet.AddText(2, 4, "two\r\nlines\x1A");
+    sheet.AddAmount(2, 48, {loss, "(##,###.##)"});  // ends where the next begins
+    sheet.AddAmount(2, 58, {loss, "(##,###.##)"});
+    sheet.AddAmount(2, 69, {Units(7), "###,###.##"});
+    sheet.AddText(3, 4, "below");
+    ASSERT_TRUE(sheet.Write(page_));
+    page_.PutInPlace();
+    EXPECT_EQ(ReadAll(page_.Path()), "\\\\code \r\n" + std::string(5, ' ') + "two  lines " + std::string(33, ' ') +
+                                         "(12,345.00)(12,345.00)     7.00 \r\n" + std::string(5, ' ') + "below \r\n\x1A");
+}
+
 TEST(WorkFile, ReadsWhatItWroteAndNothingElse) {
     WorkFile out;
     std::string text = "12\" by 3, \"old\"";

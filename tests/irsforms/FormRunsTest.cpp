@@ -3,8 +3,10 @@
 #include <set>
 
 #include "FormCompany.h"
+#include "irsforms/Form4255.h"
 #include "irsforms/Form4562.h"
 #include "irsforms/Form4797.h"
+#include "irsforms/Form8824.h"
 #include "irsforms/FormSchD.h"
 #include "store/Vocabularies.h"
 #include "support/Failures.h"
@@ -27,7 +29,7 @@ Form Computed(const std::vector<AssetRecord>& assets, std::string_view round, co
                                 .RoundText = std::string(round),
                                 .YearEnd = Date::FromYmd(2002, 12, 31),
                                 .Options = {.Type = type}};
-    FormScan scan{.Settings = settings, .Asking = prompts, .Output = output, .Find = nullptr};
+    FormScan scan{.Settings = settings, .Asking = prompts, .Output = output, .Find = [](const auto&, auto&) { return false; }};
     Form form;
     for (const AssetRecord& asset : assets) form.Take(asset, scan);
     form.ComputeLines(settings);
@@ -149,6 +151,62 @@ TEST(FormRuns, RoundingGoesByColumnAndHalvesGoUp) {
     const auto schedule = Computed<FormSchD>({stock}, "Y");
     EXPECT_EQ(schedule.Line(16), Units(-40));  // -39.60
     EXPECT_EQ(Computed<FormSchD>({stock}, "True").Line(16), Money("-39.60"));
+}
+
+TEST(FormRuns, TheEntityTypeIsReadAsItIsMeantOrRefused) {
+    FormCompany company(kEveryKind);
+    std::map<std::string, std::string> pages;
+    for (const char* type : {"1120S", " 1120s ", "1120", ""}) {
+        std::unique_ptr<IrsForm> form = MakeForm("4562");
+        company.Create(form, {.Type = type, .Division = "SMALL"});
+        pages[type] = ReadAll(company.Out() / "245621.LDT");
+    }
+    EXPECT_EQ(pages[" 1120s "], pages["1120S"]);
+    EXPECT_NE(pages["1120"], pages["1120S"]);
+    EXPECT_EQ(pages[""], pages["1120"]);
+    std::unique_ptr<IrsForm> form = MakeForm("4797");
+    EXPECT_EQ(FailureOf([&] { company.Create(form, {.Type = "1120-S"}); }), Failure::InvalidCall);
+}
+
+// Three times 33.335: the sum of what the page shows.
+TEST(FormRuns, RecaptureAddsUpAsItIsShown) {
+    AssetRecord asset = Machine("T1", Date::FromYmd(1980, 1, 1), 1000);
+    asset.DeprType[1] = kAcam;
+    asset.ClassLife = Units(8);
+    asset.TaxCredit[1] = Units(50);
+    asset.DateSold = Date::FromYmd(1984, 6, 1);
+    EXPECT_EQ(Computed<Form4255>({asset, asset, asset}, "").Line(9), Money("100.02"));
+}
+
+// A row for each amortization with a cost: with one that has none among them the last is on no row, and is told.
+TEST(FormRuns, AnAmortizationOnNoRowIsTold) {
+    AssetRecord free = Machine("M1", Date::FromYmd(2002, 3, 1), 0);
+    free.AssetType = "IN";
+    free.CurrDepr[1] = Units(5);
+    AssetRecord costed = free;
+    costed.Basis[1] = Units(100);
+    std::vector<AssetRecord> assets = {free, costed, costed};
+    for (const std::size_t shown : {2U, 3U}) {
+        assets.back().AssetNum = "LAST";
+        const auto form = Computed<Form4562>(assets, "");
+        EXPECT_EQ(form.ShownAmortizations().size(), shown);
+        EXPECT_EQ(form.Line(44), Units(5 * static_cast<int>(assets.size())));
+        ASSERT_EQ(form.NotOnForm().size(), 1U);
+        EXPECT_EQ(form.NotOnForm().front().AssetNum, "LAST");
+        assets.insert(assets.begin() + 1, costed);
+    }
+}
+
+TEST(FormRuns, TheHundredAndFirstExchangeNamesThePageThatItReplaces) {
+    AssetRecord asset = Machine("X1", Date::FromYmd(2000, 3, 1), 100);
+    asset.LikeKind = true;
+    asset.DateSold = Date::FromYmd(2002, 3, 1);
+    std::vector<AssetRecord> assets(101, asset);
+    assets.back().AssetNum = "X101";
+    const auto form = Computed<Form8824>(assets, "");
+    ASSERT_EQ(form.NotOnForm().size(), 1U);
+    EXPECT_EQ(form.NotOnForm().front().AssetNum, "X101");
+    EXPECT_EQ(form.NotOnForm().front().Reason, "its page 28824101 has taken the place of that of X1");
 }
 
 TEST(FormRuns, AFullTableEndsTheRun) {

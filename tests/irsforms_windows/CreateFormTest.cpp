@@ -78,6 +78,24 @@ TEST_F(CreateForms, IsFilledInAndRunFromTheKeyboard) {
     EXPECT_TRUE(std::filesystem::exists(company_.Folder / "245621.LDT"));
 }
 
+TEST_F(CreateForms, SaysWhatIsMissingAndStaysInTheField) {
+    frmCreateForm form("4562", company_.Session);
+    form.show();
+    QApplication::setActiveWindow(&form);
+    auto* message = The<QLabel>(form, "TextMessage");
+    Press({Qt::Key_Delete, Qt::Key_Return});
+    The<QPushButton>(form, "cmdCreate4562")->click();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "silgBook");
+    EXPECT_EQ(message->text(), "Which Book (1 thru 4)");
+    QTest::keyClicks(QApplication::focusWidget(), "2");
+    Press({Qt::Key_Return, Qt::Key_Return, Qt::Key_Return});
+    QTest::keyClicks(QApplication::focusWidget(), "1120x");
+    The<QPushButton>(form, "cmdCreate4562")->click();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "sitxType");
+    EXPECT_EQ(message->text(), "There is no entity type \"1120X\"; enter 1040, 1041, 1120, 1120S or 1065");
+    EXPECT_FALSE(std::filesystem::exists(company_.Folder / "245621.LDT"));
+}
+
 TEST_F(CreateForms, EachFormBringsItsOwnWindowAndOpensTheViewerOnItsFirstPage) {
     std::vector<std::string> pages;
     std::vector<std::string> windows;
