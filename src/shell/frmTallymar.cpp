@@ -406,6 +406,14 @@ void Tallymar::ReopenEditForm() {
     if (!closing_ && session_.IsOpen() && EditFormClosed()) Run(Command::EditAsset);
 }
 
+// The find commands go with the last asset too, though a company that opens without any has the one of the Edit menu.
+void Tallymar::LastAssetGone() {
+    OpenEnable();
+    for (const Switched& one : switched_) {
+        if (one.Asks == Command::EditFind) one.Action->setEnabled(false);
+    }
+}
+
 void Tallymar::OpenEnable() {
     ShowCaption();
     const std::int64_t assets = session_.AssetCount();

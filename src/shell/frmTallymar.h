@@ -91,6 +91,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
     bool CompanyClosing() override;
     void CompanyClosed() override;
     void OpenEnable() override;
+    void LastAssetGone() override;
 
     UserProfile profile_;
     CompanySession session_;

@@ -170,7 +170,9 @@ void CompanySession::TellObserver() {
 }
 
 void CompanySession::AssetsChanged() {
-    if (IsOpen() && toldOfAssets_ != (AssetCount() > 0)) TellObserver();
+    if (!IsOpen() || observer_ == nullptr || toldOfAssets_ == (AssetCount() > 0)) return;
+    toldOfAssets_ = !toldOfAssets_;
+    toldOfAssets_ ? observer_->OpenEnable() : observer_->LastAssetGone();
 }
 
 std::int64_t CompanySession::AssetCount() {

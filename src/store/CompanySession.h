@@ -27,7 +27,8 @@ class SessionObserver {
     // Every window on the company must let go of it now. False when one cannot: the company then stays open.
     virtual bool CompanyClosing() = 0;
     virtual void CompanyClosed() = 0;
-    virtual void OpenEnable() = 0;  // a company is open, or its count of assets has changed between none and some
+    virtual void OpenEnable() = 0;  // a company is open, or its first asset has been saved
+    virtual void LastAssetGone() = 0;
 };
 
 // The one open company. The database file name is empty when there is none; that is also the test for it.
@@ -79,7 +80,7 @@ class CompanySession {
     Date FiscalYearEnd(int book);  // date 0 when the profile holds none
     std::int64_t AssetCount();
 
-    // For a command that has saved or deleted an asset: the observer hears of the first and of the last.
+    // For a command that has saved or deleted assets: the observer hears of the first and of the last.
     void AssetsChanged();
 
     // From the creation of a company until its first profile has been closed.

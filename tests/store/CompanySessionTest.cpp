@@ -27,6 +27,7 @@ class CountingObserver : public SessionObserver {
     bool CompanyClosing() override { return true; }
     void CompanyClosed() override {}
     void OpenEnable() override { ++Told; }
+    void LastAssetGone() override { ++Told; }
     int Told = 0;
 };
 
