@@ -27,6 +27,7 @@ void Run(const Flags& flags, Context& context) {
     std::unique_ptr<IrsForm> form = MakeForm(flags.Form);
     FormOptions options = flags.Options;
     for (std::string* text : {&options.Type, &options.Division, &options.Department}) *text = FromArgument(*text);
+    options.Type = EntityType(options.Type);  // before a folder is made
     CompanySession& session = context.Open(flags.File);
     const std::filesystem::path folder = flags.Out.empty() ? session.Paths().Folder() : flags.Out;
     std::error_code ignored;  // a folder that cannot be made is told by the file that cannot be written into it

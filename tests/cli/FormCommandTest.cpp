@@ -25,7 +25,8 @@ TEST(FormCommand, WritesPagesAndDataAndSaysWhatItLeftOut) {
 
     cli.Bad("form 1040 c.mdb --book 1");
     cli.Bad("form 4562 c.mdb --book 5");
-    cli.Bad("form 4562 c.mdb --book 1 --type 1120-S");
+    cli.Bad("form 4562 c.mdb --book 1 --type 1120-S --out none");
+    EXPECT_FALSE(std::filesystem::exists(cli.Folder() / "none"));
 }
 
 }  // namespace
