@@ -185,7 +185,7 @@ void frmLoans::Solve() {
     try {
         const LoanBox computed = loan_.Solve();
         ShowLoan();
-        MarkComputed(&computed);
+        MarkComputed(loan_.Note().empty() ? &computed : nullptr);  // what needs a word is no plain result
         ShowMessage(loan_.Note().empty() ? tr("%1 is solved.").arg(ToQString(InfoOf(computed).Label)) : ToQString(loan_.Note()));
     } catch (const PlatformError& failure) {
         SayRefusal(failure);

@@ -72,6 +72,9 @@ TEST_F(Loans, ARefusedPrintLeavesTheBoxesAndSaysWhy) {
         EXPECT_EQ(Text(LoanBox::Payment), "");
         EXPECT_EQ(Said(), "The payment cannot be computed without an amortization period and a number of periods per year.");
     }
+    Alt(Qt::Key_S);
+    EXPECT_EQ(Text(LoanBox::Payment), "0.00");
+    EXPECT_FALSE(IsMarked(LoanBox::Payment));
 }
 
 }  // namespace
