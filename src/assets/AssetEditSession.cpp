@@ -96,7 +96,6 @@ bool AssetEditSession::SaveEdit() {
     stored_ = Values;
     // A new number is what the form comes back to, unless Close has forgotten the asset.
     if (!state_.CurrentAssetNum.empty()) state_.CurrentAssetNum = Values.AssetNum;
-    if (OnFindEnable) OnFindEnable(true);
     company_.AssetsChanged();
     TabFocusArmed = true;
     state_.NewAssetPending = false;
@@ -212,7 +211,6 @@ bool AssetEditSession::Delete() {
         LoadEdit();
         return false;
     }
-    if (OnFindEnable) OnFindEnable(false);
     return true;
 }
 
@@ -246,7 +244,7 @@ bool AssetEditSession::BringBack() {
     ComputeGainLoss(Values, editRecord_);
     state_.NewAssetPending = kept.NewAssetPending;
     SetMirrors();
-    if (OnFindEnable) OnFindEnable(true);
+    company_.AssetsChanged();
     notice_ = {kept.What == KeptAsset::Kind::Deleted ? "Asset " + kept.AssetNum + " is back"
                                                      : "Entries of " + kept.AssetNum + " are back"};
     return true;

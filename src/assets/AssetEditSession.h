@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -44,9 +43,6 @@ class AssetEditSession {
         std::string InService;
     };
     MirrorTexts Mirrors;
-
-    // Told that the company has an asset, or has none any more.
-    std::function<void(bool)> OnFindEnable;
 
     // What happened on the way, for the status line; empty once it has been taken.
     struct Notice {

@@ -122,7 +122,6 @@ frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepr
         ShowAll();
         if (control.Field->Id == AssetNum && edit_.AssetNumRejected) ShowTab(kGeneralTab);
     };
-    edit_.OnFindEnable = [this](bool enabled) { emit AssetsCome(enabled); };
     connect(SSTab1_, &QTabWidget::currentChanged, this, Guarded([this](int tab) { OnTabChanged(tab); }));
     edit_.Open();
     ShowAll();

@@ -33,8 +33,6 @@ class frmEditAsset : public CSForm {
  signals:
     void FindWanted();
     void CopyWanted();
-    // The company has assets, or none any more.
-    void AssetsCome(bool any);
 
  protected:
     bool OnPage(Page page) override;

@@ -275,16 +275,6 @@ void Tallymar::ApplyEnabled(const SessionState& state) {
     for (const Switched& one : switched_) one.Action->setEnabled(HasWindow(one.Asks) && IsEnabled(one.When, state));
 }
 
-void Tallymar::AssetsCome(bool any) {
-    if (any == hasAssets_) return;
-    hasAssets_ = any;
-    ApplyEnabled({true, any ? 1 : 0});
-    // With the last asset Find goes off, though it is on in a company that is opened without any.
-    for (const Switched& one : switched_) {
-        if (one.Asks == Command::EditFind) one.Action->setEnabled(any && HasWindow(one.Asks));
-    }
-}
-
 void Tallymar::FillWindowMenu() {
     windowMenu_->clear();
     int number = 0;
@@ -334,7 +324,6 @@ void Tallymar::EditAsset() {
         auto* form = new frmEditAsset(session_, editState_, engine_);
         connect(form, &frmEditAsset::FindWanted, this, [this] { Run(Command::EditFind); });
         connect(form, &frmEditAsset::CopyWanted, this, Guarded([this, form] { CopyAsset(form); }));
-        connect(form, &frmEditAsset::AssetsCome, this, &Tallymar::AssetsCome);
         return form;
     });
 }
@@ -416,9 +405,7 @@ void Tallymar::LastAssetGone() {
 
 void Tallymar::OpenEnable() {
     ShowCaption();
-    const std::int64_t assets = session_.AssetCount();
-    hasAssets_ = assets > 0;
-    ApplyEnabled({true, assets});
+    ApplyEnabled({true, session_.AssetCount()});
 }
 
 bool Tallymar::CloseFrame(QMdiSubWindow* window) {

@@ -69,7 +69,6 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void MakeToolbar();
     void SetIcons();
     void ApplyEnabled(const SessionState& state);
-    void AssetsCome(bool any);  // or go: the commands that need some follow at once
     void FillWindowMenu();
     void ShowCaption();
 
@@ -108,7 +107,6 @@ class Tallymar : public QMainWindow, private SessionObserver {
     std::vector<Switched> switched_;
     QMdiArea* area_ = nullptr;
     QMenu* windowMenu_ = nullptr;
-    bool hasAssets_ = false;
     bool closing_ = false;
 };
 
