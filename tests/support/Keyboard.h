@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -75,6 +77,14 @@ class Keyboard {
             }
         });
     }
+    // Enters the name when a file dialog comes up.
+    static void WhenAskedForFile(const std::filesystem::path& file) {
+        WhenModal("QFileDialog", [file] {
+            auto* name = QApplication::activeModalWidget()->findChild<QLineEdit*>("fileNameEdit");
+            name->setText(QString::fromStdString(file.string()));
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+    }
 
  private:
     static constexpr int kPoll = 20;  // milliseconds
@@ -83,7 +93,9 @@ class Keyboard {
     static QWidget* Focus() {
         if (!QApplication::focusWidget()) {
             for (QWidget* window : QApplication::topLevelWidgets()) {
-                if (window->isVisible() && window->focusWidget()) QApplication::setActiveWindow(window);
+                QWidget* modal = QApplication::activeModalWidget();  // nothing below it takes a key
+                if (window->isVisible() && window->focusWidget() && (!modal || window == modal))
+                    QApplication::setActiveWindow(window);
             }
         }
         if (QWidget* focus = QApplication::focusWidget()) return focus;

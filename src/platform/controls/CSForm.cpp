@@ -155,6 +155,12 @@ void CSForm::FocusFirst() {
     // The frame of a child window gives the focus to the first thing that takes it, which may be the tabs.
     if (!in || in == this || qobject_cast<QTabBar*>(in)) in = FirstField(this);
     if (!in) return;
+    // A list of options is entered at the one that is chosen, as by Tab.
+    if (qobject_cast<QRadioButton*>(in)) {
+        for (auto* option : in->parentWidget()->findChildren<QRadioButton*>()) {
+            if (option->isChecked()) in = option;
+        }
+    }
     in->setFocus(Qt::TabFocusReason);
     ShowMessage(HintOf(in));  // it may have had the focus before anyone was told of it
 }

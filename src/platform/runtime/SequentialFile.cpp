@@ -32,6 +32,10 @@ std::string LoadText(const std::filesystem::path& path) {
 
 SequentialReader::SequentialReader(const std::filesystem::path& path) : contents_(LoadText(path)) {}
 
+double SequentialReader::ShareRead() const {
+    return contents_.empty() ? 1 : static_cast<double>(position_) / static_cast<double>(contents_.size());
+}
+
 bool SequentialReader::AtEnd() const {
     return !itemPending_ && contents_.find_first_not_of(" \t\r\n", position_) == std::string::npos;
 }

@@ -19,7 +19,8 @@ class SequentialReader {
  public:
     explicit SequentialReader(const std::filesystem::path& path);
 
-    bool AtEnd() const;  // nothing but blank lines is left
+    bool AtEnd() const;        // nothing but blank lines is left
+    double ShareRead() const;  // of the file, 0 to 1
     std::string ReadText();
     double ReadNumber();  // Val of the item; without quotes, a blank ends a number too
     CurrencyAmount ReadCurrency() { return CurrencyAmount::FromDouble(ReadNumber()); }
