@@ -62,23 +62,17 @@ void AddSelection(CLI::App& command, Flags& flags) {
     command.add_option("--department", flags.Department, "Only assets of this department");
 }
 
-// True when nothing of the file would fail.
-bool PrintRemarks(const ImportCounts& counts) {
-    bool good = true;
-    for (const ImportRemark& remark : counts.Remarks) {
-        std::cout << ToUtf8(ImportRemarkText(remark)) << (remark.Fails ? " (fails)\n" : "\n");
-        good = good && !remark.Fails;
-    }
-    return good;
-}
-
 void PrintCounts(const std::vector<CountLine>& lines) {
     for (const CountLine& line : lines) std::cout << line.Label << " = " << line.Count << '\n';
 }
 
+// Fails when the import would.
 void EndCheck(const ImportCounts& counts) {
-    if (!PrintRemarks(counts))
-        throw PlatformError(Failure::InvalidCall, "The file would not be taken whole; nothing was written");
+    for (const ImportRemark& remark : counts.Remarks) {
+        std::cout << ToUtf8(ImportRemarkText(remark)) << (remark.Fails ? " (fails)\n" : "\n");
+    }
+    if (counts.RemarksLeftOut > 0) std::cout << "and " << counts.RemarksLeftOut << " more\n";
+    if (counts.Failing > 0) throw PlatformError(Failure::InvalidCall, "The file would not be taken whole; nothing was written");
 }
 
 }  // namespace

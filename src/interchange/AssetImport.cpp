@@ -41,6 +41,16 @@ std::string ImportRemarkText(const ImportRemark& remark) {
     return Place(remark.Record, remark.Item) + ": " + remark.Text;
 }
 
+std::string ImportCheckText(const ImportCounts& counts) {
+    std::string text = "Records to add: " + std::to_string(counts.Added) + "    to update: " + std::to_string(counts.Updated) +
+                       "    to add as duplicates: " + std::to_string(counts.Duplicates);
+    const auto failing =
+        std::find_if(counts.Remarks.begin(), counts.Remarks.end(), [](const ImportRemark& remark) { return remark.Fails; });
+    if (failing != counts.Remarks.end()) text += "\nThe import would end at " + Place(failing->Record, failing->Item);
+    if (counts.Remarks.empty()) text += "\nEverything would be taken as it stands in the file";
+    return text;
+}
+
 ImportedRows::ImportedRows(recordset::Recordset& assets, ImportEnding ending, ImportCounts& counts)
     : assets_(assets), ending_(ending), counts_(counts) {
     for (const AssetColumn& column : kAssetColumns) {
@@ -139,7 +149,13 @@ double ImportedRows::NumberOf(std::string_view text) {
 }
 
 void ImportedRows::Remark(std::string text, bool fails) {
-    if (ending_ != ImportEnding::CheckOnly || counts_.Remarks.size() >= kMostRemarks) return;
+    if (ending_ != ImportEnding::CheckOnly) return;
+    const bool isFirstFailure = fails && counts_.Failing == 0;
+    counts_.Failing += fails ? 1 : 0;
+    if (counts_.Remarks.size() >= kMostRemarks && !isFirstFailure) {
+        ++counts_.RemarksLeftOut;
+        return;
+    }
     counts_.Remarks.push_back({record_, item_, std::move(text), fails});
 }
 

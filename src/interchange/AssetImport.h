@@ -38,9 +38,19 @@ std::string ImportRemarkText(const ImportRemark& remark);
 struct ImportCounts {
     std::int64_t Updated = 0;
     std::int64_t Added = 0;
-    std::int64_t Duplicates = 0;        // added under a "DUP" number; not among Added
-    std::vector<ImportRemark> Remarks;  // of CheckOnly, in the order of the file
+    std::int64_t Duplicates = 0;  // added under a "DUP" number; not among Added
+    // Of CheckOnly, in the order of the file: the first thousand, and the first that fails wherever it is.
+    std::vector<ImportRemark> Remarks;
+    std::int64_t RemarksLeftOut = 0;  // that are not among them
+    std::int64_t Failing = 0;         // of all remarks
 };
+
+// Hears the counts after each record, and what share of the file has been read, 0 to 1.
+using ImportProgress = std::function<void(const ImportCounts& counts, double share)>;
+
+// What a check has found, on the whole: "Records to add: 3    to update: 0    to add as duplicates: 0", and where the import
+// would end.
+std::string ImportCheckText(const ImportCounts& counts);
 
 // The rows of Assets as an import writes them, one after the other: finds or adds the row of a number, takes the items of a
 // record in the words of a file, and knows which record and item it is at when something fails. Numbers are those that a text

@@ -183,7 +183,7 @@ void TakeCompany(CompanySession& session, const std::vector<std::string>& lines)
 }
 
 ImportCounts ImportRecords(CompanySession& session, const DosImportOptions& options, const fs::path& path,
-                           const std::function<void(const ImportCounts&)>& onRecord) {
+                           const ImportProgress& onRecord) {
     const int chosen = ExchangeBook(options.Type);
     SequentialReader file(path);
     const auto told = [](int) { return std::string("An error has occurred during import."); };
@@ -197,7 +197,7 @@ ImportCounts ImportRecords(CompanySession& session, const DosImportOptions& opti
                 rows.AtItem(++item);
                 rule.Apply(record, rule.Column, file.ReadText());
             }
-            if (onRecord) onRecord(counts);
+            if (onRecord) onRecord(counts, file.ShareRead());
             rows.Update();
         };
         int book = chosen;
@@ -326,7 +326,7 @@ void WriteCompanyFile(CompanySession& session, const fs::path& path) {
 }
 
 std::optional<ImportCounts> DosImport(CompanySession& session, const DosImportOptions& options, const fs::path& file,
-                                      Prompts& prompts, const std::function<void(const ImportCounts&)>& onRecord) {
+                                      Prompts& prompts, const ImportProgress& onRecord) {
     if (ExchangeBook(options.Type) != 0) return ImportRecords(session, options, file, onRecord);
     const std::vector<std::string> lines = ReadCompanyFile(file);
     if (options.Ending != ImportEnding::CheckOnly) TakeCompany(session, lines);

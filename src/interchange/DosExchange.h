@@ -39,7 +39,7 @@ std::filesystem::path AssetFileOf(const std::filesystem::path& companyFile);
 // taken then, and a message says what was looked for. A failure in a record ends the import as PlatformError, its text beginning
 // "An error has occurred during import." and telling the record and item; a check writes neither assets nor profile.
 std::optional<ImportCounts> DosImport(CompanySession& session, const DosImportOptions& options, const std::filesystem::path& file,
-                                      Prompts& prompts, const std::function<void(const ImportCounts&)>& onRecord = {});
+                                      Prompts& prompts, const ImportProgress& onRecord = {});
 
 // Writes the chosen file. nullopt when, in the exchange of "Company", there is no asset file to write over: the company file has
 // been written then, and a message says what was looked for. Failures begin "An error has occurred during Export."; but

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/runtime/FindFile.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Rounding.h"
 #include "platform/runtime/SequentialFile.h"
@@ -79,6 +80,11 @@ std::string FieldDefinition::ExportFileName(std::string_view number) {
     return FileName("ExpDef", number);
 }
 
+std::filesystem::path FieldDefinition::FileIn(const std::filesystem::path& folder, const std::string& name) {
+    const std::filesystem::path found = FindAnyCase(folder, name);
+    return found.empty() ? folder / name : found;
+}
+
 FieldDefinition FieldDefinition::Load(const std::filesystem::path& file) {
     FieldDefinition definition;
     SequentialReader reader(file);
@@ -121,14 +127,15 @@ int FieldDefinition::HighestPosition() const {
     return highest;
 }
 
-int FieldDefinition::FirstUnclaimed() const {
+std::vector<int> FieldDefinition::Unclaimed() const {
+    std::vector<int> unclaimed;
     const int highest = HighestPosition();
     for (int position = 1; position < highest; ++position) {
         bool claimed = false;
         for (int field = 1; field <= kFields; ++field) claimed |= Position(field) == position;
-        if (!claimed) return position;
+        if (!claimed) unclaimed.push_back(position);
     }
-    return 0;
+    return unclaimed;
 }
 
 }  // namespace tallymar

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tallymar {
 
@@ -19,6 +20,9 @@ class FieldDefinition {
     // "ImpDef1.Dat" and "ExpDef1.Dat" for number "1", as typed.
     static std::string ImportFileName(std::string_view number);
     static std::string ExportFileName(std::string_view number);
+    // Where a definition of that name is kept: the folder's file of the name in any letter case, since files that came by way of
+    // other systems change theirs, or the place of a new one.
+    static std::filesystem::path FileIn(const std::filesystem::path& folder, const std::string& name);
 
     // A short file leaves the rest blank; lines after the 41st are passed over. Failures: those of reading a file.
     static FieldDefinition Load(const std::filesystem::path& file);
@@ -39,8 +43,10 @@ class FieldDefinition {
     static bool IsValidPosition(std::string_view text);
     // The highest position in the boxes: what FieldCount should be.
     int HighestPosition() const;
-    // The first position below the highest that no box claims; 0 when there is none.
-    int FirstUnclaimed() const;
+    // The positions below the highest that no box claims.
+    std::vector<int> Unclaimed() const;
+
+    bool operator==(const FieldDefinition&) const = default;
 
  private:
     std::array<std::string, kFields + 1> boxes_;  // slot 0 is unused

@@ -240,10 +240,10 @@ void ReadItems(SequentialReader& file, const Layout& layout, UserRecord& record)
 }  // namespace
 
 int ExchangeBook(std::string_view name) {
-    constexpr std::array<std::string_view, 5> kNames = {"Company", "Federal", "State", "Book", "AMT"};
-    const auto found = std::find(kNames.begin(), kNames.end(), name);
-    if (found == kNames.end()) throw PlatformError(Failure::InvalidCall, "There is no book \"" + std::string(name) + "\"");
-    return static_cast<int>(found - kNames.begin());
+    const auto found = std::find(kExchangeBooks.begin(), kExchangeBooks.end(), name);
+    if (found == kExchangeBooks.end())
+        throw PlatformError(Failure::InvalidCall, "There is no book \"" + std::string(name) + "\"");
+    return static_cast<int>(found - kExchangeBooks.begin());
 }
 
 std::string UserImportCountText(const ImportCounts& counts) {
@@ -257,7 +257,7 @@ std::string UserImportDoneText(const ImportCounts& counts) {
 }
 
 ImportCounts UserImport(CompanySession& session, const UserImportOptions& options, const std::filesystem::path& file,
-                        const std::function<void(const ImportCounts&)>& onRecord) {
+                        const ImportProgress& onRecord) {
     const Layout layout(options.Definition);
     if (layout.ItemsRead() == 0) throw PlatformError(Failure::InvalidCall, "The definition reads no item of a record");
     const int book = ExchangeBook(options.Book);
@@ -269,7 +269,7 @@ ImportCounts UserImport(CompanySession& session, const UserImportOptions& option
             ReadItems(reader, layout, record);
             rows.AtItem(options.Definition.Position(kNumber));
             rows.Open(record[kNumber], options.AddNew);
-            if (onRecord) onRecord(counts);
+            if (onRecord) onRecord(counts, reader.ShareRead());
             for (const ColumnRule& rule : kRules) {
                 rows.AtItem(options.Definition.Position(rule.Field));
                 rule.Apply(record, *rule.Column, rule.Field);

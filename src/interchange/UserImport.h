@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -31,8 +32,9 @@ std::string UserImportCountText(const ImportCounts& counts);
 // telling the record and item and how many records are stored. onRecord hears the counts after each record's number has been
 // looked for.
 ImportCounts UserImport(CompanySession& session, const UserImportOptions& options, const std::filesystem::path& file,
-                        const std::function<void(const ImportCounts&)>& onRecord = {});
+                        const ImportProgress& onRecord = {});
 
+inline constexpr std::array<std::string_view, 5> kExchangeBooks = {"Company", "Federal", "State", "Book", "AMT"};
 // 0 for "Company", 1 to 4 for "Federal", "State", "Book" and "AMT"; InvalidCall for anything else.
 int ExchangeBook(std::string_view name);
 

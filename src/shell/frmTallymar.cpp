@@ -29,6 +29,8 @@
 #include "batch/frmResequence.h"
 #include "batch/frmSetBooks.h"
 #include "interchange/ConvertCompany.h"
+#include "interchange/frmExportOptions.h"
+#include "interchange/frmImportOptions.h"
 #include "irsforms/frmCreateForm.h"
 #include "loans/frmLoans.h"
 #include "platform/controls/CSForm.h"
@@ -113,6 +115,8 @@ void Tallymar::MakeRoutes() {
         {Command::FileNew, [this](int) { FileNew(this); }},
         {Command::FileOpen, [this](int) { FileOpen(this); }},
         {Command::FileClose, [this](int) { session_.FileClose(); }},
+        {Command::FileImport, [this](int) { ImportAssets(this); }},
+        {Command::FileExport, [this](int) { WithoutEditForm([this] { frmExportOptions(session_, this).ShowModal(); }); }},
         {Command::FileExit, [this](int) { close(); }},
         {Command::EditAsset, [this](int) { EditAsset(); }},
         {Command::EditFind, [this](int) { FindAsset(); }},
@@ -125,7 +129,7 @@ void Tallymar::MakeRoutes() {
         {Command::EditCompanyInformation,
          [this](int) {
              ShowOrMake(QStringLiteral("frmEditCompany"), [this] {
-                 auto* form = new frmEditCompany(session_);
+                 auto* form = new frmEditCompany(session_, [this](QWidget* over) { ImportAssets(over); });
                  connect(form, &frmEditCompany::Saved, this, &Tallymar::ShowCaption);
                  return form;
              });
@@ -202,14 +206,28 @@ void Tallymar::ShowBatch(const QString& name, Reopen reopen, const std::function
     ShowChild(form);
 }
 
-// What posts must not find the asset form open: its buffer could write a posted record back.
-void Tallymar::RunPostReport(const std::function<void(frmReportOptions&)>& prepare) {
+void Tallymar::WithoutEditForm(const std::function<void()>& command) {
     const bool wasOpen = !EditFormClosed();
     if (!UnloadEditForm()) return;
-    frmReportOptions form(session_, engine_, this);
-    prepare(form);
-    form.ShowModal();
+    command();
     if (wasOpen) ReopenEditForm();
+}
+
+// What posts must not find the asset form open: its buffer could write a posted record back.
+void Tallymar::RunPostReport(const std::function<void(frmReportOptions&)>& prepare) {
+    WithoutEditForm([&] {
+        frmReportOptions form(session_, engine_, this);
+        prepare(form);
+        form.ShowModal();
+    });
+}
+
+void Tallymar::ImportAssets(QWidget* over) {
+    WithoutEditForm([&] {
+        frmImportOptions(session_, over).ShowModal();
+        OpenEnable();
+    });
+    if (auto* form = qobject_cast<CSForm*>(over); form && Child(form->objectName()) == form) Activate(form);
 }
 
 void Tallymar::Run(Command command, int index) {
@@ -307,7 +325,9 @@ bool Tallymar::OpenFirstCompany(const std::filesystem::path& path) {
 bool Tallymar::FileNew(QWidget* over) {
     QtPrompts prompts(over);
     if (!session_.FileNew(prompts)) return false;
-    frmEditCompany(session_, {}, over).ShowModal();
+    frmEditCompany(
+        session_, [this](QWidget* window) { ImportAssets(window); }, over)
+        .ShowModal();
     ShowCaption();
     return true;
 }

@@ -63,6 +63,10 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void MakeRoutes();
     // Shows the window of a batch command, with the asset form away from its opening to its closing and during each run.
     void ShowBatch(const QString& name, Reopen reopen, const std::function<frmBatchForm*()>& make);
+    // Runs a command that moves the recordset or posts, with the asset form away; it comes back when it was there.
+    void WithoutEditForm(const std::function<void()>& command);
+    // The import's window over another, with which the first assets, or the company's name, may come.
+    void ImportAssets(QWidget* over);
     void ShowDone(const std::string& done);
     void RunPostReport(const std::function<void(frmReportOptions&)>& prepare);
     void MakeMenus();

@@ -18,6 +18,7 @@
 #include "platform/controls/CSForm.h"
 #include "shell/frmInit.h"
 #include "shell/frmTallymar.h"
+#include "support/Files.h"
 #include "support/Keyboard.h"
 #include "support/TestCompany.h"
 
@@ -208,6 +209,28 @@ TEST_F(MainWindow, TheAssetFormGivesWayToABatchCommandAndComesBack) {
     EXPECT_FALSE(Action("mnuEditFind")->isEnabled());
     EXPECT_FALSE(Action("Find")->isEnabled());
     EXPECT_EQ(window_.Session().AssetCount(), 0);
+}
+
+TEST_F(MainWindow, AnImportRunsWithoutTheAssetFormWhichShowsWhatCame) {
+    Open(MakeCompany(true));
+    std::string record = "A1";
+    for (int item = 2; item <= 40; ++item) record += item == 4 ? ",Lathe" : ",";
+    test::WriteAll(folder_ / "aascii.txt", record + "\n");
+    Keyboard::WhenModal("frmImportOptions", [&] {
+        EXPECT_TRUE(window_.EditFormClosed());
+        Keyboard::WhenAskedForFile(folder_ / "aascii.txt");
+        QApplication::activeModalWidget()->findChild<QPushButton*>("cmdOK")->click();
+        keys_.Press(Qt::Key_Escape);
+    });
+    Action("mnuFileImport")->trigger();
+    EXPECT_EQ(In<QLineEdit>("frmEditAsset", "sitxDescription")->text(), "Lathe");
+
+    // From the company's profile, which stays in front.
+    Action("mnuEditCompanyInformation")->trigger();
+    Keyboard::WhenModal("frmImportOptions", [&] { keys_.Press(Qt::Key_Escape); });
+    In<QPushButton>("frmEditCompany", "cmdImport")->click();
+    EXPECT_EQ(window_.findChild<QMdiArea*>()->activeSubWindow()->widget(), Form("frmEditCompany"));
+    EXPECT_FALSE(window_.EditFormClosed());
 }
 
 TEST_F(MainWindow, AnAssetThatCannotBeStoredKeepsItsCompanyOpen) {
