@@ -90,6 +90,9 @@ void ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurren
     recordset::RunBatch(session.Database(), recordset::OnFailure::KeepDone, [&] {
         AssetPass pass(session, prompts);
         AssetRecord record;
+        // The first pass rewrites whole rows, which puts in order what other programs have left in them. After it only the
+        // computed columns can differ.
+        bool rowsAreRewritten = false;
         for (int book = kFirstBook; book <= kLastBook; ++book) {
             if (!options.Compute[book]) continue;
             ComputedBook& done = result[book];
@@ -99,7 +102,11 @@ void ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurren
             const auto compute = [&] {
                 AddToTotals(record, asOfDate, book, done.Totals);
                 engine.ComputeDepreciation(record, asOfDate, options.UseMidQuarter[book], book);
-                session.WriteAssetRecord(record);
+                if (rowsAreRewritten) {
+                    session.WriteComputed(record, book);
+                } else {
+                    session.WriteAssetRecord(record);
+                }
                 ++done.Computed;
                 const int status = engine.DeprStatusCode();
                 if (IsErrorStatus(status) && done.Errors++ == 0) NoteFirstError(record, engine, done);
@@ -110,6 +117,7 @@ void ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurren
             done.Failed = true;
             pass.ForEach(record, compute, BookOf(book).Name);
             done.Failed = false;
+            rowsAreRewritten = true;
         }
     });
 }

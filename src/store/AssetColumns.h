@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <variant>
@@ -140,6 +141,12 @@ inline constexpr auto kAssetColumns = std::to_array<AssetColumn>({
     {"Agri", &AssetRecord::Agri},
     {"Salvage", &AssetRecord::Salvage},
 });
+
+// What a computation may change of a book (ADepre.h).
+inline constexpr std::tuple kComputedMembers = {
+    &AssetRecord::CurrDepr, &AssetRecord::YearThru,   &AssetRecord::IRSConvUsed, &AssetRecord::DeprLimit,
+    &AssetRecord::AddlDepr, &AssetRecord::Section179, &AssetRecord::SwitchBasis,
+};
 
 // The row of a member. Every member of the record is a column's.
 constexpr const AssetColumn& ColumnOf(const AssetMember& member) {

@@ -1,7 +1,10 @@
 #include "store/AssetRecordAccess.h"
 
+#include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 
 #include "platform/runtime/Rounding.h"
@@ -15,8 +18,8 @@ namespace {
 constexpr CurrencyAmount kLongClassLife = Units(11);
 constexpr std::string_view kShortLifeSection = "1245";
 
-// Rows have always been read through text: a Null is then nothing, and a number of another type than the column's, as a file of
-// another program may hold, still reads as a number.
+// Rows are read as if through text: a Null is then nothing, and a number of another type than the column's, as a file of another
+// program may hold, still reads as a number.
 double NumberOf(const recordset::Value& value) {
     return Val(value.ToText());
 }
@@ -38,9 +41,15 @@ void Load(const recordset::Value& value, FixedText<N>& item) {
     }
 }
 
+// COMPAT: amounts are read through a double. Up to 2^50 ten-thousandths that gives every amount back as it was.
 void Load(const recordset::Value& value, CurrencyAmount& item) {
-    const bool plain = value.Type() == recordset::Value::Kind::Currency;
-    item = CurrencyAmount::FromDouble(plain ? value.Currency().ToDouble() : NumberOf(value));
+    if (value.Type() != recordset::Value::Kind::Currency) {
+        item = CurrencyAmount::FromDouble(NumberOf(value));
+        return;
+    }
+    constexpr CurrencyAmount kExact = CurrencyAmount::FromTenThousandths(std::int64_t{1} << 50);
+    const CurrencyAmount amount = value.Currency();
+    item = amount > -kExact && amount < kExact ? amount : CurrencyAmount::FromDouble(amount.ToDouble());
 }
 
 void Load(const recordset::Value& value, std::int16_t& item) {
@@ -77,6 +86,10 @@ AssetRecordAccess::AssetRecordAccess(recordset::Recordset& assets) : assets_(&as
     VisitAssetColumns(record, [this](const AssetColumn& column, const auto&, int book) {
         ordinals_.push_back(assets_->Ordinal(ColumnName(column, book)));
     });
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        const auto ordinalOf = [&](const AssetMember& member) { return assets_->Ordinal(ColumnName(ColumnOf(member), book)); };
+        computedOrdinals_[book] = std::apply([&](auto... member) { return std::array{ordinalOf(member)...}; }, kComputedMembers);
+    }
 }
 
 void AssetRecordAccess::ReadAssetRecord(AssetRecord& record) {
@@ -112,13 +125,28 @@ void AssetRecordAccess::AddAssetRecord(const AssetRecord& record) {
     Store(record, false);
 }
 
+void AssetRecordAccess::WriteComputed(const AssetRecord& record, int book) {
+    assets_->Edit();
+    Finish([&] {
+        auto ordinal = computedOrdinals_[book].cbegin();
+        std::apply([&](auto... member) { (assets_->Set(*ordinal++, ValueOf((record.*member)[book])), ...); }, kComputedMembers);
+    });
+}
+
 void AssetRecordAccess::Store(const AssetRecord& record, bool blankTaxGroup) {
-    try {
+    Finish([&] {
         auto ordinal = ordinals_.cbegin();
         VisitAssetColumns(record, [&](const AssetColumn&, const auto& item, int) {
             const bool blank = blankTaxGroup && static_cast<const void*>(&item) == &record.TaxGroup && record.TaxGroup.empty();
             assets_->Set(*ordinal++, blank ? recordset::Value(kBlankTaxGroup) : ValueOf(item));
         });
+    });
+}
+
+template <typename SetColumns>
+void AssetRecordAccess::Finish(SetColumns setColumns) {
+    try {
+        setColumns();
         assets_->Update();
     } catch (...) {
         assets_->CancelUpdate();

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <array>
+#include <tuple>
 #include <vector>
 
 #include "platform/recordset/Recordset.h"
+#include "platform/runtime/PerBook.h"
 #include "store/AssetColumns.h"
 #include "store/AssetRecord.h"
 
@@ -22,6 +25,9 @@ class AssetRecordAccess {
     void ReadAssetRecord(AssetRecord& record);
     // Rewrites the row. An empty TaxGroup is stored as six blanks.
     void WriteAssetRecord(const AssetRecord& record);
+    // What a computation may have changed of the book, no other column: for a row that WriteAssetRecord has rewritten in the same
+    // batch, where it leaves exactly what WriteAssetRecord would.
+    void WriteComputed(const AssetRecord& record, int book);
     // The same, TaxGroup as it stands: for a row that becomes another company's asset.
     void ReplaceAssetRecord(const AssetRecord& record);
     // Adds a row, TaxGroup as it stands.
@@ -29,9 +35,12 @@ class AssetRecordAccess {
 
  private:
     void Store(const AssetRecord& record, bool blankTaxGroup);
+    template <typename SetColumns>
+    void Finish(SetColumns setColumns);
 
     recordset::Recordset* assets_;
     std::vector<int> ordinals_;  // in the order in which the columns are visited
+    PerBook<std::array<int, std::tuple_size_v<decltype(kComputedMembers)>>> computedOrdinals_;  // of kComputedMembers
 };
 
 // Fails as a command would that reads a row with this value in the column: what a user may put there has to be read again.

@@ -72,6 +72,7 @@ class CompanySession {
     recordset::Recordset& AssetsRecordset();
     void ReadAssetRecord(AssetRecord& record) { Assets().ReadAssetRecord(record); }
     void WriteAssetRecord(const AssetRecord& record) { Assets().WriteAssetRecord(record); }
+    void WriteComputed(const AssetRecord& record, int book) { Assets().WriteComputed(record, book); }
     void AddAssetRecord(const AssetRecord& record) { Assets().AddAssetRecord(record); }
 
     // A company table that has lost its row reads as if its row were empty, until the profile form adds one.

@@ -10,6 +10,7 @@
 
 #include "platform/runtime/PlatformError.h"
 #include "store/Vocabularies.h"
+#include "support/OtherProgram.h"
 #include "support/TestCompany.h"
 
 namespace tallymar {
@@ -119,6 +120,39 @@ TEST_F(ComputeCurrentTest, AFailureNamesTheAssetAndKeepsTheRowsBeforeIt) {
     EXPECT_EQ(Stored("A1").CurrDepr[2], Units(200));
     EXPECT_EQ(Stored("C1").CurrDepr[2], CurrencyAmount());
     EXPECT_EQ(company_.Prompts.ProgressMaxima.back(), 0);
+}
+
+// After its first book a run writes the computed columns alone; a row that another program has left odd must not tell.
+TEST_F(ComputeCurrentTest, FourBooksAtOnceLeaveWhatFourRunsLeave) {
+    AssetRecord sold = test::Machine("B1", Date::FromYmd(2002, 1, 1), 5000);
+    sold.Sold = true;
+    sold.DateSold = Date::FromYmd(2003, 3, 1);
+    AssetRecord automobile = test::Machine("C1", Date::FromYmd(2003, 1, 1), 40000);
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        sold.SwitchBasis[book] = Units(7);
+        sold.DeprType[book] = kStck;
+        automobile.Auto[book] = true;
+        automobile.Section179[book] = Units(20000);
+        automobile.ADPct[book] = Units(30);
+    }
+    for (const AssetRecord& record : {test::Machine("A1", Date::FromYmd(2003, 1, 1), 1000), sold, automobile}) {
+        company_.Session.AddAssetRecord(record);
+    }
+    company_.Session.FileClose();
+    test::OtherProgram(company_.File())
+        .Run(
+            "UPDATE Assets SET FedLife = 3, Division = 'E', TaxGroup = '', CodeSection = '', InService = NULL, "
+            "\"CurrDepr(2)\" = NULL, \"DeprLimit(3)\" = '12.5x', \"Basis(4)\" = 1234567.89 WHERE AssetNum LIKE 'A1%'");
+    const std::filesystem::path copy = company_.Folder / "copy.mdb";
+    std::filesystem::copy_file(company_.File(), copy);
+
+    const auto rows = [this](const std::filesystem::path& file, const std::vector<PerBook<bool>>& runs) {
+        company_.Session.OpenCompany(file, company_.Prompts);
+        for (const PerBook<bool>& books : runs) Compute(books);
+        company_.Session.FileClose();
+        return test::OtherProgram(file).Run("SELECT * FROM Assets ORDER BY _rowid_");
+    };
+    EXPECT_EQ(rows(company_.File(), {Books({1, 2, 3, 4})}), rows(copy, {Books({1}), Books({2}), Books({3}), Books({4})}));
 }
 
 TEST_F(ComputeCurrentTest, SaysWhatWasNotComputed) {

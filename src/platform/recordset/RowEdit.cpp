@@ -11,6 +11,10 @@ RowEdit::RowEdit(const TableState& table) : table_(table), changed_(table.Defini
     for (const Field& field : table.Definition().Fields) {
         blank_.push_back(field.Type == FieldType::Boolean ? Cell::OfWhole(0) : Cell());
     }
+    for (const Index& index : table.Definition().Indexes) {
+        if (!index.Primary && !index.Required) continue;
+        for (const std::string& name : index.Fields) required_.push_back(static_cast<std::size_t>(table.FindOrdinal(name)));
+    }
 }
 
 void RowEdit::BeginEdit(const Cell* row, TextArena& texts, const ReadMark& read) {
@@ -63,13 +67,10 @@ void RowEdit::Put(std::size_t column, const Cell& cell) {
 }
 
 void RowEdit::RequireKeys() const {
-    for (const Index& index : table_.Definition().Indexes) {
-        if (!index.Primary && !index.Required) continue;
-        for (const std::string& name : index.Fields) {
-            const std::size_t column = static_cast<std::size_t>(table_.FindOrdinal(name));
-            if (edited_[column].Type != Cell::Kind::Null) continue;
-            if (pending_ == Pending::New || changed_.Has(column)) throw PlatformError::About(Failure::NullKey, name);
-        }
+    for (const std::size_t column : required_) {
+        if (edited_[column].Type != Cell::Kind::Null) continue;
+        if (pending_ == Pending::Edit && !changed_.Has(column)) continue;
+        throw PlatformError::About(Failure::NullKey, table_.Definition().Fields[column].Name);
     }
 }
 

@@ -37,7 +37,8 @@ class RowEdit {
 
     const TableState& table_;
     Pending pending_ = Pending::None;
-    std::vector<Cell> blank_;  // a new row
+    std::vector<std::size_t> required_;  // the columns of keys that no Null may stand in
+    std::vector<Cell> blank_;            // a new row
     std::vector<Cell> before_;
     std::vector<Cell> edited_;
     TextArena* texts_ = nullptr;  // what edited_ borrows from: of an edit, the row's own
