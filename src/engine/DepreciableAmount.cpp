@@ -11,9 +11,15 @@ namespace {
 // Basis adjustment for the investment credit (IRC section 48(q), from 1983 on): half of a credit that was taken at the full rate,
 // 10% for lives of 5 years and more and 6% below.
 constexpr int kLastYearWithoutCreditAdjustment = 1982;
-constexpr CurrencyAmount kFullCreditAbove = CurrencyAmount::FromTenThousandths(900);       // 0.09
-constexpr CurrencyAmount kShortLifeCreditAbove = CurrencyAmount::FromTenThousandths(500);  // 0.05
-constexpr CurrencyAmount kHalf = CurrencyAmount::FromTenThousandths(5000);                 // 0.5
+constexpr double kFullCreditAbove = 0.09;
+constexpr double kShortLifeCreditAbove = 0.05;
+
+// COMPAT: compared in double, on the asset form as here: 9% of 30.00 is 2.6999999999999997, so a credit of 2.70 lies above it.
+void TakeHalfOfCreditAbove(double share, WorkingRecord& record) {
+    if (Real(record.TaxCredit) > Real(record.MaxDepr) * share) {
+        record.MaxDepr = ToAmount(Real(record.MaxDepr) - Real(record.TaxCredit) * 0.5);
+    }
+}
 
 // Divides the business part of the basis, less salvage and Section 179 expense, into the additional first-year amount and what is
 // left for the method.
@@ -27,11 +33,10 @@ void TakeAdditionalFirstYear(WorkingRecord& record) {
 
 void TakeMaxDepr(WorkingRecord& record) {
     TakeAdditionalFirstYear(record);
-    const CurrencyAmount credit = record.TaxCredit;
-    if (credit <= CurrencyAmount() || record.InService.Year() <= kLastYearWithoutCreditAdjustment) return;
+    if (record.TaxCredit <= CurrencyAmount() || record.InService.Year() <= kLastYearWithoutCreditAdjustment) return;
     // The second test sees what the first has left: a class life between 4 and 5 can meet both.
-    if (credit > record.MaxDepr * kFullCreditAbove && record.ClassLife > Units(4)) record.MaxDepr -= credit * kHalf;
-    if (credit > record.MaxDepr * kShortLifeCreditAbove && record.ClassLife < Units(5)) record.MaxDepr -= credit * kHalf;
+    if (record.ClassLife > Units(4)) TakeHalfOfCreditAbove(kFullCreditAbove, record);
+    if (record.ClassLife < Units(5)) TakeHalfOfCreditAbove(kShortLifeCreditAbove, record);
 }
 
 // COMPAT: the additional amount stays with new personal property of the law's time only. A dropped amount does not come back into

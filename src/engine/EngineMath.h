@@ -25,8 +25,10 @@ inline CurrencyAmount FromCents(std::int64_t cents) {
 }
 
 // amount x percentage (100 meaning all of it) rounded to the cent, every half cent upward: percent and cents cancel each other.
+// The product keeps four decimals before that: 842.95 x 2.461% is 2,074.49995 cents, which become 2,074.5 and then 2,075.
 inline CurrencyAmount PercentageToCent(CurrencyAmount amount, CurrencyAmount percentage) {
-    return FromCents(WholePartOfProduct(amount, percentage));
+    constexpr CurrencyAmount kHalf = CurrencyAmount::FromTenThousandths(5000);
+    return FromCents((amount * percentage + kHalf).WholePart());
 }
 
 }  // namespace tallymar
