@@ -23,6 +23,7 @@ ADepre& Context::Engine() {
     if (engine_ == nullptr) {
         const AppPath& paths = Session().Paths();
         engine_ = std::make_unique<ADepre>([&paths](const std::string& table) { return paths.Find(table); });
+        engine_->SetTrace(trace_.get());
     }
     return *engine_;
 }

@@ -6,7 +6,10 @@
 
 #include "engine/EngineMath.h"
 #include "engine/Methods.h"
+#include "platform/runtime/DateText.h"
 #include "platform/runtime/FindFile.h"
+#include "platform/runtime/Windows1252.h"
+#include "store/Books.h"
 #include "store/Helpers.h"
 #include "store/Vocabularies.h"
 
@@ -64,6 +67,7 @@ void ADepre::ComputeDepreciation(AssetRecord& record, Date asOfDate, bool useMid
         if (ComputeMonth > 0 && book == kBookkeeping) record_.CurrDepr = MonthOfBookkeeping(record_.CurrDepr, facts);
     }
     record_.GiveTo(record, book);
+    if (trace_ != nullptr) TraceCall(record, asOfDate, book);
 }
 
 CurrencyAmount ADepre::ComputeYear(const YearFacts& facts) {
@@ -133,6 +137,16 @@ CurrencyAmount ADepre::MonthOfBookkeeping(CurrencyAmount year, const YearFacts& 
 
 void ADepre::Say(DeprStatus status) {
     if (status != kStatusNone) status_ = status;
+}
+
+void ADepre::TraceCall(const AssetRecord& record, Date asOfDate, int book) const {
+    std::string line(record.AssetNum.Trimmed());
+    line.append(" ")
+        .append(book < kFirstBook ? "no book" : BookOf(book).Name)
+        .append(" as of ")
+        .append(FormatShortDate(asOfDate));
+    line.append(": ").append(record.CurrDepr[book].ToText()).append(" ").append(DeprStatusText());
+    trace_->Line("engine", ToUtf8(RTrim(line)));
 }
 
 std::string ADepre::DeprStatusText() const {

@@ -10,6 +10,7 @@
 #include "engine/YearFacts.h"
 #include "platform/runtime/CurrencyAmount.h"
 #include "platform/runtime/Date.h"
+#include "platform/runtime/Trace.h"
 #include "store/AssetRecord.h"
 
 namespace tallymar {
@@ -32,6 +33,9 @@ class ADepre {
     // or "False").
     void BeginRun(std::string roundText);
 
+    // Every call from here on; nullptr for none. It must outlast the engine.
+    void SetTrace(Trace* trace) { trace_ = trace; }
+
     // The month of the fiscal year (1 to 12) wanted for the Bookkeeping book; 0 or below: the whole year. Compute Current sets
     // it, and it stays for later calls of the session.
     std::int16_t ComputeMonth = 0;
@@ -52,12 +56,14 @@ class ADepre {
     void StampConvention(bool useMidQuarter);
     CurrencyAmount MonthOfBookkeeping(CurrencyAmount year, const YearFacts& facts) const;
     void Say(DeprStatus status);
+    void TraceCall(const AssetRecord& record, Date asOfDate, int book) const;
 
     DepreciationTables tables_;
     std::string roundText_;
     // Of the last call.
     WorkingRecord record_;
     DeprStatus status_ = kStatusNone;
+    Trace* trace_ = nullptr;
 };
 
 }  // namespace tallymar

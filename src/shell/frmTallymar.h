@@ -34,6 +34,11 @@ class Tallymar : public QMainWindow, private SessionObserver {
     ~Tallymar() override;
 
     CompanySession& Session() { return session_; }
+    // Of what the company's recordsets and the engine do from the next company on; it must outlast the window.
+    void SetTrace(Trace* trace) {
+        session_.SetTrace(trace);
+        engine_.SetTrace(trace);
+    }
 
     // Asks by frmInit for the first company. False when the program is to end.
     bool AskFirstCompany();

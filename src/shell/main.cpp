@@ -52,7 +52,7 @@ int Start(const Options& options) {
     std::filesystem::current_path(paths.Folder());
 
     Tallymar window(std::move(paths));
-    window.Session().SetTrace(trace.get());
+    window.SetTrace(trace.get());
     const bool opened = company && window.OpenFirstCompany(*company);
     if (!opened && !window.AskFirstCompany()) return 0;
     window.show();

@@ -31,7 +31,9 @@ TEST_F(CliTest, AYearFromNothing) {
     Good("load c.mdb two.csv");
     EXPECT_EQ(Good("compute c.mdb --books 1 --list list.csv"), "Federal 2,000.25 1,000.25 50.01\n");
     EXPECT_EQ(cli_.Read("list.csv"), "AssetNum,Book,CurrDepr,Status,StatusText\r\nA1,1,200,0,\r\nA2,1,200.05,0,\r\n");
-    EXPECT_EQ(Good("compute c.mdb --books 1 --mid-quarter 1"), "Federal 2,000.25 1,000.25 50.01\n");
+    EXPECT_EQ(Good("--trace trace.txt compute c.mdb --books 1 --mid-quarter 1"), "Federal 2,000.25 1,000.25 50.01\n");
+    const std::string trace = cli_.Read("trace.txt");
+    EXPECT_THAT(trace, testing::AllOf(HasSubstr("engine: A1 Federal as of 12/31/2003: 350\n"), HasSubstr("sql: UPDATE")));
     EXPECT_EQ(Good("dump c.mdb --columns 'AssetNum,CurrDepr(1),IRSConvUsed(1)'"),
               "AssetNum,CurrDepr(1),IRSConvUsed(1)\r\n\"A1    \",350,Q\r\n\"A2    \",50.01,Q\r\n");
 
