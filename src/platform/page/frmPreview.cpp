@@ -19,6 +19,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include "platform/controls/CSCombo.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/QtPrompts.h"
@@ -213,7 +214,7 @@ QWidget* frmPreview::MakeToolbar() {
     QPushButton* next = AddSmallButton(row, "cmdNext", QStringLiteral("\u25B6"), tr("Next page (Ctrl+Page Down)"));
     row->addSpacing(12);
 
-    zoom_ = new QComboBox;
+    zoom_ = new CSCombo;
     zoom_->setObjectName(QStringLiteral("Zoom"));
     zoom_->setAccessibleName(tr("Zoom"));
     zoom_->setToolTip(tr("Zoom (Ctrl+plus, Ctrl+minus; Ctrl+0 whole page, Ctrl+1 paper size)"));
@@ -402,11 +403,11 @@ bool frmPreview::OnPage(Page page) {
 }
 
 void frmPreview::Print() {
-    if (PrintWithDialog(document_->Pages, this)) ShowMessage(tr("Sent to the printer."));
+    if (PrintWithDialog(document_->Pages, this)) ShowResult(tr("Sent to the printer."));
 }
 
 void frmPreview::SaveAs(FileFormat format) {
-    if (SaveDocument(*document_, format, prompts_)) ShowMessage(tr("Saved."));
+    if (SaveDocument(*document_, format, prompts_)) ShowResult(tr("Saved."));
 }
 
 std::optional<std::filesystem::path> AskDocumentFile(std::string_view title, bool hasRows, FileFormat format, Prompts& prompts) {
