@@ -1,6 +1,6 @@
 // The Fixed Asset report with subtotals over a large company: its body (selection, cells, pages) against the floor of reading the
-// same rows in the same order. What the pages take, and the writing of each kind of file, apart. Usage: reports_bench [assets]
-// [folder]
+// same rows in the same order. What the pages take, and the writing of each kind of file, each by itself. Usage: reports_bench
+// [assets] [folder]
 
 #include <cstdio>
 #include <cstdlib>
@@ -18,7 +18,7 @@ namespace {
 using namespace tallymar;
 using namespace tallymar::bench;
 
-// What a document holds, apart from spare room.
+// What a document holds, without spare room.
 double MegabytesOf(const PageDocument& canvas) {
     std::size_t bytes = 0;
     for (int page = 1; page <= canvas.PageCount(); ++page) {

@@ -40,7 +40,7 @@ void AddDumpCommand(CLI::App& app, Context& context) {
     auto options = std::make_shared<DumpOptions>();
     CLI::App* command = app.add_subcommand("dump", "Print every asset as a CSV");
     command->add_option("FILE", options->File, "Company file")->required();
-    command->add_option("--columns", options->Columns, "Columns to print, apart by commas; all of them unless named")
+    command->add_option("--columns", options->Columns, "Columns to print, separated by commas; all of them unless named")
         ->delimiter(',');
     command->callback([options, &context] {
         std::vector<std::string> columns;

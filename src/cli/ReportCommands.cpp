@@ -209,11 +209,11 @@ void AddReportOptions(CLI::App& command, ReportFlags& flags) {
         .add_option("--prior-year", flags.PriorYear, "Disposals of earlier years to print: sold, casualty, abandoned, like-kind")
         ->delimiter(',')
         ->check(CLI::IsMember({"sold", "casualty", "abandoned", "like-kind"}));
-    command.add_flag("--double-space", flags.DoubleSpace, "A blank line behind each asset");
+    command.add_flag("--double-space", flags.DoubleSpace, "A blank line after each asset");
     command.add_flag("--second-line", flags.SecondLine, "Print the second description line");
     AddSwitch(command, "--investments,!--no-investments", flags.Investments, "Print stocks and collectibles, or leave them out");
     AddSwitch(command, "--include-179,!--no-include-179", flags.Include179,
-              "Show Section 179 expense in the depreciation columns, or apart");
+              "Show Section 179 expense in the depreciation columns, or leave it out of them");
     command.add_flag("--group-and-year", flags.GroupAndYear, "Subtotal property groups by year too");
     command.add_option("--now", flags.Now, "Date and time that days owned are counted to; the clock's");
 }

@@ -51,7 +51,7 @@ class TextNotHeld : public PlatformError {
 // Makes New of Old: every column by its name, whatever the release; columns that Old lacks are as an upgrade of an old file makes
 // them. New is built beside its place and put there when it is whole and agrees with Old.
 //
-// Nothing is left behind by a failure: FileExists (New is there already), those of mdb::ReadJetTables, TextNotHeld; each of these
+// A failure leaves nothing: FileExists (New is there already), those of mdb::ReadJetTables, TextNotHeld; each of these
 // names the asset and the column: TypeMismatch (a column of another type, a date that is none), FieldTooSmall, DuplicateKey,
 // NullKey, ZeroLengthNotAllowed; those of Database.
 ConvertedCompany ConvertCompany(const ConvertOptions& options, Prompts& prompts);

@@ -8,9 +8,9 @@
 
 // The text form of one column's value in files and on the command line, in UTF-8.
 //
-// Dates are YYYY-MM-DD, with THH:MM:SS behind it when there is a time of day; amounts have a point, at most four decimals and no
+// Dates are YYYY-MM-DD, with THH:MM:SS after it when there is a time of day; amounts have a point, at most four decimals and no
 // commas; integers are plain, booleans True and False. A moment that the calendar form cannot tell exactly (finer than a second,
-// or a year that has not four digits) is its count of days behind an "@". What one way writes, the other reads back to the same
+// or a year that has not four digits) is its count of days after an "@". What one way writes, the other reads back to the same
 // value.
 namespace tallymar {
 

@@ -50,7 +50,7 @@ class Form8824 : public IrsForm {
         CurrencyAmount Basis;
         CurrencyAmount PrevDepr;
         CurrencyAmount CurrDepr;
-        CurrencyAmount BasisAgain;  // the basis has always been summed twice
+        CurrencyAmount BasisAgain;  // the basis is summed twice
     } totals_;
 };
 

@@ -19,8 +19,9 @@ struct RowColumn {
     std::variant<std::string Row::*, CurrencyAmount Row::*> Cell;
 };
 
-// The work file of a form: items apart by commas, texts in double quotes (a quote within one is doubled), amounts as decimals.
-// Writing and reading go through the same calls in the same order: an Item takes its value from the form, or gives it one.
+// The work file of a form: items separated by commas, texts in double quotes (a quote within one is doubled), amounts as
+// decimals. Writing and reading go through the same calls in the same order: an Item takes its value from the form, or gives it
+// one.
 class WorkFile {
  public:
     WorkFile() = default;                      // writes

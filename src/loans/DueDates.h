@@ -19,8 +19,8 @@ struct DueDate {
     Date AsDate() const;
 };
 
-// Month, day and year, apart by "/", "-", "." or blanks; a first number of four digits is the year ("2003-01-31"). nullopt when
-// the text holds anything else, or a day that its month does not have.
+// Month, day and year, separated by "/", "-", "." or blanks; a first number of four digits is the year ("2003-01-31"). nullopt
+// when the text holds anything else, or a day that its month does not have.
 //
 // COMPAT: of the years in two digits those below 21 are 20xx, those from 21 on 19xx; "1/1/25" is 1925.
 std::optional<DueDate> ReadDueDate(std::string_view text);

@@ -51,7 +51,7 @@ constexpr const LoanBoxInfo& InfoOf(LoanBox box) {
 // The longest text of a box.
 inline constexpr std::size_t kLongestLoanText = 255;
 
-// A loan as it stands in the boxes of the calculator. A value that was solved for keeps its four decimals behind the two that its
+// A loan as it stands in the boxes of the calculator. A value that was solved for keeps its four decimals beside the two that its
 // box shows, for as long as that text stays.
 class Loan {
  public:
@@ -85,7 +85,7 @@ class Loan {
     std::int16_t Count(LoanBox box) const;
 
     LoanTexts texts_;
-    std::array<std::optional<CurrencyAmount>, kLoanBoxCount> exact_;  // behind the texts that Show has put there
+    std::array<std::optional<CurrencyAmount>, kLoanBoxCount> exact_;  // of the texts that Show has put there
     std::optional<LoanVariable> lastSolved_;
     std::string_view note_;
 };

@@ -156,7 +156,7 @@ constexpr const AssetColumn& ColumnOf(const AssetMember& member) {
     throw PlatformError(Failure::ItemNotFound, "The member is no column of the asset");
 }
 
-// The row of a column's name in the file, letter case apart: "Division", "Basis(1)". nullptr when there is none.
+// The row of a column's name in the file, in any letter case: "Division", "Basis(1)". nullptr when there is none.
 const AssetColumn* FindAssetColumn(std::string_view name);
 
 // The column's name in the file: "Basis(1)"; the name itself of a common column, whose book is 0.

@@ -70,8 +70,7 @@ struct AssetRecord {
     friend bool operator==(const AssetRecord&, const AssetRecord&) = default;
 };
 
-// An empty property group as rows hold it once they are rewritten: the column's full width of blanks, as company files have
-// always had it.
+// An empty property group as rows hold it once they are rewritten: the column's full width of blanks.
 inline constexpr std::string_view kBlankTaxGroup = "      ";
 
 }  // namespace tallymar

@@ -12,7 +12,7 @@ namespace tallymar {
 
 // Rounds to the cent, halves toward plus infinity (2.005 is 2.01, -2.005 is -2.00); then, only if roundFlag is exactly "Y", to
 // the dollar in the same way. Callers pass the text of the company's Round column, which reads "True" or "False": so amounts keep
-// their cents, as they always have.
+// their cents.
 void RoundAmount(CurrencyAmount& amount, std::string_view roundFlag);
 
 // value / 100.
@@ -33,7 +33,7 @@ YearMonthCount YearsAndMonths(Date from, Date to);
 // 0 if the from date's year is after the to date's; else the difference in days, ties to even.
 std::int32_t DaysBetween(Date from, Date to);
 
-// Takes a state code off the end of a city line ("DENVER CO"), trailing blanks apart: the state comes out in upper case, the city
+// Takes a state code off the end of a city line ("DENVER CO"), trailing blanks aside: the state comes out in upper case, the city
 // keeps its case. Without a code at the end both stay as they are.
 void SplitCityState(std::string& city, std::string& state);
 

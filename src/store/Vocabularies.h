@@ -52,10 +52,10 @@ inline constexpr std::string_view kConventions = "YQMNX";
 // "PP" personal property, "RL" real property, "IN" a third class.
 inline constexpr std::array<std::string_view, 3> kAssetTypes = {"PP", "RL", "IN"};
 
-// The declining balance percentages of the edit list; the blank behind them stands for 0.
+// The declining balance percentages of the edit list; the blank after them stands for 0.
 inline constexpr std::array<std::int16_t, 4> kDecliningPercents = {200, 175, 150, 125};
 
-// State and territory codes, in the order in which they are looked for. Sixty slots were always kept; the rest are empty.
+// State and territory codes, in the order in which they are looked for. There are sixty slots; the rest are empty.
 inline constexpr std::array<std::string_view, 60> kStateCodes = {
     "AK", "AL", "AZ", "AR", "CA", "CO", "CT", "DC", "DE", "FL", "GA", "GU", "HI", "IA", "ID", "IL", "IN", "KS",
     "KY", "LA", "MA", "MD", "ME", "MI", "MN", "MO", "MS", "MT", "NC", "ND", "NE", "NH", "NJ", "NM", "NV", "NY",

@@ -34,7 +34,7 @@ std::vector<Word> WordsOf(const std::filesystem::path& pdf) {
     return words;
 }
 
-// Each text of the model in the order of drawing, its words apart at blanks.
+// Each text of the model in the order of drawing, split into words at blanks.
 std::vector<Word> WordsOf(const PageDocument& pages) {
     std::vector<Word> words;
     for (int page = 1; page <= pages.PageCount(); ++page) {

@@ -77,7 +77,7 @@ TEST(Reading, NumbersAndLines) {
     EXPECT_EQ(FailureOf([&] { blanks.ReadInteger(); }), Failure::Overflow);
 }
 
-// The last record of an asset file may end in an empty item: the end comes only behind it.
+// The last record of an asset file may end in an empty item: the end comes only after it.
 TEST(Reading, AnEmptyLastItemBelongsToItsRecord) {
     const test::TempFolder folder;
     test::WriteAll(folder / "record", "3,4,\r\n");

@@ -24,7 +24,7 @@ class OtherProgram {
         sqlite3_create_collation(handle_, name, SQLITE_UTF8, nullptr, compare);
     }
 
-    // The rows, each with its columns apart by "|", as the sqlite3 shell prints them.
+    // The rows, each with its columns separated by "|", as the sqlite3 shell prints them.
     std::vector<std::string> Run(const std::string& sql) {
         std::vector<std::string> rows;
         char* message = nullptr;

@@ -60,7 +60,7 @@ void RemoveWithCompanions(const fs::path& path, std::error_code& error) {
     }
 }
 
-// Names its process, so that a later one can tell what a run that died has left behind.
+// Names its process, so that a later one can tell what a run that died has left.
 std::string UnfinishedStart() {
     char host[64] = "";
     gethostname(host, sizeof host - 1);

@@ -16,7 +16,7 @@ class RecordsetState;
 // A table-type recordset: one current row of one table, in the order of the chosen index.
 //
 // Order: the index's fields ascending, Null first, then by row. Text keys compare without regard to the case of A to Z and to
-// trailing blanks, in order, in Seek and in uniqueness; accented letters stand behind Z, each case for itself.
+// trailing blanks, in order, in Seek and in uniqueness; accented letters stand after Z, each case for itself.
 // A move past an end gives Eof or Bof and no current row; a read, an edit or a further move that way fails with NoCurrentRecord.
 // A move (a Seek, an Edit and an AddNew too) throws a pending edit away. A move costs one indexed step, whatever the size of the
 // table; a pass is read ahead in blocks.

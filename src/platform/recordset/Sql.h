@@ -33,7 +33,7 @@ std::optional<Index> IndexFromSql(const TableDef& table, std::string_view sql);
 // One kind of query for the next rows in the order of an index (or in row order, without one).
 struct StepShape {
     int Depth = 0;        // how many leading keys are equal to the given ones
-    bool Beyond = false;  // then the next key (behind the last key: the row) lies beyond the given one, in the direction
+    bool Beyond = false;  // then the next key (after the last key: the row) lies beyond the given one, in the direction
     bool Descending = false;
     std::uint32_t NullMask = 0;  // which of the given keys are Null; those are not bound
 

@@ -2,7 +2,7 @@
 
 namespace tallymar {
 
-// The usual financial functions of equal payments at the end of each period, with nothing left over behind the last one. Money
+// The usual financial functions of equal payments at the end of each period, with nothing left over after the last one. Money
 // paid out is negative, money received positive; a rate is that of one period, 0.01 being 1%.
 
 // What the payments are worth at the start of the first period, with the sign turned. Failure::InvalidCall for a rate of -1 or

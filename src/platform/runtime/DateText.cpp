@@ -123,7 +123,7 @@ struct Parts {
     std::optional<TimeOfDay> Time;
 };
 
-// Up to three numbers or words and perhaps a time behind them; nullopt when the text has another shape.
+// Up to three numbers or words and perhaps a time after them; nullopt when the text has another shape.
 std::optional<Parts> TakeApart(std::string_view text) {
     Parts parts;
     Cursor cursor(text);

@@ -12,10 +12,10 @@ namespace tallymar {
 // neither, is "12:00:00 AM".
 std::string FormatShortDate(Date date);
 
-// The date that a United States user typed: month, day and year apart by "/", "-", "." or blanks; month names, whole or their
-// first three letters (or "Sept"), in any case, before or behind the day, with or without a comma; year first when it has four
+// The date that a United States user typed: month, day and year separated by "/", "-", "." or blanks; month names, whole or their
+// first three letters (or "Sept"), in any case, before or after the day, with or without a comma; year first when it has four
 // digits (2003-08-15); a month and day alone mean the year of `today`; six or eight digits alone are mmddyy and mmddyyyy.
-// Two-digit years 00 to 29 are 20xx, 30 to 99 are 19xx. A time of day behind it ("2:05 PM") is taken along. nullopt for anything
+// Two-digit years 00 to 29 are 20xx, 30 to 99 are 19xx. A time of day after it ("2:05 PM") is taken along. nullopt for anything
 // else, and for a day that the calendar does not have: day and month are never exchanged to make sense of a text.
 std::optional<Date> ParseDate(std::string_view text, Date today);
 inline std::optional<Date> ParseDate(std::string_view text) {

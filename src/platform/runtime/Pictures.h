@@ -25,7 +25,7 @@ inline constexpr std::string_view kDecliningPercentNarrow = "###";
 inline constexpr std::string_view kYearKey = "0000";
 inline constexpr std::string_view kPeriodInFileName = "00";
 
-// Numbers of assets: behind "NEW" and "DUP", counted upward, and resequenced behind a prefix of one to four characters.
+// Numbers of assets: after "NEW" and "DUP", counted upward, and resequenced after a prefix of one to four characters.
 inline constexpr std::string_view kNewNumber = "000";
 inline constexpr std::string_view kAssetNumber = "000000";
 inline constexpr std::string_view kNumberPad2 = "00";
@@ -37,7 +37,7 @@ inline constexpr std::string_view kNumberPad5 = "00000";
 inline constexpr std::string_view kLoanRate = "###,##0.0000";
 inline constexpr std::string_view kScheduleRate = "##0.00#";
 inline constexpr std::string_view kSchedulePeriods = "#####";
-inline constexpr std::string_view kScheduleNumber = "000  ";  // the payment number and the gap behind it
+inline constexpr std::string_view kScheduleNumber = "000  ";  // the payment number and the gap after it
 inline constexpr std::string_view kScheduleMoney = "#,###,##0.00";
 inline constexpr std::string_view kScheduleYear = "####";
 

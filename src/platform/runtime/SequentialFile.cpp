@@ -81,8 +81,8 @@ std::string_view SequentialReader::TakeUntil(std::string_view delimiters) {
     return taken;
 }
 
-// From behind the opening quote; what stands between the closing one and the delimiter is dropped, so that a stray quote spoils
-// its own item and none of those behind it.
+// From after the opening quote; what stands between the closing one and the delimiter is dropped, so that a stray quote spoils
+// its own item and none of those after it.
 std::string_view SequentialReader::TakeQuoted() {
     ++position_;
     const std::string_view text = TakeUntil("\"");

@@ -8,13 +8,13 @@
 
 namespace tallymar {
 
-// Comma-delimited text files as the program has always read and written them, in Windows-1252.
-// Failures: FileNotFound, PathNotFound, PermissionDenied, PathAccess on opening; InputPastEnd when an item is asked for behind
+// Comma-delimited text files in Windows-1252.
+// Failures: FileNotFound, PathNotFound, PermissionDenied, PathAccess on opening; InputPastEnd when an item is asked for after
 // the last one; DiskFull or DeviceError when writing or closing does not reach the disk. Their texts name the file.
 
-// Reads one item after the other. Items are apart by commas or line ends; blanks before an item are passed over; an item in
+// Reads one item after the other. Items are separated by commas or line ends; blanks before an item are passed over; an item in
 // double quotes may hold commas and line ends, but no quote: it ends at the next one. CR, LF and CR LF all end a line, and the
-// last line needs no end. An empty line is an empty item, as is what stands behind a comma at the end of a line.
+// last line needs no end. An empty line is an empty item, as is what stands after a comma at the end of a line.
 class SequentialReader {
  public:
     explicit SequentialReader(const std::filesystem::path& path);
