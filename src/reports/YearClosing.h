@@ -14,8 +14,8 @@ class YearClosing {
  public:
     YearClosing(CompanySession& session, int book);
 
-    // Copies the company file to the Backup folder, under a name that tells company, book and year end, and opens the copy to see
-    // that it is whole. An earlier copy is never replaced. Returns the copy's path; PlatformError when it could not be made.
+    // Copies the company file as it was before the batch to the Backup folder, under a name that tells company, book and year
+    // end. An earlier copy is never replaced. Returns the copy's path; failures as CopyDatabase.
     std::filesystem::path CopyCompanyFile();
 
     // The asset of the current row: current depreciation becomes previous, and the date depreciated through moves on by a year.
@@ -24,8 +24,6 @@ class YearClosing {
     void MoveYearEnd();
 
  private:
-    void Verify(const std::filesystem::path& path);
-
     CompanySession& session_;
     int book_;
 };
