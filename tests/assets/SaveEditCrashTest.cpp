@@ -1,13 +1,9 @@
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <chrono>
-#include <csignal>
-#include <thread>
 
 #include <gtest/gtest.h>
 
 #include "assets/AssetEditSession.h"
+#include "support/Child.h"
 #include "support/TestCompany.h"
 
 namespace tallymar {
@@ -21,8 +17,8 @@ std::string Round(int round) {
 }
 
 // Goes through the assets and stores the same count in fields from the first column to the last, until it is killed.
-// Writes a byte to `started` after the first round.
-[[noreturn]] void SaveForEver(const std::filesystem::path& file, const std::filesystem::path& folder, int first, int started) {
+[[noreturn]] void SaveForEver(const std::filesystem::path& file, const std::filesystem::path& folder, int first,
+                              const test::Child::Ready& firstRoundDone) {
     UserProfile profile;
     test::ScriptedPrompts prompts;
     AssetEditState state;
@@ -38,7 +34,7 @@ std::string Round(int round) {
             for (int book = kFirstBook; book <= kLastBook; ++book) edit.Values.Book[book].Salvage = Units(round);
             edit.Next();
         }
-        if (round == first && write(started, "", 1) != 1) std::abort();
+        if (round == first) firstRoundDone();
     }
 }
 
@@ -48,20 +44,12 @@ TEST(SaveEditCrash, ARowIsTheOldOrTheNewOneNeverAMixture) {
     company.Session.FileClose();
     int latest = 0;
     for (int kill = 0; kill < kKills; ++kill) {
-        int started[2];
-        ASSERT_EQ(pipe(started), 0);
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) SaveForEver(company.File(), company.Folder.Path(), (kill + 1) * 100000, started[1]);
-        close(started[1]);
-        char byte = 0;
-        ASSERT_EQ(read(started[0], &byte, 1), 1);
-        close(started[0]);
-        std::this_thread::sleep_for(std::chrono::milliseconds(kill * 7));
-        ::kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself";
+        test::Child child([&](const test::Child::Ready& ready) {
+            SaveForEver(company.File(), company.Folder.Path(), (kill + 1) * 100000, ready);
+            return 0;
+        });
+        child.AwaitReady();
+        ASSERT_EQ(child.KillAfter(std::chrono::milliseconds(kill * 7)), test::Child::kKilled);
 
         company.Session.OpenCompany(company.File(), company.Prompts);
         recordset::Recordset& assets = company.Session.AssetsRecordset();

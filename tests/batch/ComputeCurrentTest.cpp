@@ -1,15 +1,12 @@
 #include "batch/ComputeCurrent.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <thread>
+#include <chrono>
 
 #include <gtest/gtest.h>
 
 #include "platform/runtime/PlatformError.h"
 #include "store/Vocabularies.h"
+#include "support/Child.h"
 #include "support/OtherProgram.h"
 #include "support/TestCompany.h"
 
@@ -193,23 +190,13 @@ TEST_F(ComputeCurrentTest, KilledAtAnyMomentTheRunIsThereWholeOrNotAtAll) {
         ASSERT_LT(round, 20 * kRounds);
         // Each round writes another amount: 200 with the half year, 350 with the first quarter's 35 %.
         const bool midQuarter = round % 2 == 1;
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            try {
-                company_.Session.OpenCompany(company_.File(), company_.Prompts);
-                const PerBook<bool> all = Books({1, 2, 3, 4});
-                Compute(all, midQuarter ? all : PerBook<bool>());
-            } catch (...) {
-                _exit(3);
-            }
-            _exit(0);
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(2000 + 1700 * round));
-        kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        ASSERT_FALSE(WIFEXITED(status) && WEXITSTATUS(status) != 0);
+        test::Child child([&] {
+            company_.Session.OpenCompany(company_.File(), company_.Prompts);
+            const PerBook<bool> all = Books({1, 2, 3, 4});
+            Compute(all, midQuarter ? all : PerBook<bool>());
+            return 0;
+        });
+        ASSERT_NE(child.KillAfter(std::chrono::microseconds(2000 + 1700 * round)), test::Child::kThrew);
 
         company_.Session.OpenCompany(company_.File(), company_.Prompts);
         recordset::Recordset& assets = company_.Session.AssetsRecordset();

@@ -2,7 +2,6 @@
 #include <signal.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -13,6 +12,7 @@
 #include <thread>
 
 #include "Things.h"
+#include "support/Child.h"
 #include "support/OtherProgram.h"
 
 // What happens to a file when the disk, another program, or the machine's power gets in the way.
@@ -20,58 +20,23 @@ namespace tallymar::recordset {
 namespace {
 
 using namespace std::chrono_literals;
-
-// Runs in a process of its own and gives what the body gives, 250 for an exception.
-class Child {
- public:
-    explicit Child(const std::function<int()>& body) : id_(fork()) {
-        if (id_ != 0) return;
-        try {
-            _exit(body());
-        } catch (...) {
-            _exit(250);
-        }
-    }
-    ~Child() { Kill(); }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-
-    int Wait() {
-        int status = 0;
-        waitpid(std::exchange(id_, 0), &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 251;
-    }
-    void Kill() {
-        if (id_ <= 0) return;
-        kill(id_, SIGKILL);
-        Wait();
-    }
-
- private:
-    pid_t id_;
-};
+using test::Child;
 
 // Another process that holds a lock on the file until it is killed.
 class LockedElsewhere {
  public:
     LockedElsewhere(const std::filesystem::path& path, const std::string& sql)
-        : made_(pipe(ends_)), child_([&] {
+        : child_([&](const Child::Ready& ready) {
               test::OtherProgram program(path);
               program.Run(sql);
-              if (write(ends_[1], "x", 1) != 1) return 1;
+              ready();
               std::this_thread::sleep_for(60s);
               return 0;
           }) {
-        char ready = 0;
-        EXPECT_EQ(read(ends_[0], &ready, 1), 1);
-    }
-    ~LockedElsewhere() {
-        for (const int end : ends_) close(end);
+        child_.AwaitReady();
     }
 
  private:
-    int ends_[2];
-    int made_;
     Child child_;
 };
 
@@ -195,8 +160,7 @@ TEST_F(DurabilityTest, ABatchKilledAtAnyMomentIsWhollyThereOrNotAtAll) {
                 }
                 return 0;
             });
-            std::this_thread::sleep_for(std::chrono::microseconds(std::uniform_int_distribution<int>(2000, 60000)(random)));
-            writer.Kill();
+            writer.KillAfter(std::chrono::microseconds(std::uniform_int_distribution<int>(2000, 60000)(random)));
         }
         leftJournals += std::filesystem::exists(path_.string() + "-journal") ? 1 : 0;
         Database database = Database::Open(path_);

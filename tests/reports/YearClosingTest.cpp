@@ -1,17 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <chrono>
-#include <csignal>
 #include <fstream>
-#include <thread>
 
 #include "PageGrid.h"
 #include "ReportCompany.h"
 #include "platform/runtime/PlatformError.h"
+#include "support/Child.h"
 
 namespace tallymar::test {
 namespace {
@@ -184,8 +180,6 @@ TEST(Posting, WithoutACopyAsksAndNoLeavesEverythingAsItWas) {
     EXPECT_EQ(company.Read("A1").PrevDepr[1], Units(7120));
 }
 
-// A row that cannot be read ends the posting there. What was posted before it stays, and the failure says so and where the copy
-// is.
 // Between the question and the posting another program may close the same year.
 TEST(Posting, OfAYearThatAnotherProgramHasClosedIsRefused) {
     ReportCompany company;
@@ -224,6 +218,7 @@ TEST(Posting, WhoseReportCannotBeWrittenIsTakenBack) {
     EXPECT_EQ(company.Session.FiscalYearEnd(1), Date::FromYmd(2003, 12, 31));
 }
 
+// What was posted before the failure stays, and the failure says so and where the copy is.
 TEST(Posting, AFailureHalfwaySaysWhatWasPosted) {
     ReportCompany company;
     for (const char* number : {"A1", "A2", "A3"})
@@ -264,25 +259,13 @@ TEST(Posting, KilledAtAnyMomentIsThereWholeOrNotAtAll) {
     int none = 0;
     for (int round = 0; round <= kRounds; ++round) {
         const Clock::time_point start = Clock::now();
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            try {
-                company.Session.OpenCompany(company.File(), company.Prompts);
-                PageDocument canvas;
-                company.Print(Posting(), canvas);
-            } catch (...) {
-                _exit(3);
-            }
-            _exit(0);
-        }
-        if (round > 0) {
-            std::this_thread::sleep_for(takes * round * 5 / (kRounds * 4));
-            kill(child, SIGKILL);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        ASSERT_FALSE(WIFEXITED(status) && WEXITSTATUS(status) != 0);
+        Child child([&] {
+            company.Session.OpenCompany(company.File(), company.Prompts);
+            PageDocument canvas;
+            company.Print(Posting(), canvas);
+            return 0;
+        });
+        ASSERT_NE(round == 0 ? child.Wait() : child.KillAfter(takes * round * 5 / (kRounds * 4)), Child::kThrew);
         if (round == 0) takes = Clock::now() - start;
 
         company.Session.OpenCompany(company.File(), company.Prompts);
