@@ -98,14 +98,6 @@ TEST(DeprStatusTable, TextsThatNoComputationReaches) {
     }
 }
 
-TEST_F(Driver, RoundsToTheDollarForTheLetterYAlone) {
-    TestAsset asset("PP", kGenl, kSl, "7", "1000", Day(2000, 1, 1));
-    engine.BeginRun("True");
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("142.86"));
-    engine.BeginRun("Y");
-    EXPECT_EQ(asset.Compute(engine, YearEnd(2001)), Money("143"));
-}
-
 TEST_F(Driver, ChangesNothingButSevenFieldsOfItsBook) {
     TestAsset asset = Machine(Day(2003, 5, 1));
     asset.Record.Description = "A description that is longer than a short string holds in place";

@@ -81,20 +81,6 @@ TEST_F(RecordsetTest, AFieldCanBeCopiedFromAnother) {
     EXPECT_EQ(things_.Get("Note(1)").Text(), "101");
 }
 
-TEST_F(RecordsetTest, AnEmptyTableIsAtBothEnds) {
-    things_.MoveFirst();
-    for (int i = 0; i < 3; ++i) {
-        things_.Delete();
-        EXPECT_FALSE(things_.Eof());
-        things_.MoveNext();
-    }
-    EXPECT_TRUE(things_.Bof());
-    EXPECT_TRUE(things_.Eof());
-    EXPECT_NO_THROW(things_.MoveFirst());
-    EXPECT_NO_THROW(things_.MoveLast());
-    EXPECT_EQ(things_.RecordCount(), 0);
-}
-
 TEST_F(RecordsetTest, FailsOnceItsDatabaseIsClosed) {
     things_.Edit();
     { const Database closing = std::move(database_); }

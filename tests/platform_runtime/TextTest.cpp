@@ -21,7 +21,7 @@ TEST(CodePage, EveryByteSurvivesThroughUtf8) {
         EXPECT_EQ(utf8 == one, byte < 128);
         all += one;
     }
-    // Behind every length of plain text, so that the stretches looked at eight at a time end everywhere.
+    // After every length of plain text, so that the stretches looked at eight at a time end everywhere.
     for (std::size_t lead = 0; lead < 20; ++lead) {
         const std::string text = std::string(lead, 'x') + all;
         EXPECT_EQ(FromUtf8(ToUtf8(text)), text);

@@ -55,13 +55,7 @@ TEST(GridToTwips, RoundsHalvesToEvenAndRefusesWhatDoesNotFit) {
     EXPECT_THROW(GridToTwips(387, 17), PlatformError);
 }
 
-TEST_F(ReportWriterTest, ColumnsOutsideTheTableAreAnError) {
-    EXPECT_THROW(writer_.Columns(0), PlatformError);
-    EXPECT_THROW(writer_.Columns(31), PlatformError);
-    EXPECT_NO_THROW(writer_.Columns(30));
-}
-
-// Digits of the font are 834 of 1500 units wide... too wide an amount loses its leading digits, too wide a text its last
+// Too wide an amount loses its leading digits, too wide a text its last
 // characters.
 TEST_F(ReportWriterTest, ClipsAmountsOnTheLeftAndTextsOnTheRightInDetailLinesOnly) {
     writer_.ColumnAdd(1, 1, 5, Justify::Left, false, "@", "", "");

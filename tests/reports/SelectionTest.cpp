@@ -155,16 +155,6 @@ TEST(CheckReportOptions, RefusesInItsOrderAndSaysWhy) {
     EXPECT_TRUE(filter->Options.GroupAndYear.value());
 }
 
-TEST(ReportDefaults, AreTheFormsOwn) {
-    EXPECT_TRUE(ReportCompany::Options(kFixedAssetReport).Include179);
-    EXPECT_FALSE(ReportCompany::Options(kFixedAssetReport).PrintInvestments);
-    EXPECT_FALSE(ReportCompany::Options(kStocksAndCollectiblesReport).Include179);
-    EXPECT_TRUE(ReportCompany::Options(kStocksAndCollectiblesReport).PrintInvestments);
-    EXPECT_EQ(ReportCompany::Options(kComparisonReport).Book, 4);
-    EXPECT_FALSE(ReportCompany::Options(kPostReport).UpdateDatabase);
-    EXPECT_EQ(ReportCaption(kComparisonReport, 1), " Comparison Report - Federal to Federal ");
-}
-
 TEST(ReportOfNothing, PrintsItsHeadAndZeroTotals) {
     ReportCompany company;
     for (int report = 0; report < kReports; ++report) {
