@@ -68,8 +68,12 @@ QLayout* frmExchangeForm::MakeFoot(const QList<CSCmdBtn*>& commands, const QStri
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    for (CSCmdBtn* command : commands) buttons->addWidget(command);
-    buttons->addWidget(cmdCancel_);
+    QWidget* previous = nullptr;
+    for (CSCmdBtn* command : commands + QList{cmdCancel_}) {
+        buttons->addWidget(command);
+        if (previous) setTabOrder(previous, command);
+        previous = command;
+    }
     auto* foot = new QVBoxLayout;
     foot->setSpacing(10);
     foot->addWidget(progressBar_);

@@ -28,7 +28,7 @@ constexpr int kYearWidth = 4;
 frmExportOptions::frmExportOptions(CompanySession& session, QWidget* parent)
     : frmExchangeForm("frmExportOptions", tr("Export Asset Records"), session, parent) {
     optlBook_ = MakeBookList(tr("Select Export Type"), this);
-    optlBook_->SetHints(tr("Company: the company file, and the assets over an asset file that is there; else one book's assets"));
+    optlBook_->SetHints(tr("Company: the profile, and all books over an asset file that is there"));
     auto* selection = new QGroupBox(tr("Select Export By:"), this);
     sitxEditYear_ = Named(new sitxEdit(kYearWidth, selection), "sitxEditYear");
     sitxEditDivision_ = Named(new sitxEdit(ColumnOf(&AssetRecord::Division).Width(), selection), "sitxEditDivision");
@@ -43,10 +43,10 @@ frmExportOptions::frmExportOptions(CompanySession& session, QWidget* parent)
     rows.Add(tr("Division"), sitxEditDivision_);
     rows.Add(tr("Department"), sitxEditDepartment_);
     counts_ = new frmCounts(tr("Export Statistics"), CountLines(ExportCounts()), this);
-    auto* cmdOK = Named(new CSCmdBtn(tr("Export Now"), this), "cmdOK");
-    SetHint(cmdOK, tr("Write the files of the DOS edition"));
     auto* cmdUserExport = Named(new CSCmdBtn(tr("Define User Export  File"), this), "cmdUserExport");
     SetHint(cmdUserExport, tr("Write a comma-delimited file in a layout of your own"));
+    auto* cmdOK = Named(new CSCmdBtn(tr("Export Now"), this), "cmdOK");
+    SetHint(cmdOK, tr("Write the files of the DOS edition"));
 
     auto* grid = new QGridLayout;
     grid->setSpacing(12);

@@ -25,21 +25,22 @@ constexpr int kAddNew = 1;  // its place in optlDuplicate
 frmImportOptions::frmImportOptions(CompanySession& session, QWidget* parent)
     : frmExchangeForm("frmImportOptions", tr("Import Asset Records"), session, parent) {
     optlBook_ = MakeBookList(tr("Select Import Type"), this);
-    optlBook_->SetHints(tr("Company: the company file and the assets of all books; else the assets of one book"));
+    optlBook_->SetHints(tr("Company: the profile and all books; else the assets of one book"));
     optlDuplicate_ = new CSOptList("optlDuplicate", tr("Duplicate Record Import"), {tr("Update Existing"), tr("Add New")}, this);
     optlDuplicate_->SetHints(tr("What becomes of a record whose asset number is there already"));
     counts_ = new frmCounts(tr("Import Statistics"), CountLines(ImportCounts()), this);
-    auto* cmdOK = Named(new CSCmdBtn(tr("Import Now"), this), "cmdOK");
-    SetHint(cmdOK, tr("Import the files of the DOS edition"));
+    auto* chkAllOrNothing = MakeAllOrNothing();
     auto* cmdUserImport = Named(new CSCmdBtn(tr("Define User Import  File"), this), "cmdUserImport");
     SetHint(cmdUserImport, tr("Import a comma-delimited file in a layout of your own"));
+    auto* cmdOK = Named(new CSCmdBtn(tr("Import Now"), this), "cmdOK");
+    SetHint(cmdOK, tr("Import the files of the DOS edition"));
 
     auto* grid = new QGridLayout;
     grid->setSpacing(12);
     grid->addWidget(optlBook_, 0, 0, 2, 1);
     grid->addWidget(optlDuplicate_, 0, 1);
     grid->addWidget(counts_, 1, 1);
-    grid->addWidget(MakeAllOrNothing(), 2, 0, 1, 2);
+    grid->addWidget(chkAllOrNothing, 2, 0, 1, 2);
     grid->addWidget(cmdUserImport, 3, 0, 1, 2);
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(16, 14, 16, 12);

@@ -23,9 +23,10 @@ frmUserImport::frmUserImport(CompanySession& session, std::string book, bool add
           parent),
       book_(std::move(book)),
       addNew_(addNew) {
+    auto* chkAllOrNothing = MakeAllOrNothing();
     auto* cmdImport = Named(new CSCmdBtn(tr("Import Now"), this), "cmdImport");
     SetHint(cmdImport, tr("Import a file in the layout of the boxes"));
-    AddFoot({MakeAllOrNothing()}, {cmdImport, MakeCheckFile()});
+    AddFoot({chkAllOrNothing}, {cmdImport, MakeCheckFile()});
 
     SetImportWays(
         {.AskFile = [this](Prompts& prompts) { return prompts.AskOpenFile(UserImportDialog(Session())); },
