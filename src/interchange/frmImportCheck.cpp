@@ -54,6 +54,8 @@ frmImportCheck::frmImportCheck(const ImportCounts& counts, const std::filesystem
     lblFound->setTextFormat(Qt::PlainText);
     lblFound->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
+    // The keyboard begins in the list, so that Enter does not import what has just been found wanting.
+    QTableWidget* list = counts.Remarks.empty() ? nullptr : MakeList(counts, this);
     auto* cmdImport = Named(new CSCmdBtn(tr("Import Now"), this), "cmdImport");
     SetHint(cmdImport, tr("Import this file as it is"));
     auto* cmdCancel = Named(new CSCmdBtn(tr("&Close"), this), "cmdCancel");
@@ -66,9 +68,9 @@ frmImportCheck::frmImportCheck(const ImportCounts& counts, const std::filesystem
     all->setContentsMargins(16, 14, 16, 12);
     all->setSpacing(12);
     all->addWidget(lblFound);
-    if (!counts.Remarks.empty()) all->addWidget(MakeList(counts, this), 1);
+    if (list) all->addWidget(list, 1);
     all->addLayout(buttons);
-    if (!counts.Remarks.empty()) resize(kFirstSize);
+    if (list) resize(kFirstSize);
 
     connect(cmdImport, &QPushButton::clicked, this, [this] {
         wantsImport_ = true;
