@@ -7,6 +7,7 @@
 #include "platform/runtime/Rounding.h"
 #include "platform/runtime/Val.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/AssetPlace.h"
 #include "store/Helpers.h"
 #include "store/Vocabularies.h"
 
@@ -35,10 +36,15 @@ std::string Place(std::int64_t record, int item) {
     return place;
 }
 
+std::string Place(const ImportRemark& remark) {
+    if (remark.Line > 0) return "company file, line " + std::to_string(remark.Line);
+    return Place(remark.Record, remark.Item);
+}
+
 }  // namespace
 
 std::string ImportRemarkText(const ImportRemark& remark) {
-    return Place(remark.Record, remark.Item) + ": " + remark.Text;
+    return Place(remark) + ": " + remark.Text;
 }
 
 std::string ImportCheckText(const ImportCounts& counts) {
@@ -46,7 +52,10 @@ std::string ImportCheckText(const ImportCounts& counts) {
                        "    to add as duplicates: " + std::to_string(counts.Duplicates);
     const auto failing =
         std::find_if(counts.Remarks.begin(), counts.Remarks.end(), [](const ImportRemark& remark) { return remark.Fails; });
-    if (failing != counts.Remarks.end()) text += "\nThe import would end at " + Place(failing->Record, failing->Item);
+    if (failing != counts.Remarks.end()) {
+        const bool ofAll = failing->Record == 0 && failing->Line == 0;
+        text += ofAll ? "\nNo record would be taken as it was meant" : "\nThe import would end at " + Place(*failing);
+    }
     if (counts.Remarks.empty()) text += "\nEverything would be taken as it stands in the file";
     return text;
 }
@@ -194,7 +203,7 @@ ImportCounts RunImport(CompanySession& session, ImportEnding ending, const std::
     using recordset::OnFailure;
     ImportCounts counts;
     recordset::Recordset& assets = session.AssetsRecordset();
-    assets.SetIndex("AssetNum");
+    const AssetPlace place(assets);
     std::int64_t stored = 0;
     try {
         const OnFailure onFailure = ending == ImportEnding::KeepDone ? OnFailure::KeepDone : OnFailure::AllOrNothing;
@@ -214,7 +223,6 @@ ImportCounts RunImport(CompanySession& session, ImportEnding ending, const std::
         throw PlatformError(failure.Code(), told(failure.Number()) + "\n" + failure.what() +
                                                 "\nRecords stored before it: " + std::to_string(stored));
     }
-    assets.MoveFirst();
     return counts;
 }
 

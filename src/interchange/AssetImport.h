@@ -29,10 +29,11 @@ struct ImportRemark {
     std::int64_t Record = 0;  // from 1; 0: every record
     int Item = 0;             // of the record, from 1; 0: the record as a whole
     std::string Text;
-    bool Fails = false;  // the import would end here
+    bool Fails = false;  // the import would end here; of every record: none would be taken as it was meant
+    int Line = 0;        // of the company file that comes before the records, from 1; 0: it is of the records
 };
 
-// "record 214, item 7: ..."
+// "record 214, item 7: ...", "company file, line 8: ..."
 std::string ImportRemarkText(const ImportRemark& remark);
 
 struct ImportCounts {

@@ -5,6 +5,7 @@
 
 #include "interchange/UserImport.h"
 #include "platform/runtime/FileIdentity.h"
+#include "platform/runtime/FindFile.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/SequentialFile.h"
 #include "platform/runtime/Windows1252.h"
@@ -51,7 +52,6 @@ constexpr auto kCompanyColumns = std::to_array<CompanyLine>({
 // One record on its way into a row.
 struct DosRecord {
     ImportedRows& Rows;
-    SequentialReader& File;
     bool Expensed = false;
 };
 
@@ -160,19 +160,38 @@ std::vector<std::string> ReadCompanyFile(const fs::path& path) {
     return lines;
 }
 
-void TakeCompany(CompanySession& session, const std::vector<std::string>& lines) {
+// The value of a line for its column; *unlike is then set to what is stored where that is not what the line says.
+recordset::Value CompanyValue(const std::string& text, recordset::FieldType type, std::string* unlike) {
+    if (type == recordset::FieldType::Date) {
+        const Date date = TextToDate(text);
+        if (date == Date() && !Trim(text).empty()) *unlike = "no date: none is stored";
+        return date;
+    }
+    if (type == recordset::FieldType::Boolean) {
+        if (!text.empty() && text != "Y" && text != "N") *unlike = "neither Y nor N: N is stored";
+        return text == "Y";
+    }
+    return text;
+}
+
+// Stores the lines in the company's row. With remarks, what a line would not give or not take is told there, and the rest is
+// tried.
+void TakeCompany(CompanySession& session, const std::vector<std::string>& lines, std::vector<ImportRemark>* remarks = nullptr) {
     recordset::Recordset& company = session.CompanyRecordset();
     company.Edit();
     try {
         for (const CompanyLine& line : kCompanyColumns) {
             const std::string& text = lines[line.Line - 1];
-            const recordset::FieldType type = company.Definition().FindField(line.Column)->Type;
-            if (type == recordset::FieldType::Date) {
-                company.Set(line.Column, TextToDate(text));
-            } else if (type == recordset::FieldType::Boolean) {
-                company.Set(line.Column, text == "Y");
-            } else {
-                company.Set(line.Column, text);
+            const auto remark = [&](const std::string& what, bool fails) {
+                remarks->push_back({.Text = what, .Fails = fails, .Line = static_cast<int>(line.Line)});
+            };
+            std::string unlike;
+            try {
+                company.Set(line.Column, CompanyValue(text, company.Definition().FindField(line.Column)->Type, &unlike));
+                if (remarks != nullptr && !unlike.empty()) remark("\"" + text + "\" is " + unlike, false);
+            } catch (const PlatformError& failure) {
+                if (remarks == nullptr) throw failure.WithPrefix("company file, line " + std::to_string(line.Line) + ": ");
+                remark(failure.what(), true);
             }
         }
         company.Update();
@@ -188,14 +207,21 @@ ImportCounts ImportRecords(CompanySession& session, const DosImportOptions& opti
     SequentialReader file(path);
     const auto told = [](int) { return std::string("An error has occurred during import."); };
     return RunImport(session, options.Ending, told, [&](ImportedRows& rows, const ImportCounts& counts) {
+        std::array<std::string, kItemRules.size() + 1> items;
         const auto readOne = [&] {
-            DosRecord record{rows, file};
-            int item = 1;
+            // The whole record before any of it is stored: an item that fails leaves the file at the next record.
+            int item = 0;
+            for (std::string& text : items) {
+                rows.AtItem(++item);
+                text = file.ReadText();
+            }
+            DosRecord record{rows};
+            item = 1;
             rows.AtItem(item);
-            rows.Open(file.ReadText(), options.AddNew);
+            rows.Open(items.front(), options.AddNew);
             for (const ItemRule& rule : kItemRules) {
                 rows.AtItem(++item);
-                rule.Apply(record, rule.Column, file.ReadText());
+                rule.Apply(record, rule.Column, items.at(static_cast<std::size_t>(item - 1)));
             }
             if (onRecord) onRecord(counts, file.ShareRead());
             rows.Update();
@@ -285,13 +311,20 @@ std::vector<std::string> CompanyFileLines(CompanySession& session) {
     return lines;
 }
 
-// Is the asset file there? The message says where it was looked for.
-bool IsThere(const fs::path& assetFile, const fs::path& companyFile, std::string_view message, Prompts& prompts) {
+// Of the letters of a file's name, which are the system's own, only A to Z are known to have two cases.
+std::string UpperAscii(std::string name) {
+    for (char& c : name) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    return name;
+}
+
+// Says where the asset file was looked for; a company file whose name leads to none is named itself.
+std::string NotFoundText(std::string_view message, const fs::path& assets, const fs::path& companyFile) {
+    return std::string(message) + "\n" + FromUtf8((assets.empty() ? companyFile : assets).string());
+}
+
+bool IsThere(const fs::path& assets) {
     std::error_code ignored;
-    if (!assetFile.empty() && fs::exists(assetFile, ignored)) return true;
-    const fs::path wanted = assetFile.empty() ? companyFile : assetFile;
-    prompts.Message(std::string(message) + "\n" + FromUtf8(wanted.string()), "Tallymar", MessageKind::Warning);
-    return false;
+    return !assets.empty() && fs::exists(assets, ignored);
 }
 
 }  // namespace
@@ -305,16 +338,13 @@ std::vector<CountLine> CountLines(const ExportCounts& counts) {
 }
 
 fs::path AssetFileOf(const fs::path& companyFile) {
-    std::string name = UCase(companyFile.filename().string());
+    std::string name = UpperAscii(companyFile.filename().string());
     const std::size_t place = name.find(kCompanyName);
     if (place == std::string::npos) return {};
     name.replace(place, kCompanyName.size(), kAssetName);
     const fs::path folder = companyFile.has_parent_path() ? companyFile.parent_path() : fs::path(".");
-    std::error_code ignored;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
-        if (UCase(entry.path().filename().string()) == name) return entry.path();
-    }
-    return folder / name;
+    const fs::path found = FindAnyCase(folder, name);
+    return found.empty() ? folder / name : found;
 }
 
 void WriteCompanyFile(CompanySession& session, const fs::path& path) {
@@ -329,10 +359,31 @@ std::optional<ImportCounts> DosImport(CompanySession& session, const DosImportOp
                                       Prompts& prompts, const ImportProgress& onRecord) {
     if (ExchangeBook(options.Type) != 0) return ImportRecords(session, options, file, onRecord);
     const std::vector<std::string> lines = ReadCompanyFile(file);
-    if (options.Ending != ImportEnding::CheckOnly) TakeCompany(session, lines);
     const fs::path assets = AssetFileOf(file);
-    if (!IsThere(assets, file, "Asset import file not found for this client:", prompts)) return {};
-    return ImportRecords(session, options, assets, onRecord);
+    const std::string notFound = NotFoundText("Asset import file not found for this client:", assets, file);
+    if (options.Ending == ImportEnding::KeepDone) {
+        TakeCompany(session, lines);
+        if (IsThere(assets)) return ImportRecords(session, options, assets, onRecord);
+        prompts.Message(notFound, "Tallymar", MessageKind::Warning);
+        return {};
+    }
+    return recordset::RunBatch(session.Database(), recordset::OnFailure::AllOrNothing, [&](recordset::WriteBatch& batch) {
+        const bool isCheck = options.Ending == ImportEnding::CheckOnly;
+        std::vector<ImportRemark> remarks;
+        TakeCompany(session, lines, isCheck ? &remarks : nullptr);
+        ImportCounts counts;
+        if (IsThere(assets)) {
+            counts = ImportRecords(session, options, assets, onRecord);
+        } else if (isCheck) {
+            remarks.push_back({.Text = notFound, .Fails = true});
+        } else {
+            throw PlatformError(Failure::FileNotFound, notFound);
+        }
+        if (isCheck) batch.Rollback();
+        counts.Failing += std::count_if(remarks.begin(), remarks.end(), [](const ImportRemark& remark) { return remark.Fails; });
+        counts.Remarks.insert(counts.Remarks.begin(), remarks.begin(), remarks.end());
+        return std::optional(counts);
+    });
 }
 
 std::optional<ExportCounts> DosExport(CompanySession& session, const ExportOptions& options, const fs::path& file,
@@ -344,7 +395,11 @@ std::optional<ExportCounts> DosExport(CompanySession& session, const ExportOptio
         if (chosen == 0) {
             WriteCompanyFile(session, file);
             assets = AssetFileOf(file);
-            if (!IsThere(assets, file, "Asset Export file not found for this client:", prompts)) return {};
+            if (!IsThere(assets)) {
+                prompts.Message(NotFoundText("Asset Export file not found for this client:", assets, file), "Tallymar",
+                                MessageKind::Warning);
+                return {};
+            }
         }
         int book = chosen;
         const auto step = [&] {

@@ -69,7 +69,7 @@ void AsNotice4(UserRecord& record, const AssetColumn& column, int field) {
 }
 
 void AsSold(UserRecord& record, const AssetColumn& column, int field) {
-    record.Rows.Set(column, record.Rows.AmountOf(record[field]) > CurrencyAmount());
+    record.Rows.Set(column, record.Rows.NumberOf(record[field]) > 0);  // be it less than an amount can hold
 }
 
 // The date of service stands for the date of purchase where the file has only one of them, and the reverse.
@@ -213,7 +213,8 @@ std::array<int, kItems + 1> FieldsByPosition(const FieldDefinition& definition) 
 struct Layout {
     explicit Layout(const FieldDefinition& definition) : FieldAt(FieldsByPosition(definition)), Count(definition.FieldCount()) {}
 
-    bool Reads(int position) const { return FieldAt.at(static_cast<std::size_t>(position)) != 0 || Count > position; }
+    bool Claims(int position) const { return FieldAt.at(static_cast<std::size_t>(position)) != 0; }
+    bool Reads(int position) const { return Claims(position) || Count > position; }
     int ItemsRead() const {
         int items = 0;
         for (int position = 1; position <= kItems; ++position) items += Reads(position) ? 1 : 0;
@@ -277,6 +278,11 @@ ImportCounts UserImport(CompanySession& session, const UserImportOptions& option
             rows.Update();
         };
         if (!options.Definition.Has(kType)) rows.Remark("no box claims the depreciation type: taken as MACS");
+        if (layout.Count >= 1 && layout.Count <= kItems && !layout.Claims(layout.Count)) {
+            rows.Remark(
+                "item " + std::to_string(layout.Count) + ", the last, is claimed by no box: it is taken for the one after it",
+                true);
+        }
         bool more = !reader.AtEnd();
         while (more) {
             rows.BeginRecord(book);

@@ -22,8 +22,10 @@ QTableWidget* MakeList(const ImportCounts& counts, QWidget* parent) {
     list->setHorizontalHeaderLabels({QObject::tr("Record"), QObject::tr("Item"), QObject::tr("Result"), QObject::tr("What")});
     int row = 0;
     for (const ImportRemark& remark : counts.Remarks) {
-        const QString texts[] = {remark.Record == 0 ? QObject::tr("every") : QString::number(remark.Record),
-                                 remark.Item == 0 ? QString() : QString::number(remark.Item),
+        const QString record = remark.Line > 0     ? QObject::tr("company, line %1").arg(remark.Line)
+                               : remark.Record > 0 ? QString::number(remark.Record)
+                                                   : QObject::tr("every");
+        const QString texts[] = {record, remark.Item == 0 ? QString() : QString::number(remark.Item),
                                  remark.Fails ? QObject::tr("Fails") : QObject::tr("Changed"), ToQString(remark.Text)};
         int column = 0;
         for (const QString& text : texts) {

@@ -5,21 +5,7 @@
 namespace tallymar {
 
 AssetPass::AssetPass(CompanySession& session, Prompts& prompts, std::string_view index)
-    : session_(session),
-      prompts_(prompts),
-      assets_(session.AssetsRecordset()),
-      bookmark_(assets_.HasCurrentRow() ? assets_.Bookmark() : std::string()) {
-    assets_.SetIndex(index);
-}
-
-AssetPass::~AssetPass() {
-    try {
-        assets_.SetIndex("AssetNum");
-        if (!bookmark_.empty()) assets_.SetBookmark(bookmark_);
-    } catch (const PlatformError&) {
-        // The failure that the pass itself met is the one to tell.
-    }
-}
+    : session_(session), prompts_(prompts), assets_(session.AssetsRecordset()), place_(assets_, index) {}
 
 std::int64_t AssetPass::Start() {
     done_ = 0;

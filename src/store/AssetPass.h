@@ -6,20 +6,17 @@
 
 #include "platform/prompts/Prompts.h"
 #include "platform/runtime/PlatformError.h"
+#include "store/AssetPlace.h"
 #include "store/CompanySession.h"
 
 namespace tallymar {
 
-// The one way over all assets. However it ends, the session's recordset is in the order of AssetNum again and on the row where it
-// stood: the asset form may be open over it, and what it is asked to copy or save next is the asset on the screen.
+// The one way over all assets. However it ends, the session's recordset stands where it stood (AssetPlace).
 //
 // A command that goes over the assets more than once makes one AssetPass and calls ForEach as often.
 class AssetPass {
  public:
     AssetPass(CompanySession& session, Prompts& prompts, std::string_view index = "AssetNum");
-    ~AssetPass();
-    AssetPass(const AssetPass&) = delete;
-    AssetPass& operator=(const AssetPass&) = delete;
 
     // Reads every asset into the record, in the order of the index, and calls visit() each time. The asset is the session's
     // current row meanwhile, and WriteAssetRecord rewrites it; what is written must not change the index's own columns, or the
@@ -50,7 +47,7 @@ class AssetPass {
     CompanySession& session_;
     Prompts& prompts_;
     recordset::Recordset& assets_;
-    std::string bookmark_;  // of where the recordset stood; empty: nowhere
+    AssetPlace place_;
     std::int64_t done_ = 0;
 };
 

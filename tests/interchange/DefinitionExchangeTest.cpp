@@ -55,6 +55,8 @@ TEST_F(DefinitionExchangeTest, AnUnclaimedLastItemBeginsTheNextRecord) {
     const auto unclaimed = Definition("2", {{1, "1"}});
     Import(unclaimed, "B1,B2\r\nB3,B4\r\n");
     EXPECT_EQ(Count(), 6);
+    EXPECT_EQ(ImportRemarkText(Import(unclaimed, "B1,B2\r\n", false, ImportEnding::CheckOnly).Remarks.back()).substr(0, 54),
+              "every record: item 2, the last, is claimed by no box: ");
 }
 
 TEST_F(DefinitionExchangeTest, TheRulesOfTheColumns) {
@@ -200,6 +202,57 @@ TEST_F(DefinitionExchangeTest, ACompanyOfTheDosEdition) {
     const auto exported = DosExport(company_.Session, {.Book = "Company"}, control, company_.Prompts);
     EXPECT_EQ(CountLines(*exported)[2].Count, 1);
     EXPECT_EQ(test::ReadAll(control).substr(0, 16), "Mills, Sons & Co");
+}
+
+std::string DosRecord(const std::string& number, const std::string& account, const std::string& type = "MCRS") {
+    return number + ",,,Lathe,," + account + ",,5/1/2003,,,,N,PP," + type +
+           ",DB,100,5,5,100,0,0,0,0,0,0,0,0,0,0,200,N,N,Y,N,N,N,N,0,N,0\r\n";
+}
+
+TEST_F(DefinitionExchangeTest, ACheckKeepsItsPlaceAfterAFailureAndTriesTheCompanyFile) {
+    const std::filesystem::path control = company_.Folder / "assetctl.c01";
+    test::WriteAll(control, "Mills\r\n\r\n\r\n" + std::string(300, '9') + "\r\n\r\n\r\n\r\n\r\n\r\nYES\r\n");
+    test::WriteAll(company_.Folder / "aascii.c01",
+                   DosRecord("A1", "1234567890123") + DosRecord("A2", "15") + DosRecord("A3", "15", "QQ") + "A4,,");
+    const auto check =
+        DosImport(company_.Session, {.Type = "Company", .Ending = ImportEnding::CheckOnly}, control, company_.Prompts);
+    ASSERT_TRUE(check.has_value());
+    std::vector<std::string> places;
+    for (const ImportRemark& remark : check->Remarks) {
+        const std::string text = ImportRemarkText(remark);
+        places.push_back(text.substr(0, text.find(':')) + (remark.Fails ? " fails" : ""));
+    }
+    EXPECT_EQ(places, (std::vector<std::string>{"company file, line 4 fails", "company file, line 10", "record 1, item 6 fails",
+                                                "record 3, item 14", "record 4, item 4 fails"}));
+    EXPECT_EQ(check->Failing, 3);
+    EXPECT_NE(company_.Session.CompanyName(), "Mills");
+    EXPECT_EQ(Count(), 0);
+}
+
+TEST_F(DefinitionExchangeTest, AllOrNothingIsOfTheCompanyFileToo) {
+    const std::string before = company_.Session.CompanyName();
+    const std::filesystem::path control = company_.Folder / "assetctl.c01";
+    test::WriteAll(control, "Mills\r\n");
+    const DosImportOptions options{.Type = "Company", .Ending = ImportEnding::AllOrNothing};
+    EXPECT_EQ(test::NumberOf([&] { DosImport(company_.Session, options, control, company_.Prompts); }), 53);
+    test::WriteAll(company_.Folder / "aascii.c01", DosRecord("A1", "15") + DosRecord("A1", "1234567890123"));
+    EXPECT_EQ(test::NumberOf([&] { DosImport(company_.Session, options, control, company_.Prompts); }), 3163);
+    EXPECT_EQ(company_.Session.CompanyName(), before);
+    EXPECT_EQ(Count(), 0);
+    test::WriteAll(company_.Folder / "aascii.c01", DosRecord("A1", "15"));
+    EXPECT_EQ(DosImport(company_.Session, options, control, company_.Prompts)->Added, 1);
+    EXPECT_EQ(company_.Session.CompanyName(), "Mills");
+}
+
+// The asset form may show one over which an import runs.
+TEST_F(DefinitionExchangeTest, AnImportLeavesTheAssetWhereItWas) {
+    const auto definition = Definition("2", {{1, "1"}, {6, "2"}});
+    Import(definition, "A1,1\nA2,2\n");
+    Stored("A2");
+    Import(definition, "A0,1\nA3,3\n");
+    EXPECT_EQ(company_.Session.AssetsRecordset().Get("AssetNum").ToText(), "A2");
+    EXPECT_EQ(test::NumberOf([&] { Import(definition, "A4,1\nA5,1234567890123\n"); }), 3163);
+    EXPECT_EQ(company_.Session.AssetsRecordset().Get("AssetNum").ToText(), "A2");
 }
 
 }  // namespace
