@@ -3,7 +3,9 @@
 #include <memory>
 
 #include "cli/Commands.h"
+#include "cli/FilePrompts.h"
 #include "interchange/DosExchange.h"
+#include "interchange/ExchangeDialogs.h"
 #include "interchange/UserExport.h"
 #include "interchange/UserImport.h"
 #include "platform/runtime/PlatformError.h"
@@ -29,6 +31,7 @@ struct Flags {
     bool AddNew = false;
     bool Check = false;
     bool AllOrNothing = false;
+    bool Yes = false;
 
     ImportEnding Ending() const {
         return Check ? ImportEnding::CheckOnly : AllOrNothing ? ImportEnding::AllOrNothing : ImportEnding::KeepDone;
@@ -60,6 +63,14 @@ void AddSelection(CLI::App& command, Flags& flags) {
     command.add_option("--year", flags.Year, "Only assets in this year of their life, as of the book's year end");
     command.add_option("--division", flags.Division, "Only assets of this division");
     command.add_option("--department", flags.Department, "Only assets of this department");
+    command.add_flag("--yes", flags.Yes, "Replace a file that is there without asking");
+}
+
+// An export asks before it replaces the file, once it is known that there is something to write.
+void RequireMayWrite(CompanySession& session, const Flags& flags, Context& context) {
+    ExportYearEnd(session, flags.Kind);
+    FilePrompts asking(context.Asking(), flags.File, flags.Data, flags.Yes);
+    if (!asking.AskSaveFile(ExportDialog(session, flags.Kind))) throw PlatformError(Failure::InvalidCall, "Nothing was written");
 }
 
 void PrintCounts(const std::vector<CountLine>& lines) {
@@ -72,6 +83,7 @@ void EndCheck(const ImportCounts& counts) {
         std::cout << ToUtf8(ImportRemarkText(remark)) << (remark.Fails ? " (fails)\n" : "\n");
     }
     if (counts.RemarksLeftOut > 0) std::cout << "and " << counts.RemarksLeftOut << " more\n";
+    std::cout << ToUtf8(ImportCheckText(counts)) << '\n';
     if (counts.Failing > 0) throw PlatformError(Failure::InvalidCall, "The file would not be taken whole; nothing was written");
 }
 
@@ -105,8 +117,9 @@ void AddExportCommand(CLI::App& app, Context& context) {
     AddSelection(*command, *flags);
     command->callback([flags, &context] {
         const FieldDefinition definition = FieldDefinition::Load(flags->Definition);
-        const ExportCounts counts =
-            UserExport(context.Open(flags->File), definition, flags->Selection(), flags->Data, context.Asking());
+        CompanySession& session = context.Open(flags->File);
+        RequireMayWrite(session, *flags, context);
+        const ExportCounts counts = UserExport(session, definition, flags->Selection(), flags->Data, context.Asking());
         std::cout << UserExportDoneText(counts) << '\n';
     });
 }
@@ -124,7 +137,7 @@ void AddExchangeCommand(CLI::App& app, Context& context) {
     import->callback([in, &context] {
         const DosImportOptions options{.Type = in->Kind, .AddNew = in->Duplicates == "add", .Ending = in->Ending()};
     const auto counts = DosImport(context.Open(in->File), options, in->Data, context.Asking());
-    if (!counts) return;
+    if (!counts) throw PlatformError(Failure::InvalidCall, "The company's profile was taken, but no assets");
     if (in->Check) return EndCheck(*counts);
     PrintCounts(CountLines(*counts));
 });
@@ -135,8 +148,11 @@ AddFiles(*exporting, *out, "File to write");
 AddKind(*exporting, *out, "--type");
 AddSelection(*exporting, *out);
 exporting->callback([out, &context] {
-    const auto counts = DosExport(context.Open(out->File), out->Selection(), out->Data, context.Asking());
-    if (counts) PrintCounts(CountLines(*counts));
+    CompanySession& session = context.Open(out->File);
+    RequireMayWrite(session, *out, context);
+    const auto counts = DosExport(session, out->Selection(), out->Data, context.Asking());
+    if (!counts) throw PlatformError(Failure::InvalidCall, "The company file was written, but no assets");
+    PrintCounts(CountLines(*counts));
 });
 }  // namespace tallymar::cli
 

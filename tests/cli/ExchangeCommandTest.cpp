@@ -1,0 +1,42 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "CliRunner.h"
+
+namespace tallymar::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(ExchangeCommand, AsksBeforeAFileIsReplacedAndFailsWhenARunIsRefused) {
+    const CliRunner cli;
+    cli.Good("new c.mdb");
+    cli.Good("company c.mdb --set FYEFederal=2003-12-31");
+    cli.Write("ImpDef1.Dat", "2\n1\n2\n");
+    cli.Write("data.txt", "A1,East\nA2,West\n");
+    EXPECT_THAT(cli.Good("import c.mdb data.txt --book federal --definition ImpDef1.Dat --check"),
+                HasSubstr("Records to add: 2    to update: 0"));
+    cli.Good("import c.mdb data.txt --book federal --definition ImpDef1.Dat");
+
+    EXPECT_THAT(cli.Good("exchange export c.mdb aascii --type federal"), StartsWith("Total Assets = 2\n"));
+    const std::string written = cli.Read("aascii");
+    cli.Write("data.txt", "kept");
+    for (const char* command :
+         {"exchange export c.mdb data.txt --type federal", "export c.mdb data.txt --book federal --definition ImpDef1.Dat"}) {
+        const CliResult asked = cli(command);
+        EXPECT_EQ(asked.ExitStatus, 1) << command;
+        EXPECT_THAT(asked.Error, HasSubstr("data.txt already exists. Replace it?"));
+        EXPECT_EQ(cli.Read("data.txt"), "kept");
+    }
+    cli.Good("exchange export c.mdb data.txt --type federal --yes");
+    EXPECT_EQ(cli.Read("data.txt"), written);
+
+    const CliResult refused = cli("exchange export c.mdb assetctl.c01 --type company");
+    EXPECT_EQ(refused.ExitStatus, 1);
+    EXPECT_THAT(refused.Error, StartsWith("Asset Export file not found for this client:\n"));
+    EXPECT_EQ(cli("exchange import c.mdb assetctl.c01 --type company").ExitStatus, 1);
+}
+
+}  // namespace
+}  // namespace tallymar::test
