@@ -1,6 +1,6 @@
 #include "interchange/AssetExport.h"
 
-#include "interchange/UserImport.h"
+#include "interchange/ExchangeBook.h"
 #include "platform/runtime/DateText.h"
 #include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/FileReplacement.h"
@@ -19,8 +19,8 @@ Date ExportYearEnd(CompanySession& session, std::string_view book) {
 }
 
 ExportCounts WriteAssets(CompanySession& session, const ExportOptions& options, const std::filesystem::path& path,
-                         Prompts& prompts, const std::function<void(const AssetRecord& asset, std::string& line)>& line,
-                         const std::function<void()>& beforeEach) {
+                         Prompts& prompts, const std::function<int()>& book,
+                         const std::function<void(const ExportedAsset& asset, std::string& line)>& line) {
     const Date yearEnd = ExportYearEnd(session, options.Book);
     RequireApart(path, session.DatabaseFileName());
     RequireOrdinaryOutput(path);
@@ -28,8 +28,9 @@ ExportCounts WriteAssets(CompanySession& session, const ExportOptions& options, 
     ExportCounts counts;
     std::string text;
     AssetRecord asset;
+    const StoredTexts stored(session.AssetsRecordset());
     AssetPass(session, prompts).ForEach(asset, [&] {
-        if (beforeEach) beforeEach();
+        const int itsBook = book();
         ++counts.Total;
         if (!options.Year.empty() && Val(options.Year) != YearsAndMonths(asset.InService, yearEnd).Years) return;
         const bool isElsewhere = (!options.Division.empty() && options.Division != asset.Division.Trimmed()) ||
@@ -40,7 +41,7 @@ ExportCounts WriteAssets(CompanySession& session, const ExportOptions& options, 
         }
         ++counts.Exported;
         text.clear();
-        line(asset, text);
+        line({.Record = asset, .Stored = stored, .Book = itsBook}, text);
         file.Write(text);
     });
     file.Commit();

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "interchange/ExportItems.h"
 #include "platform/prompts/Prompts.h"
 #include "store/CompanySession.h"
 
@@ -31,11 +32,13 @@ struct ExportCounts {
 // profile has none.
 Date ExportYearEnd(CompanySession& session, std::string_view book);
 
-// Writes the selected assets, in the order of AssetNum, as `line` gives them (Windows-1252, line end included). The file is there
-// whole or not at all. Failures: those of reading the company and of FileReplacement.
+// Writes the selected assets, in the order of AssetNum, as `line` gives them (Windows-1252, line end included). Of each asset of
+// the company, selected or not, `book` is asked which book it is to be written for.
+// COMPAT: the file is there whole or not at all; an export that fails leaves the earlier one and not what it had written.
+// Failures: those of reading the company and of FileReplacement.
 ExportCounts WriteAssets(CompanySession& session, const ExportOptions& options, const std::filesystem::path& file,
-                         Prompts& prompts, const std::function<void(const AssetRecord& asset, std::string& line)>& line,
-                         const std::function<void()>& beforeEach = {});
+                         Prompts& prompts, const std::function<int()>& book,
+                         const std::function<void(const ExportedAsset& asset, std::string& line)>& line);
 
 // A date as its plain text, nothing for one that begins "12:00", as date 0 does.
 std::string ExportDate(Date date);

@@ -138,6 +138,7 @@ void ImportedRows::SetInteger(const AssetColumn& column, std::string_view text) 
 }
 
 void ImportedRows::SetFlag(const AssetColumn& column, std::string_view text, std::string_view yes) {
+    if (!text.empty() && text != "Y" && text != "N" && text != yes) Remark(Quote(text) + " is neither Y nor N: taken as No");
     Set(column, text == yes);
 }
 
@@ -198,7 +199,8 @@ ImportedCode ImportedDeprMethod(std::string_view code) {
     return {.Index = static_cast<std::int16_t>(found - kDeprMethods.begin())};
 }
 
-ImportCounts RunImport(CompanySession& session, ImportEnding ending, const std::function<std::string(int number)>& told,
+ImportCounts RunImport(CompanySession& session, ImportEnding ending, const SequentialReader& file,
+                       const std::function<std::string(int number)>& told,
                        const std::function<void(ImportedRows& rows, const ImportCounts& counts)>& body) {
     using recordset::OnFailure;
     ImportCounts counts;
@@ -209,6 +211,8 @@ ImportCounts RunImport(CompanySession& session, ImportEnding ending, const std::
         const OnFailure onFailure = ending == ImportEnding::KeepDone ? OnFailure::KeepDone : OnFailure::AllOrNothing;
         recordset::RunBatch(session.Database(), onFailure, [&](recordset::WriteBatch& batch) {
             ImportedRows rows(assets, ending, counts);
+            if (file.HasLostLetters()) rows.Remark("the file " + std::string(kLostLetters));
+            if (ending == ImportEnding::CheckOnly && file.LooksUtf8()) rows.Remark("the file " + std::string(kLooksUtf8));
             try {
                 body(rows, counts);
             } catch (const PlatformError&) {

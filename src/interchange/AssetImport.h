@@ -12,6 +12,7 @@
 #include "platform/runtime/CurrencyAmount.h"
 #include "platform/runtime/PerBook.h"
 #include "platform/runtime/PlatformError.h"
+#include "platform/runtime/SequentialFile.h"
 #include "store/AssetColumns.h"
 #include "store/CompanySession.h"
 
@@ -45,6 +46,11 @@ struct ImportCounts {
     std::int64_t RemarksLeftOut = 0;  // that are not among them
     std::int64_t Failing = 0;         // of all remarks
 };
+
+// What a check says of a file, or of a line of it, whose letters are not taken as they are meant.
+inline constexpr std::string_view kLostLetters = "has characters that Windows-1252 does not have: each is taken as ?";
+inline constexpr std::string_view kLooksUtf8 =
+    "looks like UTF-8 without its mark: a letter beyond ASCII is taken as two or three";
 
 // Hears the counts after each record, and what share of the file has been read, 0 to 1.
 using ImportProgress = std::function<void(const ImportCounts& counts, double share)>;
@@ -124,8 +130,10 @@ ImportedCode ImportedDeprType(std::string_view code);
 ImportedCode ImportedDeprMethod(std::string_view code);
 
 // Runs an import as one batch over the session's assets, in the order of AssetNum. A failure of a record goes to the caller with
-// `told` (given the failure's number) before its text and the count of records stored after it.
-ImportCounts RunImport(CompanySession& session, ImportEnding ending, const std::function<std::string(int number)>& told,
+// `told` (given the failure's number) before its text and the count of records stored after it. `file` is what the records are
+// read from.
+ImportCounts RunImport(CompanySession& session, ImportEnding ending, const SequentialReader& file,
+                       const std::function<std::string(int number)>& told,
                        const std::function<void(ImportedRows& rows, const ImportCounts& counts)>& body);
 
 }  // namespace tallymar

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "interchange/UserImport.h"
+#include "interchange/ExchangeBook.h"
+#include "interchange/ExportItems.h"
 #include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/FindFile.h"
 #include "platform/runtime/PlatformError.h"
@@ -76,7 +77,7 @@ void AsFlag(DosRecord& record, const AssetColumn* column, const std::string& tex
     record.Rows.SetFlag(*column, text);
 }
 void AsLikeKind(DosRecord& record, const AssetColumn* column, const std::string& text) {
-    record.Rows.SetFlag(*column, text);
+    record.Rows.Set(*column, text == "Y");
     record.Rows.SetFlag(ColumnOf(&R::Notice4), text, "4");
 }
 void AsFirstLetter(DosRecord& record, const AssetColumn* column, const std::string& text) {
@@ -152,9 +153,8 @@ int NextBook(int book) {
     return book == kLastBook ? kFirstBook : book + 1;
 }
 
-std::vector<std::string> ReadCompanyFile(const fs::path& path) {
+std::vector<std::string> ReadCompanyFile(SequentialReader& file) {
     std::vector<std::string> lines;
-    SequentialReader file(path);
     while (lines.size() < kCompanyLines && file.HasLine()) lines.push_back(file.ReadLine());
     lines.resize(kCompanyLines);
     return lines;
@@ -164,13 +164,14 @@ std::vector<std::string> ReadCompanyFile(const fs::path& path) {
 recordset::Value CompanyValue(const std::string& text, recordset::FieldType type, std::string* unlike) {
     if (type == recordset::FieldType::Date) {
         const Date date = TextToDate(text);
-        if (date == Date() && !Trim(text).empty()) *unlike = "no date: none is stored";
+        if (date == Date() && !Trim(text).empty()) *unlike = "is no date: none is stored";
         return date;
     }
     if (type == recordset::FieldType::Boolean) {
-        if (!text.empty() && text != "Y" && text != "N") *unlike = "neither Y nor N: N is stored";
+        if (!text.empty() && text != "Y" && text != "N") *unlike = "is neither Y nor N: taken as No";
         return text == "Y";
     }
+    if (LooksLikeUtf8(text)) *unlike = kLooksUtf8;
     return text;
 }
 
@@ -188,7 +189,7 @@ void TakeCompany(CompanySession& session, const std::vector<std::string>& lines,
             std::string unlike;
             try {
                 company.Set(line.Column, CompanyValue(text, company.Definition().FindField(line.Column)->Type, &unlike));
-                if (remarks != nullptr && !unlike.empty()) remark("\"" + text + "\" is " + unlike, false);
+                if (remarks != nullptr && !unlike.empty()) remark("\"" + text + "\" " + unlike, false);
             } catch (const PlatformError& failure) {
                 if (remarks == nullptr) throw failure.WithPrefix("company file, line " + std::to_string(line.Line) + ": ");
                 remark(failure.what(), true);
@@ -206,7 +207,7 @@ ImportCounts ImportRecords(CompanySession& session, const DosImportOptions& opti
     const int chosen = ExchangeBook(options.Type);
     SequentialReader file(path);
     const auto told = [](int) { return std::string("An error has occurred during import."); };
-    return RunImport(session, options.Ending, told, [&](ImportedRows& rows, const ImportCounts& counts) {
+    return RunImport(session, options.Ending, file, told, [&](ImportedRows& rows, const ImportCounts& counts) {
         std::array<std::string, kItemRules.size() + 1> items;
         const auto readOne = [&] {
             // The whole record before any of it is stored: an item that fails leaves the file at the next record.
@@ -237,61 +238,6 @@ ImportCounts ImportRecords(CompanySession& session, const DosImportOptions& opti
 }
 
 // --- The export
-
-std::string NewOrUsed(const AssetRecord& asset) {
-    const std::string_view text = asset.NewUsed.View();
-    return std::string(text == "N" ? "New" : text == "U" ? "Used" : text);
-}
-
-std::string RecordOf(const AssetRecord& a, int book) {
-    const std::string items[] = {
-        a.AssetNum.ToString(),
-        std::string(a.Division.Trimmed()),
-        std::string(a.Department.Trimmed()),
-        a.Description,
-        a.SerialNum,
-        a.AccountNum,
-        ExportDate(a.Purchased),
-        ExportDate(a.InService),
-        ExportDate(a.DateSold),
-        ExportDate(a.DateDeprToo[book]),
-        a.CodeSection,
-        NewOrUsed(a),
-        a.AssetType,
-        std::string(DeprTypeCode(a.DeprType[book])),
-        std::string(DeprMethodCode(a.DeprMethod[book])),
-        a.BusinessUse.ToText(),
-        a.ClassLife.ToText(),
-        a.Period[book].ToText(),
-        a.Basis[book].ToText(),
-        (a.Basis[book] - a.Salvage[book] - a.Section179[book]).ToText(),
-        a.Salvage[book].ToText(),
-        a.PrevDepr[book].ToText(),
-        a.CurrDepr[book].ToText(),
-        a.Section179[book].ToText(),
-        a.DeprLimit[book].ToText(),
-        a.SoldAmount.ToText(),
-        a.SoldExpense.ToText(),
-        a.TaxCredit[book].ToText(),
-        a.TaxCreditUsed[book].ToText(),
-        std::to_string(a.DBPercent[book]),
-        std::string(YesOrNo(a.Auto[book])),
-        std::string(YesOrNo(a.Listed[book])),
-        a.IRSConvUsed[book].ToString(),
-        std::string(YesOrNo(a.Abandoned)),
-        std::string(YesOrNo(a.Casualty)),
-        std::string(YesOrNo(a.LikeKind)),
-        std::string(YesOrNo(a.Sold)),
-        a.FairMktValue.ToText(),
-        std::string(YesOrNo(a.Agri[book])),
-        a.AddlDepr[book].ToText(),
-    };
-    static_assert(std::size(items) == kItemRules.size() + 1);
-    std::string record;
-    for (const std::string& item : items) record.append(item).append(1, ',');
-    record.back() = '\r';
-    return record + '\n';
-}
 
 std::vector<std::string> CompanyFileLines(CompanySession& session) {
     std::vector<std::string> lines(kCompanyLines);
@@ -358,7 +304,8 @@ void WriteCompanyFile(CompanySession& session, const fs::path& path) {
 std::optional<ImportCounts> DosImport(CompanySession& session, const DosImportOptions& options, const fs::path& file,
                                       Prompts& prompts, const ImportProgress& onRecord) {
     if (ExchangeBook(options.Type) != 0) return ImportRecords(session, options, file, onRecord);
-    const std::vector<std::string> lines = ReadCompanyFile(file);
+    SequentialReader companyFile(file);
+    const std::vector<std::string> lines = ReadCompanyFile(companyFile);
     const fs::path assets = AssetFileOf(file);
     const std::string notFound = NotFoundText("Asset import file not found for this client:", assets, file);
     if (options.Ending == ImportEnding::KeepDone) {
@@ -370,6 +317,7 @@ std::optional<ImportCounts> DosImport(CompanySession& session, const DosImportOp
     return recordset::RunBatch(session.Database(), recordset::OnFailure::AllOrNothing, [&](recordset::WriteBatch& batch) {
         const bool isCheck = options.Ending == ImportEnding::CheckOnly;
         std::vector<ImportRemark> remarks;
+        if (companyFile.HasLostLetters()) remarks.push_back({.Text = "the file " + std::string(kLostLetters), .Line = 1});
         TakeCompany(session, lines, isCheck ? &remarks : nullptr);
         ImportCounts counts;
         if (IsThere(assets)) {
@@ -404,10 +352,13 @@ std::optional<ExportCounts> DosExport(CompanySession& session, const ExportOptio
         int book = chosen;
         const auto step = [&] {
             if (chosen == 0) book = NextBook(book);
+            return book;
         };
-        return WriteAssets(
-            session, options, assets, prompts, [&](const AssetRecord& asset, std::string& line) { line = RecordOf(asset, book); },
-            step);
+        return WriteAssets(session, options, assets, prompts, step, [](const ExportedAsset& asset, std::string& line) {
+            for (const ExportItem& item : ExportItems()) line.append(item.DosText(asset)).append(1, ',');
+            line.back() = '\r';
+            line += '\n';
+        });
     } catch (const PlatformError& failure) {
         throw failure.WithPrefix("An error has occurred during Export.\n");
     }

@@ -1,7 +1,7 @@
 #include "interchange/ExchangeDialogs.h"
 
 #include "interchange/AssetExport.h"
-#include "interchange/UserImport.h"
+#include "interchange/ExchangeBook.h"
 #include "platform/runtime/PlatformError.h"
 
 namespace tallymar {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "interchange/ExchangeBook.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/SequentialFile.h"
 #include "platform/runtime/Windows1252.h"
@@ -62,6 +63,11 @@ void AsAmount(UserRecord& record, const AssetColumn& column, int field) {
 
 void AsFlag(UserRecord& record, const AssetColumn& column, int field) {
     record.Rows.SetFlag(column, record[field]);
+}
+
+// "4" is of the field's other column, which says what is neither.
+void AsLikeKind(UserRecord& record, const AssetColumn& column, int field) {
+    record.Rows.Set(column, record[field] == "Y");
 }
 
 void AsNotice4(UserRecord& record, const AssetColumn& column, int field) {
@@ -171,7 +177,7 @@ constexpr auto kRules = std::to_array<ColumnRule>({
     {16, &ColumnOf(&R::BusinessUse), AsBusinessUse},
     {kClassLife, &ColumnOf(&R::ClassLife), AsEitherLife},
     {35, &ColumnOf(&R::Casualty), AsFlag},
-    {36, &ColumnOf(&R::LikeKind), AsFlag},
+    {36, &ColumnOf(&R::LikeKind), AsLikeKind},
     {36, &ColumnOf(&R::Notice4), AsNotice4},
     {34, &ColumnOf(&R::Abandoned), AsFlag},
     {26, &ColumnOf(&R::Sold), AsSold},
@@ -240,13 +246,6 @@ void ReadItems(SequentialReader& file, const Layout& layout, UserRecord& record)
 
 }  // namespace
 
-int ExchangeBook(std::string_view name) {
-    const auto found = std::find(kExchangeBooks.begin(), kExchangeBooks.end(), name);
-    if (found == kExchangeBooks.end())
-        throw PlatformError(Failure::InvalidCall, "There is no book \"" + std::string(name) + "\"");
-    return static_cast<int>(found - kExchangeBooks.begin());
-}
-
 std::string UserImportCountText(const ImportCounts& counts) {
     return "Assets Added = " + std::to_string(counts.Added + counts.Duplicates) +
            "  Assets Updated = " + std::to_string(counts.Updated);
@@ -264,7 +263,7 @@ ImportCounts UserImport(CompanySession& session, const UserImportOptions& option
     const int book = ExchangeBook(options.Book);
     SequentialReader reader(file);
     const auto told = [](int number) { return "An error " + std::to_string(number) + " has occurred during import"; };
-    return RunImport(session, options.Ending, told, [&](ImportedRows& rows, const ImportCounts& counts) {
+    return RunImport(session, options.Ending, reader, told, [&](ImportedRows& rows, const ImportCounts& counts) {
         UserRecord record{.Definition = options.Definition, .Rows = rows, .Text = {}};
         const auto readOne = [&] {
             ReadItems(reader, layout, record);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -33,9 +32,5 @@ std::string UserImportCountText(const ImportCounts& counts);
 // looked for.
 ImportCounts UserImport(CompanySession& session, const UserImportOptions& options, const std::filesystem::path& file,
                         const ImportProgress& onRecord = {});
-
-inline constexpr std::array<std::string_view, 5> kExchangeBooks = {"Company", "Federal", "State", "Book", "AMT"};
-// 0 for "Company", 1 to 4 for "Federal", "State", "Book" and "AMT"; InvalidCall for anything else.
-int ExchangeBook(std::string_view name);
 
 }  // namespace tallymar

@@ -3,7 +3,7 @@
 #include <QGridLayout>
 #include <QLabel>
 
-#include "interchange/UserImport.h"
+#include "interchange/ExchangeBook.h"
 #include "platform/controls/CSOptList.h"
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/ScreenText.h"

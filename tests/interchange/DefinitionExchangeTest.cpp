@@ -154,6 +154,7 @@ TEST_F(DefinitionExchangeTest, AnExportIsInOrderOfPositions) {
 TEST_F(DefinitionExchangeTest, TheDosFilesComeBackAsTheyWent) {
     AssetRecord asset = test::Machine("A1", Date::FromYmd(2003, 5, 1), 1000);
     asset.Description = "Lathe";
+    asset.CodeSection = "1245";
     asset.DeprType[3] = kGenl;
     asset.LikeKind = true;
     asset.Salvage[3] = CurrencyAmount::FromTenThousandths(2500);
@@ -253,6 +254,39 @@ TEST_F(DefinitionExchangeTest, AnImportLeavesTheAssetWhereItWas) {
     EXPECT_EQ(company_.Session.AssetsRecordset().Get("AssetNum").ToText(), "A2");
     EXPECT_EQ(test::NumberOf([&] { Import(definition, "A4,1\nA5,1234567890123\n"); }), 3163);
     EXPECT_EQ(company_.Session.AssetsRecordset().Get("AssetNum").ToText(), "A2");
+}
+
+TEST_F(DefinitionExchangeTest, ACheckTellsWhatIsTakenOtherwise) {
+    const auto definition = Definition("5", {{1, "1"}, {14, "2"}, {31, "3"}, {36, "4"}, {26, "5"}});
+    const auto remarks = [&](std::string_view contents) {
+        std::vector<std::string> texts;
+        for (const auto& remark : Import(definition, contents, false, ImportEnding::CheckOnly).Remarks) {
+            texts.push_back(ImportRemarkText(remark));
+        }
+        return texts;
+    };
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(remarks("A1,MCRS,y,4,\nA2,MCRS,Y,Yes,0.00001\n"),
+              (Texts{"record 1, item 3: \"y\" is neither Y nor N: taken as No",
+                     "record 2, item 4: \"Yes\" is neither Y nor N: taken as No"}));
+    Import(definition, "A2,MCRS,Y,N,0.00001\n");
+    EXPECT_TRUE(Stored("A2").Sold) << "sold for less than an amount can hold";
+    const std::string lathe = "\xD0\xA1";  // a Cyrillic letter in UTF-8
+    EXPECT_EQ(remarks("\xEF\xBB\xBF" + lathe + ",MCRS,Y,N,0\n"),
+              Texts{"every record: the file has characters that Windows-1252 does not have: each is taken as ?"});
+    EXPECT_EQ(remarks(lathe + ",MCRS,Y,N,0\n").front().substr(0, 33), "every record: the file looks like");
+    EXPECT_EQ(remarks("\xC9t\xE9,MCRS,Y,N,0\n"), Texts{}) << "Windows-1252";
+}
+
+// Reading an asset fills in its code section and pads its texts; the files have them as they are stored.
+TEST_F(DefinitionExchangeTest, TextsGoOutAsTheyAreStored) {
+    Import(Definition("4", {{1, "1"}, {8, "2"}, {11, "3"}, {17, "4"}}), "A1,5/1/2003,,5\n");
+    const std::filesystem::path file = company_.Folder / "out.txt";
+    UserExport(company_.Session, Definition("5", {{1, "1"}, {11, "2"}, {33, "3"}, {12, "4"}, {2, "5"}}), {}, file,
+               company_.Prompts);
+    EXPECT_EQ(test::ReadAll(file), "A1,,,NEW,\r\n");
+    DosExport(company_.Session, {}, file, company_.Prompts);
+    EXPECT_EQ(test::ReadAll(file).substr(0, 28), "A1,,,,,,5/1/2003,5/1/2003,,,");
 }
 
 }  // namespace

@@ -20,17 +20,14 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-std::string LoadText(const std::filesystem::path& path) {
-    std::string contents = ReadWholeFile(path);
-    // Today's editors save as UTF-8 with a mark; files of the DOS days end in a Ctrl-Z.
-    if (contents.starts_with(kUtf8Mark)) contents = FromUtf8(std::string_view(contents).substr(kUtf8Mark.size()));
-    while (!contents.empty() && contents.back() == kDosEndOfFile) contents.pop_back();
-    return contents;
-}
-
 }  // namespace
 
-SequentialReader::SequentialReader(const std::filesystem::path& path) : contents_(LoadText(path)) {}
+SequentialReader::SequentialReader(const std::filesystem::path& path) : contents_(ReadWholeFile(path)) {
+    // Today's editors save as UTF-8 with a mark; files of the DOS days end in a Ctrl-Z.
+    isMarked_ = contents_.starts_with(kUtf8Mark);
+    if (isMarked_) contents_ = FromUtf8(std::string_view(contents_).substr(kUtf8Mark.size()), &hasLostLetters_);
+    while (!contents_.empty() && contents_.back() == kDosEndOfFile) contents_.pop_back();
+}
 
 double SequentialReader::ShareRead() const {
     return contents_.empty() ? 1 : static_cast<double>(position_) / static_cast<double>(contents_.size());

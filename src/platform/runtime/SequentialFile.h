@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/runtime/CurrencyAmount.h"
+#include "platform/runtime/Windows1252.h"
 
 namespace tallymar {
 
@@ -18,6 +19,11 @@ namespace tallymar {
 class SequentialReader {
  public:
     explicit SequentialReader(const std::filesystem::path& path);
+
+    // A file that begins with the mark of UTF-8 is read as such. Has it characters that Windows-1252 has not ("?" now)?
+    bool HasLostLetters() const { return hasLostLetters_; }
+    // Is it UTF-8 all the same, though no mark tells? It is read as Windows-1252. Goes over the whole file.
+    bool LooksUtf8() const { return !isMarked_ && LooksLikeUtf8(contents_); }
 
     bool AtEnd() const;        // nothing but blank lines is left
     double ShareRead() const;  // of the file, 0 to 1
@@ -38,6 +44,8 @@ class SequentialReader {
     std::string_view TakeUntil(std::string_view delimiters);
     std::string_view TakeQuoted();
 
+    bool isMarked_ = false;
+    bool hasLostLetters_ = false;
     std::string contents_;
     std::size_t position_ = 0;
     bool itemPending_ = false;  // the last item ended in a comma

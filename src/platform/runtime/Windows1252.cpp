@@ -148,6 +148,16 @@ std::string FromUtf8(std::string_view utf8, bool* lossy) {
     }
 }
 
+bool LooksLikeUtf8(std::string_view text) {
+    for (bool hasLetters = false;; hasLetters = true) {
+        text.remove_prefix(AsciiPrefix(text));
+        if (text.empty()) return hasLetters;
+        const Decoded decoded = Decode(text);
+        if (!decoded.Valid) return false;
+        text.remove_prefix(decoded.Length);
+    }
+}
+
 bool IsInWindows1252(char32_t character) {
     return ByteOf(character) >= 0;
 }

@@ -14,6 +14,9 @@ void AppendUtf8(std::string_view windows1252, std::string& out);
 // A character that Windows-1252 does not have, or a malformed sequence, becomes "?"; *lossy is then set to true.
 std::string FromUtf8(std::string_view utf8, bool* lossy = nullptr);
 
+// Is it well-formed UTF-8 that is not all ASCII? A text in Windows-1252 hardly ever is.
+bool LooksLikeUtf8(std::string_view text);
+
 bool IsInWindows1252(char32_t character);
 
 // A character that neither prints nor is a blank: 00 to 1F, 7F, and the five that the code page leaves undefined.
