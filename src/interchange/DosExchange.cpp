@@ -323,7 +323,9 @@ std::optional<ImportCounts> DosImport(CompanySession& session, const DosImportOp
         if (IsThere(assets)) {
             counts = ImportRecords(session, options, assets, onRecord);
         } else if (isCheck) {
-            remarks.push_back({.Text = notFound, .Fails = true});
+            std::string line = notFound;
+            std::replace(line.begin(), line.end(), '\n', ' ');
+            remarks.push_back({.Text = line, .Fails = true});
         } else {
             throw PlatformError(Failure::FileNotFound, notFound);
         }

@@ -36,10 +36,10 @@ std::vector<CountLine> CountLines(const ExportCounts& counts);  // "Total Assets
 std::filesystem::path AssetFileOf(const std::filesystem::path& companyFile);
 
 // Reads the chosen file. nullopt when, in the exchange of "Company", the asset file is missing: the company's profile has been
-// taken then, and a message says what was looked for. All or nothing is of profile and assets together: it fails with FileNotFound
-// then and takes neither. A failure in a record ends the import as PlatformError, its text beginning "An error has occurred during
-// import." and telling the record and item. A check writes neither assets nor profile, and remarks on the lines of the company
-// file before the records, and on an asset file that is missing.
+// taken then, and a message says what was looked for. All or nothing is of profile and assets together: it fails with
+// FileNotFound then and takes neither. A failure in a record ends the import as PlatformError, its text beginning "An error has
+// occurred during import." and telling the record and item. A check writes neither assets nor profile, and remarks on the lines
+// of the company file before the records, and on an asset file that is missing.
 std::optional<ImportCounts> DosImport(CompanySession& session, const DosImportOptions& options, const std::filesystem::path& file,
                                       Prompts& prompts, const ImportProgress& onRecord = {});
 
