@@ -11,8 +11,8 @@
 #include "platform/page/DetailFiles.h"
 #include "platform/runtime/DateText.h"
 #include "platform/runtime/FileFailure.h"
-#include "platform/runtime/PlatformError.h"
 #include "platform/runtime/InputFile.h"
+#include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace tallymar {

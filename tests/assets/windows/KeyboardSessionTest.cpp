@@ -49,7 +49,8 @@ class KeyboardTest : public testing::Test {
 
     std::string Text(const char* name) { return form_->findChild<QLineEdit*>(QString::fromLatin1(name))->text().toStdString(); }
 
-    // Steps at the form, with bars between them: "new NUMBER", "check FIELD", "press KEY", "FIELD=what is typed", "FIELD shows TEXT".
+    // Steps at the form, with bars between them: "new NUMBER", "check FIELD", "press KEY", "FIELD=what is typed", "FIELD shows
+    // TEXT".
     void Play(const QString& steps) {
         for (const QString& part : steps.split(QStringLiteral(" | "))) {
             const auto after = [&part](const char* word) { return part.section(QLatin1String(word), 1).toStdString(); };
