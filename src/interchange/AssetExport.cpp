@@ -21,6 +21,7 @@ Date ExportYearEnd(CompanySession& session, std::string_view book) {
 ExportCounts WriteAssets(CompanySession& session, const ExportOptions& options, const std::filesystem::path& path,
                          Prompts& prompts, const std::function<int()>& book,
                          const std::function<void(const ExportedAsset& asset, std::string& line)>& line) {
+    const recordset::ReadSnapshot snapshot(session.Database());  // what others save meanwhile is for the next export
     const Date yearEnd = ExportYearEnd(session, options.Book);
     RequireApart(path, session.DatabaseFileName());
     RequireOrdinaryOutput(path);
