@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/pcl/SoftFont.h"
+
+namespace tallymar {
+
+// A font that a stream asks for: by its description, which every printer answers with the nearest font that it has, and then by
+// the number under which a soft font may lie in the printer. A printer without that number keeps what the description chose.
+struct PclFontChoice {
+    int Number;  // 0: by description alone
+    int Points;
+    bool Bold;
+};
+
+// Writes PCL 5 of 300 dots to the inch. A page is Letter, portrait, of 66 lines of 50 dots; x counts from the left edge of the
+// logical page, y from its top.
+class PclWriter {
+ public:
+    static constexpr int kArial = 16602;  // the typeface number that printers know Arial by
+
+    // Set-up of a page on which nothing is drawn yet. The first 13 bytes are what a printer driver looks for to set duplex.
+    void BeginPage();
+    // A black rectangle; `grey` below 100 lays a pattern of that percentage.
+    void Fill(int x, int y, int width, int height, int grey = 100);
+    // Texts that follow are white, so that they show on black.
+    void InkWhite(bool white);
+    void SelectFont(const PclFontChoice& font);
+    // Text is Windows-1252; a control character is refused with Failure::InvalidCall.
+    void Text(int x, int baseline, std::string_view text);
+    // Leaves Courier of 10 characters and 6 lines to the inch with the cursor on the first character of the first line. The sheet
+    // stays in the printer: what follows prints over the page.
+    void EndPage();
+
+    const std::string& Bytes() const { return bytes_; }
+
+ private:
+    void Escape(std::string_view rest);
+    void MoveTo(int x, int y);
+
+    std::string bytes_;
+    int x_ = -1;
+    int y_ = -1;
+    int grey_ = -1;
+    int width_ = -1;
+    int height_ = -1;
+    bool white_ = false;
+    PclFontChoice font_{-1, 0, false};
+};
+
+// A whole download of a font: it assigns its own number and stays in the printer until that is switched off.
+std::string SoftFontDownload(int number, const SoftFont& font);
+
+}  // namespace tallymar
