@@ -1,6 +1,6 @@
-// Writes src/platform/page/FontMetricsTable.inc from the fonts that carry Arial's and Courier New's metrics. Run by hand when the
-// fonts change, which they have not done since 2007:
-//   make_font_metrics FOLDER > src/platform/page/FontMetricsTable.inc
+// Writes src/platform/fonts/FontMetricsTable.inc from the fonts that carry Arial's and Courier New's metrics. Run by hand when
+// the fonts change, which they have not done since 2007:
+//   make_font_metrics FOLDER > src/platform/fonts/FontMetricsTable.inc
 // where FOLDER holds LiberationSans-Regular.ttf, LiberationSans-Bold.ttf and LiberationMono-Regular.ttf.
 
 #include <cstdio>
@@ -9,7 +9,7 @@
 #include <string>
 
 #include "TrueTypeFile.h"
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include "SampleReport.h"
 #include "TrueTypeFile.h"
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/page/PageSearch.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"

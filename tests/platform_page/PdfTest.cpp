@@ -5,7 +5,7 @@
 #include <QRegularExpression>
 
 #include "SampleReport.h"
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/page/frmPrint.h"
 #include "platform/runtime/InputFile.h"
 #include "platform/runtime/Windows1252.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Rounding.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/runtime/PlatformError.h"
 
 namespace tallymar {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 
 namespace tallymar {
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/page/PagePlacement.h"
 #include "platform/runtime/Windows1252.h"
 

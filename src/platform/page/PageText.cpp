@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace tallymar {

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <vector>
 
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/page/PageFontFile.h"
 #include "platform/page/PagePlacement.h"
 #include "platform/runtime/PlatformError.h"

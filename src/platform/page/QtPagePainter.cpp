@@ -10,7 +10,7 @@
 #include <QPainter>
 #include <QVarLengthArray>
 
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/page/PageFontFile.h"
 #include "platform/page/PagePlacement.h"
 #include "platform/runtime/PlatformError.h"

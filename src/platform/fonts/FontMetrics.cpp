@@ -1,4 +1,4 @@
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 
 #include <string>
 
@@ -9,7 +9,7 @@ namespace tallymar {
 namespace {
 
 constexpr FontMetrics kFonts[] = {
-#include "platform/page/FontMetricsTable.inc"
+#include "platform/fonts/FontMetricsTable.inc"
 };
 
 }  // namespace
