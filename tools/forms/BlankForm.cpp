@@ -323,16 +323,18 @@ class Reader {
         return dots;
     }
 
-    // A rule lies on its edge, half of it on either side.
+    // A rule lies on its edge, half of it on either side; where two meet, each ends with the other's far side.
+    static constexpr int kJoin = kRuleDots / 2;
+
     void HRule(double line, double from, double to, int dots, BlankRect::Kind kind = BlankRect::Kind::Rule) {
         if (to <= from) throw std::runtime_error("the rule ends before it begins");
         const int y = Dots(LineEdge(line)) - dots / 2;
-        AddRect(kind, {Dots(ColumnEdge(from)) - dots / 2, y, Dots(ColumnEdge(to)) + dots - dots / 2, y + dots});
+        AddRect(kind, {Dots(ColumnEdge(from)) - kJoin, y, Dots(ColumnEdge(to)) + kJoin, y + dots});
     }
     void VRule(double column, double from, double to, int dots, BlankRect::Kind kind = BlankRect::Kind::Rule) {
         if (to <= from) throw std::runtime_error("the rule ends before it begins");
         const int x = Dots(ColumnEdge(column)) - dots / 2;
-        AddRect(kind, {x, Dots(LineEdge(from)) - dots / 2, x + dots, Dots(LineEdge(to)) + dots - dots / 2});
+        AddRect(kind, {x, Dots(LineEdge(from)) - kJoin, x + dots, Dots(LineEdge(to)) + kJoin});
     }
     void Outline(double top, double left, double bottom, double right, int dots, BlankRect::Kind kind = BlankRect::Kind::Rule) {
         HRule(top, left, right, dots, kind);

@@ -1,4 +1,4 @@
-#include <cmath>
+#include <algorithm>
 
 #include "forms/BlankForm.h"
 
@@ -35,7 +35,7 @@ std::string LaserPage(const BlankForm& form) {
     for (const BlankWord& word : form.Words) {
         page.InkWhite(word.White);
         page.SelectFont(word.Font->Printer);
-        page.Text(static_cast<int>(std::lround(word.Left)), word.Baseline, word.Text);
+        page.Text(word.Left, word.Baseline, word.Text);
     }
     page.EndPage();
     return page.Bytes();

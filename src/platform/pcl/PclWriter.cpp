@@ -1,11 +1,16 @@
 #include "platform/pcl/PclWriter.h"
 
+#include <cmath>
+
 #include "platform/runtime/PlatformError.h"
 
 namespace tallymar {
 
 namespace {
 
+constexpr int kDotsPerInch = 300;
+constexpr int kFineUnitsPerInch = 1200;
+constexpr double kDecipointsPerDot = 720.0 / kDotsPerInch;
 constexpr int kHeaderSize = 64;
 constexpr int kGlyphHead = 16;
 constexpr std::size_t kNameWidth = 16;
@@ -43,29 +48,34 @@ void PclWriter::BeginPage() {
     Escape("&l0e66f0L");
     Escape("&a0L");
     Escape("&s1C");
-    Escape("&u300D");
+    UseUnits(kDotsPerInch);
     Escape("*v0N");
     Escape("*v0O");
     Escape("*v0T");
 }
 
-void PclWriter::MoveTo(int x, int y) {
+void PclWriter::UseUnits(int units) {
+    if (units == units_) return;
+    Escape("&u" + std::to_string(units) + "D");
+    units_ = units;
+    x_ = y_ = -1;
+}
+
+// The letters of the command: "*pxX" in dots, "&ahV" in decipoints.
+void PclWriter::MoveTo(int x, int y, std::string_view command, char column, char row) {
     if (x == x_ && y == y_) return;
-    std::string move = "*p";
-    if (y == y_) {
-        move += std::to_string(x) + "X";
-    } else if (x == x_) {
-        move += std::to_string(y) + "Y";
-    } else {
-        move += std::to_string(x) + "x" + std::to_string(y) + "Y";
-    }
+    std::string move(command);
+    const bool both = x != x_ && y != y_;
+    if (x != x_) move += std::to_string(x) + (both ? column : static_cast<char>(column - 0x20));
+    if (y != y_) move += std::to_string(y) + static_cast<char>(row - 0x20);
     Escape(move);
     x_ = x;
     y_ = y;
 }
 
 void PclWriter::Fill(int x, int y, int width, int height, int grey) {
-    MoveTo(x, y);
+    UseUnits(kDotsPerInch);
+    MoveTo(x, y, "*p", 'x', 'y');
     std::string fill = "*c";
     if (width != width_) fill += std::to_string(width) + "a";
     if (height != height_) fill += std::to_string(height) + "b";
@@ -83,7 +93,8 @@ void PclWriter::Fill(int x, int y, int width, int height, int grey) {
 
 void PclWriter::InkWhite(bool white) {
     if (white == white_) return;
-    Escape(white ? "*v1T" : "*v0T");
+    // A white pattern shows only where patterns are opaque.
+    Escape(white ? "*v1o1T" : "*v0o0T");
     white_ = white;
 }
 
@@ -95,17 +106,22 @@ void PclWriter::SelectFont(const PclFontChoice& font) {
     font_ = font;
 }
 
-void PclWriter::Text(int x, int baseline, std::string_view text) {
+void PclWriter::Text(double x, int baseline, std::string_view text) {
     for (const char c : text) {
         if (static_cast<unsigned char>(c) < ' ') throw PlatformError(Failure::InvalidCall);
     }
-    MoveTo(x, baseline);
+    // The width of every character is rounded to the unit of measure; a move in decipoints is the same in all units, also for a
+    // printer that knows only dots.
+    UseUnits(kFineUnitsPerInch);
+    MoveTo(static_cast<int>(std::lround(x * kDecipointsPerDot)), static_cast<int>(std::lround(baseline * kDecipointsPerDot)),
+           "&a", 'h', 'v');
     bytes_ += text;
     x_ = -1;  // where the text ends depends on the printer's font
 }
 
 void PclWriter::EndPage() {
     InkWhite(false);
+    UseUnits(kDotsPerInch);
     Escape("(19U");
     Escape("(s0p10h12v0s0b3T");
     Escape("&l6D");

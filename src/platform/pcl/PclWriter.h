@@ -28,8 +28,8 @@ class PclWriter {
     // Texts that follow are white, so that they show on black.
     void InkWhite(bool white);
     void SelectFont(const PclFontChoice& font);
-    // Text is Windows-1252; a control character is refused with Failure::InvalidCall.
-    void Text(int x, int baseline, std::string_view text);
+    // `x` may lie between two dots. Text is Windows-1252; a control character is refused with Failure::InvalidCall.
+    void Text(double x, int baseline, std::string_view text);
     // Leaves Courier of 10 characters and 6 lines to the inch with the cursor on the first character of the first line. The sheet
     // stays in the printer: what follows prints over the page.
     void EndPage();
@@ -38,10 +38,12 @@ class PclWriter {
 
  private:
     void Escape(std::string_view rest);
-    void MoveTo(int x, int y);
+    void UseUnits(int units);
+    void MoveTo(int x, int y, std::string_view command, char column, char row);
 
     std::string bytes_;
-    int x_ = -1;
+    int units_ = 0;
+    int x_ = -1;  // in dots or decipoints, as the last command was
     int y_ = -1;
     int grey_ = -1;
     int width_ = -1;
