@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "platform/page/FontMetrics.h"
+#include "platform/fonts/FontMetrics.h"
 #include "platform/pcl/PclWriter.h"
 
 namespace tallymar::tools {
