@@ -1,0 +1,130 @@
+#include "formoutput/FormPages.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/runtime/FindFile.h"
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/Windows1252.h"
+
+namespace tallymar {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kValuesExtension = ".LDT";
+
+constexpr auto kPages = std::to_array<FormPageInfo>({
+    {"245621", "Form 4562, page 1", "245622"},
+    // COMPAT: the first line has another code.
+    {"245622", "Form 4562, page 2", "245623", false, "\\\\145622"},
+    {"245623", "Form 4562, statement: Section 179 property", "245624"},
+    {"245624", "Form 4562, statement: listed property over 50%", "245625"},
+    {"245625", "Form 4562, statement: listed property at 50% or less", "245626"},
+    {"245626", "Form 4562, statement: amortization", "245626"},
+    {"247971", "Form 4797, page 1", "247972"},
+    {"247972", "Form 4797, page 2", "247973"},
+    {"247973", "Form 4797, continuation", "247974"},
+    {"247974", "Form 4797, continuation", "247974"},
+    {"2D1", "Schedule D, page 1", "2D2"},
+    {"2D2", "Schedule D, page 2", "2D1C1"},
+    {"2D1C1", "Schedule D-1, short term", "2D1C2"},
+    {"2D1C2", "Schedule D-1, long term", "2D1C2"},
+    {"242551", "Form 4255", "242551"},
+    {"288241", "Form 8824", "288241", true},
+});
+
+bool IsLast(const FormPageInfo& page) {
+    return page.Next == page.Code;
+}
+
+const FormPageInfo* PageBefore(const FormPageInfo& page) {
+    const auto before = std::find_if(kPages.begin(), kPages.end(),
+                                     [&](const FormPageInfo& other) { return other.Next == page.Code && !IsLast(other); });
+    return before == kPages.end() ? nullptr : &*before;
+}
+
+}  // namespace
+
+std::span<const FormPageInfo> FormPages() {
+    return kPages;
+}
+
+const FormPageInfo& FormPageOf(std::string_view code) {
+    const auto page = std::find_if(kPages.begin(), kPages.end(),
+                                   [wanted = UCase(code)](const FormPageInfo& one) { return one.Code == wanted; });
+    if (page == kPages.end()) {
+        throw PlatformError(Failure::InvalidCall, "There is no form page \"" + std::string(code) + "\"");
+    }
+    return *page;
+}
+
+std::string FirstLineOf(const FormPageInfo& page) {
+    return page.FirstLine.empty() ? "\\\\" + std::string(page.Code) : std::string(page.FirstLine);
+}
+
+std::string ValuesFileName(const FormPageInfo& page, int sequence) {
+    std::string name(page.Code);
+    if (page.PageForEachAsset) {
+        const std::string digits = "00" + std::to_string(sequence);
+        name += digits.substr(digits.size() - 2);
+    }
+    return name.append(kValuesExtension);
+}
+
+int CountValuesFiles(const FormPageInfo& page, const fs::path& folder) {
+    int count = 0;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = UCase(entry->path().filename().string());
+        count += name.starts_with(page.Code) && name.ends_with(kValuesExtension) ? 1 : 0;
+    }
+    return count;
+}
+
+fs::path FindValues(const fs::path& folder, const std::string& name) {
+    const fs::path found = FindAnyCase(folder, name);
+    return found.empty() ? folder / name : found;
+}
+
+fs::path FindLaserFile(const AppPath& paths, std::string_view code, std::string_view extension) {
+    const std::string name = "Laser/" + std::string(code) + "." + std::string(extension);
+    fs::path found = paths.Find(name);
+    if (found.empty()) throw PlatformError::About(Failure::FileNotFound, name);
+    return found;
+}
+
+FormPlace::FormPlace(const FormPageInfo& page, int files) : page_(&page), files_(files) {
+    const bool isAlone = IsLast(page) && PageBefore(page) == nullptr;
+    nextEnabled_ = page.PageForEachAsset ? files >= 2 : !isAlone;
+}
+
+void FormPlace::Next() {
+    if (page_->PageForEachAsset) {
+        sequence_ = std::clamp(sequence_ + 1, 1, std::max(files_, 1));
+        nextEnabled_ = sequence_ < files_;
+        previousEnabled_ = sequence_ > 1;
+        return;
+    }
+    const FormPageInfo& before = *page_;
+    page_ = &FormPageOf(page_->Next);
+    nextEnabled_ = !IsLast(*page_);
+    previousEnabled_ = page_ != &before || PageBefore(*page_) != nullptr;
+}
+
+void FormPlace::Previous() {
+    if (page_->PageForEachAsset) {
+        sequence_ = std::max(sequence_ - 1, 1);
+        nextEnabled_ = sequence_ < files_;
+        previousEnabled_ = sequence_ > 1;
+        return;
+    }
+    if (const FormPageInfo* before = PageBefore(*page_)) {
+        page_ = before;
+        nextEnabled_ = true;
+    }
+    previousEnabled_ = PageBefore(*page_) != nullptr;
+}
+
+}  // namespace tallymar

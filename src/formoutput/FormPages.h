@@ -1,0 +1,68 @@
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/AppPath.h"
+
+namespace tallymar {
+
+// One page of a form, found by its code: CODE.LDT holds its values, Laser/CODE.HP its blank and Laser/CODE.FPF its fields.
+struct FormPageInfo {
+    std::string_view Code;   // "245621"
+    std::string_view Title;  // "Form 4562, page 1"
+    std::string_view Next;   // code of the page that follows; the last one's is its own
+    bool PageForEachAsset = false;
+    std::string_view FirstLine = {};  // of a values file, where it is not a backslash twice and the code
+};
+
+// In the order in which a return has them.
+std::span<const FormPageInfo> FormPages();
+// Failure::InvalidCall for a code that no page has.
+const FormPageInfo& FormPageOf(std::string_view code);
+// What the first line of the page's values file says, without the blank behind it.
+std::string FirstLineOf(const FormPageInfo& page);
+
+// A page's values file, by its code and the sequence of the exchanged asset; the sequence goes for nothing with other forms. A
+// sequence shows its last two digits.
+std::string ValuesFileName(const FormPageInfo& page, int sequence);
+// COMPAT: a form of one page for each asset is printed, and saved, as its first asset's file, whichever one is shown.
+inline std::string PrintedFileName(const FormPageInfo& page) {
+    return ValuesFileName(page, 1);
+}
+
+// How many values files of the page lie in the folder.
+int CountValuesFiles(const FormPageInfo& page, const std::filesystem::path& folder);
+
+// A file of that name in the folder, in any case of its letters; where there is none, the place at which it would be.
+std::filesystem::path FindValues(const std::filesystem::path& folder, const std::string& name);
+// The page's files that are delivered or the firm's own: "HP" and "FPF". FileNotFound, naming it, when there is none.
+std::filesystem::path FindLaserFile(const AppPath& paths, std::string_view code, std::string_view extension);
+
+// Where the viewer stands among the pages of a form, and which of the two page commands are on.
+class FormPlace {
+ public:
+    // At a page as a form's window opens it. `files` is the count of the page's values files.
+    FormPlace(const FormPageInfo& page, int files);
+
+    const FormPageInfo& Page() const { return *page_; }
+    int Sequence() const { return sequence_; }
+    std::string FileName() const { return ValuesFileName(*page_, sequence_); }
+    bool NextEnabled() const { return nextEnabled_; }
+    bool PreviousEnabled() const { return previousEnabled_; }
+
+    void Next();
+    void Previous();
+
+ private:
+    const FormPageInfo* page_;
+    int sequence_ = 1;
+    int files_;
+    bool nextEnabled_;
+    bool previousEnabled_ = false;
+};
+
+}  // namespace tallymar

@@ -1,0 +1,65 @@
+#include "formoutput/PageEdits.h"
+
+#include <utility>
+
+namespace tallymar {
+
+void PageEdits::Show(std::string fileName, FormPageText text, std::vector<FormField> fields) {
+    if (!done_.empty()) {
+        std::vector<Change>& lost = lost_[fileName_];
+        lost.insert(lost.end(), done_.begin(), done_.end());
+        done_.clear();
+    }
+    fileName_ = std::move(fileName);
+    text_ = std::move(text);
+    fields_ = std::move(fields);
+    fieldText_.assign(fields_.size(), {});
+}
+
+std::string PageEdits::Get(int field) const {
+    const FormField& at = fields_.at(static_cast<std::size_t>(field));
+    return text_.Get(at.Column + 1, at.Line, at.Width);
+}
+
+void PageEdits::Put(int field, const std::string& text) {
+    const FormField& at = fields_.at(static_cast<std::size_t>(field));
+    text_.Set(at.Column + 1, at.Line, text, at.Width);
+    fieldText_.at(static_cast<std::size_t>(field)) = text;
+}
+
+void PageEdits::Store(int field, std::string_view text) {
+    const FormField& at = fields_.at(static_cast<std::size_t>(field));
+    const std::string before = Get(field);
+    std::string put(text);
+    if (at.IsAmount && put.size() < static_cast<std::size_t>(at.Width)) put.resize(static_cast<std::size_t>(at.Width), ' ');
+    Put(field, put);
+    if (const std::string after = Get(field); after != before) done_.push_back({field, before, after});
+}
+
+int PageEdits::Undo() {
+    if (!done_.empty()) {
+        const Change change = done_.back();
+        done_.pop_back();
+        Put(change.Field, change.Before);
+        return change.Field;
+    }
+    const auto lost = lost_.find(fileName_);
+    if (lost == lost_.end()) return -1;
+    const std::vector<Change> changes = std::move(lost->second);
+    lost_.erase(lost);
+    int last = -1;
+    for (const Change& change : changes) {
+        // The file may have been written anew, with other fields, since.
+        if (static_cast<std::size_t>(change.Field) >= fields_.size()) continue;
+        Store(change.Field, change.After);
+        last = change.Field;
+    }
+    return last;
+}
+
+void PageEdits::Saved() {
+    done_.clear();
+    lost_.erase(fileName_);
+}
+
+}  // namespace tallymar

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "formoutput/FormFields.h"
+#include "formoutput/FormPageText.h"
+
+namespace tallymar {
+
+// The page that is shown and what its user has put into its fields. Fields are counted from 0, in the order of the .FPF file.
+//
+// A page that is left without being saved loses its edits; they are remembered by the page's file name as long as this lives, and
+// Undo brings them back when the page is shown again.
+class PageEdits {
+ public:
+    // Shows a page: its values and its fields as the files have them. What the earlier page had unsaved is put away.
+    void Show(std::string fileName, FormPageText text, std::vector<FormField> fields);
+
+    const FormPageText& Text() const { return text_; }
+    const std::vector<FormField>& Fields() const { return fields_; }
+    // What the user has put into the fields; empty where nothing has been stored.
+    const std::string& FieldText(int field) const { return fieldText_.at(static_cast<std::size_t>(field)); }
+
+    // The text of the field on the page, without the blanks at its end.
+    std::string Get(int field) const;
+    // Stores the text in FieldText and on the page, an amount filled up with blanks on its right.
+    void Store(int field, std::string_view text);
+
+    // The page differs from its file.
+    bool IsDirty() const { return !done_.empty(); }
+    // What was unsaved when this page was left the last time, and can come back.
+    bool HasLost() const { return done_.empty() && lost_.contains(fileName_); }
+
+    // Takes the last stored change back; on a page without changes brings the lost ones back, all of them. The field that the
+    // eye should go to; -1 when there was nothing to undo.
+    int Undo();
+
+    // The page has been written to its file: nothing on it can be lost any more.
+    void Saved();
+
+ private:
+    struct Change {
+        int Field;
+        std::string Before;  // on the page
+        std::string After;
+    };
+    void Put(int field, const std::string& text);
+
+    std::string fileName_;
+    FormPageText text_{FormPages().front()};
+    std::vector<FormField> fields_;
+    std::vector<std::string> fieldText_;
+    std::vector<Change> done_;
+    std::map<std::string, std::vector<Change>> lost_;
+};
+
+}  // namespace tallymar

@@ -1,0 +1,87 @@
+#include "formoutput/PrinterSettings.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/SequentialFile.h"
+#include "platform/spooler/PrintQueues.h"
+
+namespace tallymar {
+
+namespace {
+
+constexpr const char* kFileName = "Printer.dat";
+
+using Kind = PrintDestination::Kind;
+constexpr auto kKinds = std::to_array<std::pair<Kind, std::string_view>>({
+    {Kind::None, "printer"},
+    {Kind::Port, "port"},
+    {Kind::File, "file"},
+});
+
+std::string DefaultPrinter() {
+    const std::vector<PrintQueue> queues = PrintQueues();
+    const auto found = std::find_if(queues.begin(), queues.end(), [](const PrintQueue& queue) { return queue.IsDefault; });
+    return found == queues.end() ? std::string() : found->Name;
+}
+
+PrintDestination RawOf(std::string_view kind, const std::string& text) {
+    if (kind == "file" && !text.empty()) return PrintDestination::File(text);
+    if (kind == "port") return PrintDestination::Parse(text, [](const std::string&) { return false; });
+    return {};
+}
+
+}  // namespace
+
+PrintDestination PrinterSettings::RawTo() const {
+    if (Raw.To() != Kind::None || Printer.empty()) return Raw;
+    return PrintDestination::Queue(Printer);
+}
+
+PrinterSettings LoadPrinterSettings(const std::filesystem::path& folder) {
+    try {
+        SequentialReader reader(folder / kFileName);
+        PrinterSettings settings;
+        settings.Printer = reader.ReadText();
+        const std::string kind = reader.ReadText();
+        settings.Raw = RawOf(kind, reader.ReadText());
+        return settings;
+    } catch (const PlatformError&) {
+        return {.Printer = DefaultPrinter(), .Raw = {}};
+    }
+}
+
+void SavePrinterSettings(const std::filesystem::path& folder, const PrinterSettings& settings) {
+    if (settings.Raw.Text().find('"') != std::string::npos) {
+        throw PlatformError(Failure::InvalidCall, "The file's name holds a double quote, which the settings cannot");
+    }
+    SequentialWriter writer(folder / kFileName);
+    writer.WriteQuotedLine(settings.Printer);
+    const auto kind = std::find_if(kKinds.begin(), kKinds.end(), [&](const auto& one) { return one.first == settings.Raw.To(); });
+    writer.WriteQuotedLine(kind == kKinds.end() ? kKinds.front().second : kind->second);
+    writer.WriteQuotedLine(settings.Raw.Text());
+    writer.Close();
+}
+
+PrintTarget LookAt(const PrintDestination& to) {
+    switch (to.To()) {
+        case Kind::Queue: {
+            const bool takesPcl = TakesPcl(AbilitiesOf(to.QueueName()));
+            return {to, takesPcl,
+                    "The printer \"" + to.QueueName() +
+                        (takesPcl ? "\", which prints PCL" : "\", which is no PCL printer: it gets the page as PDF")};
+        }
+        case Kind::Port:
+            return {to, true, "The printer at " + to.Text()};
+        case Kind::File:
+            return {to, true, "The file " + to.Text() + ", which is replaced"};
+        case Kind::None:
+            break;
+    }
+    throw PlatformError(Failure::DeviceError, "No printer has been chosen: choose one in Printer Setup");
+}
+
+}  // namespace tallymar
