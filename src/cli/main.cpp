@@ -2,8 +2,10 @@
 #include <new>
 
 #include "cli/Commands.h"
+#include "cli/Manual.h"
 #include "cli/Output.h"
 #include "cli/TerminalPrompts.h"
+#include "platform/runtime/Version.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace {
@@ -27,11 +29,24 @@ int main(int argc, char** argv) {
 
     CLI::App app("Fixed assets and depreciation of client companies, without a window", "tallymar-cli");
     app.require_subcommand(1);
-    app.set_version_flag("--version", "Tallymar " TALLYMAR_VERSION);
+    app.set_version_flag("--version", "Tallymar " + std::string(tallymar::ProgramVersion()));
     app.fallthrough();
     app.add_option("--trace", context.TracePath, "Write what is done with the company into this file; - is standard error");
     app.add_option("--app-path", context.AppPathOption, "Folder of Assets1.dat and the depreciation tables");
     for (const AddCommand add : kCommands) add(app, context);
+    // For the installation, without a group: no user needs them.
+    app.add_flag_callback("--write-manual",
+                          [&app] {
+                              WriteManual(app, std::cout);
+                              throw CLI::Success();
+                          })
+        ->group("");
+    app.add_flag_callback("--write-completion",
+                          [&app] {
+                              WriteCompletion(app, std::cout);
+                              throw CLI::Success();
+                          })
+        ->group("");
 
     try {
         app.parse(argc, argv);

@@ -10,6 +10,7 @@
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/runtime/Trace.h"
+#include "platform/runtime/Version.h"
 #include "shell/frmTallymar.h"
 #include "store/AppPath.h"
 
@@ -68,6 +69,7 @@ int main(int argc, char** argv) {
     CLI::App parser("Tallymar: fixed assets and their depreciation for tax preparers", "tallymar");
     parser.add_option("company", options.CompanyFile, "Company file to open at once");
     parser.add_option("--app-path", options.AppPathFolder, "Folder of the program's settings and data");
+    parser.set_version_flag("--version", "Tallymar " + std::string(ProgramVersion()));
     CLI11_PARSE(parser, argc, argv);
 
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
