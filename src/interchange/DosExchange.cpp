@@ -7,6 +7,7 @@
 #include "interchange/ExportItems.h"
 #include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/FindFile.h"
+#include "platform/runtime/Folder.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/SequentialFile.h"
 #include "platform/runtime/Windows1252.h"
@@ -288,7 +289,7 @@ fs::path AssetFileOf(const fs::path& companyFile) {
     const std::size_t place = name.find(kCompanyName);
     if (place == std::string::npos) return {};
     name.replace(place, kCompanyName.size(), kAssetName);
-    const fs::path folder = companyFile.has_parent_path() ? companyFile.parent_path() : fs::path(".");
+    const fs::path folder = FolderOf(companyFile);
     const fs::path found = FindAnyCase(folder, name);
     return found.empty() ? folder / name : found;
 }

@@ -1,6 +1,5 @@
 #include "platform/recordset/DatabaseFiles.h"
 
-#include <fcntl.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -13,6 +12,7 @@
 #include "platform/recordset/Recordset.h"
 #include "platform/runtime/FileFailure.h"
 #include "platform/runtime/FileHolder.h"
+#include "platform/runtime/Folder.h"
 #include "platform/runtime/Windows1252.h"
 
 namespace tallymar::recordset {
@@ -39,18 +39,6 @@ void RequireUnused(const fs::path& path) {
         // Anything else, such as a file that is no database or cannot be written, says nothing of who uses it.
         if (failure.Code() == Failure::RecordLocked) throw InUse(path, {});
     }
-}
-
-fs::path FolderOf(const fs::path& path) {
-    return path.has_parent_path() ? path.parent_path() : fs::path(".");
-}
-
-// A name that the power could take with it is no file.
-void FlushFolder(const fs::path& folder) {
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    fsync(descriptor);
-    close(descriptor);
 }
 
 void RemoveWithCompanions(const fs::path& path, std::error_code& error) {
@@ -115,7 +103,7 @@ void DatabaseReplacement::PutInPlace() {
     std::error_code error;
     for (const char* companion : kCompanions) fs::remove(place_.string() + companion, error);
     if (rename(unfinished_.c_str(), place_.c_str()) != 0) throw FileFailure(errno, place_);
-    FlushFolder(FolderOf(place_));
+    FlushFolderOf(place_);
 }
 
 void CopyDatabase(const Database& source, const fs::path& place) {
@@ -133,7 +121,7 @@ void DeleteDatabase(const fs::path& file) {
     if (access(FolderOf(file).c_str(), W_OK) != 0 || access(file.c_str(), W_OK) != 0) throw FileFailure(errno, file);
     RemoveWithCompanions(file, error);
     if (error) throw FileFailure(error.value(), file);
-    FlushFolder(FolderOf(file));
+    FlushFolderOf(file);
 }
 
 }  // namespace tallymar::recordset

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/runtime/FileFailure.h"
+#include "platform/runtime/Folder.h"
 #include "platform/runtime/SequentialFile.h"
 
 namespace tallymar {
@@ -64,10 +65,6 @@ std::filesystem::path LinkTarget(std::filesystem::path path) {
         path = path.parent_path() / target;
     }
     throw FileFailure(ELOOP, path);
-}
-
-std::filesystem::path FolderOf(const std::filesystem::path& file) {
-    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
 }
 
 constexpr std::string_view kTemporaryPrefix = ".tallymar-";
@@ -197,9 +194,7 @@ void FileReplacement::Finish() {
 void FileReplacement::PutInPlace() {
     if (target_->InPlace) return;
     if (!target_->Temporary->RenameTo(target_->Path)) throw FileFailure(errno, target_->Path);
-    // The rename itself must outlast a power cut. Some file systems cannot flush a folder, and keep the order by themselves.
-    Descriptor folder(open(FolderOf(target_->Path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.IsOpen() && fsync(folder.Get()) != 0 && errno == EIO) throw FileFailure(errno, target_->Path);
+    FlushFolderOf(target_->Path);
 }
 
 void FileReplacement::Commit() {
