@@ -69,7 +69,7 @@ double Books(CompanySession& session, Prompts& prompts, int round) {
 
 double Copy(CompanySession& session, Prompts& prompts, const std::filesystem::path& target) {
     std::filesystem::remove(target);
-    return Require(Resequence(session, {}, target, prompts).Added, session);
+    return Require(Resequence(session, {}, target, prompts)->Added, session);
 }
 
 // Books 1 and 2 differ in an amount, so that setting book 3 to the one or the other changes every row.

@@ -6,6 +6,7 @@
 #include <array>
 #include <fstream>
 
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/InputFile.h"
 #include "platform/runtime/SequentialFile.h"
 #include "platform/runtime/Windows1252.h"
@@ -28,9 +29,7 @@ std::string Screen(const fs::path& path) {
 }
 
 bool SameFile(const fs::path& a, const fs::path& b) {
-    if (UCase(Screen(a)) == UCase(Screen(b))) return true;
-    std::error_code ignored;
-    return fs::equivalent(a, b, ignored);
+    return UCase(Screen(a)) == UCase(Screen(b)) || IsSameFile(a, b);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "batch/CompanyFiles.h"
 
 #include "platform/recordset/DatabaseFiles.h"
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 
@@ -11,12 +12,17 @@ namespace fs = std::filesystem;
 namespace {
 
 bool IsOpenCompany(const CompanySession& session, const fs::path& file) {
-    std::error_code noFile;
-    return session.IsOpen() && fs::equivalent(file, session.DatabaseFileName(), noFile);
+    return session.IsOpen() && IsSameFile(file, session.DatabaseFileName());
 }
 
 std::string NameOf(const fs::path& file) {
     return FromUtf8(file.filename().string());
+}
+
+// The company to copy; none when the dialog is cancelled or a file of the old program is not to be converted.
+std::optional<fs::path> AskSource(const CompanySession& session, std::string title, const fs::path& folder, Prompts& prompts) {
+    const auto file = prompts.AskOpenFile(CompanyFileDialog(std::move(title), folder));
+    return file ? session.ChosenCompany(*file, prompts) : std::nullopt;
 }
 
 std::string CopyChosen(const CompanySession& session, const fs::path& source, const fs::path& folder, std::string title,
@@ -25,8 +31,7 @@ std::string CopyChosen(const CompanySession& session, const fs::path& source, co
     dialog.FileName = source.filename();
     const auto target = prompts.AskSaveFile(dialog);
     if (!target) return {};
-    std::error_code noFile;
-    if (fs::equivalent(source, *target, noFile)) {
+    if (IsSameFile(source, *target)) {
         throw PlatformError(Failure::InvalidCall, NameOf(source) + " cannot be copied onto itself");
     }
     if (IsOpenCompany(session, *target)) {
@@ -40,7 +45,7 @@ std::string CopyChosen(const CompanySession& session, const fs::path& source, co
 
 std::string BackupCompany(CompanySession& session, Prompts& prompts) {
     const AppPath& paths = session.Paths();
-    const auto source = prompts.AskOpenFile(CompanyFileDialog("Backup or Copy a Database to Backup area", paths.Folder()));
+    const auto source = AskSource(session, "Backup or Copy a Database to Backup area", paths.Folder(), prompts);
     if (!source) return {};
     if (IsOpenCompany(session, *source) && !session.FileClose()) return {};
     if (!prompts.AskYesNo("Make Backup Copy Client Database " + NameOf(*source) + " ?", "Confirm - Backup Client Database")) {
@@ -52,7 +57,7 @@ std::string BackupCompany(CompanySession& session, Prompts& prompts) {
 
 std::string RestoreCompany(CompanySession& session, Prompts& prompts) {
     const AppPath& paths = session.Paths();
-    const auto source = prompts.AskOpenFile(CompanyFileDialog("Restore Database from Backup area", paths.Backup()));
+    const auto source = AskSource(session, "Restore Database from Backup area", paths.Backup(), prompts);
     if (!source) return {};
     if (!session.FileClose()) return {};
     if (!prompts.AskYesNo("Restore Client Database " + NameOf(*source) + " ?", "Confirm - Restore Client Database")) {

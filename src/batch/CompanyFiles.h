@@ -11,7 +11,8 @@
 namespace tallymar {
 
 // Copies a company file, whole and checked (CopyDatabase tells the failures), by preference into the Backup folder, which is made
-// when it is missing. The open company is closed before the question.
+// when it is missing. The open company is closed before the question. Of a file of the old program, the company that is made of
+// it is copied, if the session's ChosenFile offers one and the offer is taken.
 std::string BackupCompany(CompanySession& session, Prompts& prompts);
 
 // The same from the Backup folder. Closes the open company, whichever file was chosen.

@@ -1,19 +1,19 @@
 #include "batch/Resequence.h"
 
-#include <algorithm>
-
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/AssetColumns.h"
 #include "store/AssetPass.h"
+#include "store/Helpers.h"
 
 namespace tallymar {
 
 namespace {
 
-constexpr std::size_t kNumberWidth = 6;
+constexpr std::size_t kNumberWidth = ColumnOf(&AssetRecord::AssetNum).Width();
 
 bool SameText(std::string_view a, std::string_view b, bool ignoreCase) {
     return ignoreCase ? UCase(a) == UCase(b) : a == b;
@@ -95,19 +95,17 @@ FileDialog ResequenceDialog(const std::filesystem::path& initialFolder) {
     return CompanyFileDialog("New Resequenced Database Name", initialFolder);
 }
 
-ResequenceCounts Resequence(CompanySession& session, const ResequenceOptions& options, const std::filesystem::path& target,
-                            Prompts& prompts) {
+std::optional<ResequenceCounts> Resequence(CompanySession& session, const ResequenceOptions& options,
+                                           const std::filesystem::path& target, Prompts& prompts) {
     if (options.Prefix.size() > static_cast<std::size_t>(PrefixLimit(session.AssetCount()))) {
         throw PlatformError(Failure::InvalidCall, PrefixLimitText(session.AssetCount()));
     }
-    const bool isPlain = std::all_of(options.Prefix.begin(), options.Prefix.end(),
-                                     [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
-    if (!isPlain) throw PlatformError(Failure::InvalidCall, "An asset number is of the letters A-Z and digits");
-    std::error_code error;
-    const bool exists = std::filesystem::exists(target, error);
-    if (exists && std::filesystem::equivalent(target, session.DatabaseFileName(), error)) {
+    RequireNumberPrefix(options.Prefix);
+    if (IsSameFile(target, session.DatabaseFileName())) {
         throw PlatformError(Failure::InvalidCall, "The new database must be another file than the open company");
     }
+    const auto company = session.ChosenCompany(target, prompts);
+    if (!company) return std::nullopt;
     ResequenceCounts counts;
     const auto fill = [&](recordset::Database& database) {
         recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] {
@@ -122,11 +120,12 @@ ResequenceCounts Resequence(CompanySession& session, const ResequenceOptions& op
             });
         });
     };
-    if (exists) {
-        recordset::Database database = recordset::Database::Open(target);
+    std::error_code error;
+    if (std::filesystem::exists(*company, error)) {
+        recordset::Database database = recordset::Database::Open(*company);
         fill(database);
     } else {
-        CompanySession::MakeCompany(target, fill);
+        CompanySession::MakeCompany(*company, fill);
     }
     return counts;
 }

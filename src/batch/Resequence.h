@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "platform/prompts/Prompts.h"
@@ -44,8 +45,8 @@ FileDialog ResequenceDialog(const std::filesystem::path& initialFolder);
 // failure the target is as it was, or not there. Failures, each told with the asset where one is at fault: InvalidCall when the
 // target is the open company or the prefix is too long; FieldTooSmall when a new number has more than six characters;
 // ItemNotFound when the target lacks a column, as a file of an earlier release does until it has been opened once; those of
-// opening and writing a company.
-ResequenceCounts Resequence(CompanySession& session, const ResequenceOptions& options, const std::filesystem::path& target,
-                            Prompts& prompts);
+// opening and writing a company. nullopt when the session's ChosenFile takes the target for no company and offers none instead.
+std::optional<ResequenceCounts> Resequence(CompanySession& session, const ResequenceOptions& options,
+                                           const std::filesystem::path& target, Prompts& prompts);
 
 }  // namespace tallymar

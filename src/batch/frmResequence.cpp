@@ -101,15 +101,16 @@ void frmResequence::Resequence(Prompts& prompts) {
     if (!target) return;
     prompts.Message("New File Name = " + ToWindows1252(PathToQString(*target)), kResequenceName);
     const std::string renumber = sitxResequence_->Text();
-    const ResequenceCounts counts = tallymar::Resequence(session_,
-                                                         {.Division = sitxDivision_->Text(),
-                                                          .Department = sitxDepartment_->Text(),
-                                                          .CopyOnly = sitxYN_->Text(),
-                                                          .IgnoreCase = sitxIgnoreCase_->Text() != "N",
-                                                          .Renumber = renumber == "Y",
-                                                          .Prefix = sitxType_->Text()},
-                                                         *target, prompts);
-    if (!renumber.empty()) ShowResult({counts.Text()});
+    const auto counts = tallymar::Resequence(session_,
+                                             {.Division = sitxDivision_->Text(),
+                                              .Department = sitxDepartment_->Text(),
+                                              .CopyOnly = sitxYN_->Text(),
+                                              .IgnoreCase = sitxIgnoreCase_->Text() != "N",
+                                              .Renumber = renumber == "Y",
+                                              .Prefix = sitxType_->Text()},
+                                             *target, prompts);
+    if (!counts) return SetDoneCaption({});
+    if (!renumber.empty()) ShowResult({counts->Text()});
 }
 
 }  // namespace tallymar

@@ -28,6 +28,8 @@ class Context {
     ADepre& Engine();
     // The company open for the command. Refused when what the command prints would go into it.
     CompanySession& Open(const std::filesystem::path& file);
+    // Ends a command whose file is one of the old program and was not to be converted.
+    [[noreturn]] static void RefuseUnconverted(const std::filesystem::path& file);
 
  private:
     Prompts& prompts_;

@@ -30,11 +30,12 @@ ADepre& Context::Engine() {
 
 CompanySession& Context::Open(const std::filesystem::path& file) {
     RequireStandardOutputApart(file);
-    if (!Session().OpenCompany(file, prompts_)) {
-        throw PlatformError(Failure::UnrecognizedFormat,
-                            FromUtf8(file.string()) + " was not converted and cannot be used as it is");
-    }
+    if (!Session().OpenCompany(file, prompts_)) RefuseUnconverted(file);
     return Session();
+}
+
+void Context::RefuseUnconverted(const std::filesystem::path& file) {
+    throw PlatformError(Failure::UnrecognizedFormat, FromUtf8(file.string()) + " was not converted and cannot be used as it is");
 }
 
 std::string FromArgument(const std::string& argument) {

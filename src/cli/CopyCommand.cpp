@@ -1,10 +1,10 @@
-#include <algorithm>
 #include <iostream>
 #include <memory>
 
 #include "assets/CopyAsset.h"
 #include "cli/Commands.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/Helpers.h"
 
 namespace tallymar::cli {
 
@@ -37,9 +37,7 @@ class EveryYes : public Prompts {
 
 std::string PrefixOf(const Options& options) {
     const std::string prefix = UCase(FromArgument(options.Prefix));
-    const bool plain =
-        std::all_of(prefix.begin(), prefix.end(), [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
-    if (!plain) throw PlatformError(Failure::InvalidCall, "An asset number prefix is of letters A-Z and digits");
+    RequireNumberPrefix(prefix);
     return prefix;
 }
 

@@ -175,15 +175,16 @@ void AddResequenceCommand(CLI::App& app, Context& context) {
     command->add_flag("--case", flags->Case, "Large and small letters differ in them");
     command->add_flag("--renumber", flags->Renumber, "Give new numbers, in order of the in-service date");
     command->callback([flags, &context] {
-        const ResequenceCounts counts = Resequence(context.Open(flags->File),
-                                                   {.Division = FromArgument(flags->Division),
-                                                    .Department = FromArgument(flags->Department),
-                                                    .CopyOnly = flags->Only ? "Y" : "N",
-                                                    .IgnoreCase = !flags->Case,
-                                                    .Renumber = flags->Renumber,
-                                                    .Prefix = FromArgument(flags->Prefix)},
-                                                   flags->Target, context.Asking());
-        std::cout << counts.Text() << '\n';
+        const auto counts = Resequence(context.Open(flags->File),
+                                       {.Division = FromArgument(flags->Division),
+                                        .Department = FromArgument(flags->Department),
+                                        .CopyOnly = flags->Only ? "Y" : "N",
+                                        .IgnoreCase = !flags->Case,
+                                        .Renumber = flags->Renumber,
+                                        .Prefix = FromArgument(flags->Prefix)},
+                                       flags->Target, context.Asking());
+        if (!counts) Context::RefuseUnconverted(flags->Target);
+        std::cout << counts->Text() << '\n';
     });
 }
 

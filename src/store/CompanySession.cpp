@@ -1,10 +1,10 @@
 #include "store/CompanySession.h"
 
 #include <random>
-#include <system_error>
 #include <utility>
 
 #include "platform/recordset/DatabaseFiles.h"
+#include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/PlatformError.h"
 #include "store/Books.h"
 #include "store/Schema.h"
@@ -87,20 +87,19 @@ bool CompanySession::FileOpen(Prompts& prompts) {
     return true;
 }
 
-bool CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& prompts) {
-    std::filesystem::path whole = std::filesystem::absolute(path);
+std::optional<std::filesystem::path> CompanySession::ChosenCompany(const std::filesystem::path& file, Prompts& prompts) const {
     // The company that is open is one, and must not be looked into: that would drop its locks.
-    std::error_code ignored;
-    if (chosenFile_ && !std::filesystem::equivalent(whole, databaseFileName_, ignored)) {
-        const auto company = chosenFile_(whole, prompts);
-        if (!company) return false;
-        whole = *company;
-    }
-    if (!FileClose()) return false;
-    recordset::Database database = recordset::Database::Open(whole);
+    if (!chosenFile_ || IsSameFile(file, databaseFileName_)) return file;
+    return chosenFile_(file, prompts);
+}
+
+bool CompanySession::OpenCompany(const std::filesystem::path& path, Prompts& prompts) {
+    const auto company = ChosenCompany(std::filesystem::absolute(path), prompts);
+    if (!company || !FileClose()) return false;
+    recordset::Database database = recordset::Database::Open(*company);
     if (trace_ != nullptr) database.TraceTo(*trace_);
     UpgradeSchema(database, prompts);
-    SetOpen(std::move(database), whole);
+    SetOpen(std::move(database), *company);
     TellObserver();
     return true;
 }

@@ -44,6 +44,9 @@ class CompanySession {
     // nullopt when nothing is to be opened.
     using ChosenFile = std::function<std::optional<std::filesystem::path>(const std::filesystem::path&, Prompts&)>;
     void SetChosenFile(ChosenFile chosenFile) { chosenFile_ = std::move(chosenFile); }
+    // The company that a command is to use for a file that was chosen: what ChosenFile gives, or the file itself where it is the
+    // open company.
+    std::optional<std::filesystem::path> ChosenCompany(const std::filesystem::path& file, Prompts& prompts) const;
     // For the companies opened from here on; nullptr for none. It must outlast the session.
     void SetTrace(Trace* trace) { trace_ = trace; }
 

@@ -1,6 +1,9 @@
 #include "store/Helpers.h"
 
+#include <algorithm>
+
 #include "platform/runtime/DateText.h"
+#include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Rounding.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/Vocabularies.h"
@@ -51,8 +54,10 @@ void SplitCityState(std::string& city, std::string& state) {
     }
 }
 
-std::int16_t ScaledInteger(float first, float second) {
-    return ToInteger(static_cast<double>(first / second));
+void RequireNumberPrefix(std::string_view prefix) {
+    const bool isPlain =
+        std::all_of(prefix.begin(), prefix.end(), [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
+    if (!isPlain) throw PlatformError(Failure::InvalidCall, "An asset number prefix is of letters A-Z and digits");
 }
 
 }  // namespace tallymar

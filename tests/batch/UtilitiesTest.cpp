@@ -139,7 +139,7 @@ class ResequenceTest : public UtilitiesTest {
         Add("B", "EAST", Date::FromYmd(2003, 1, 1));
     }
     ResequenceCounts Run(const ResequenceOptions& options) {
-        return Resequence(session_, options, company_.Folder / "target.mdb", company_.Prompts);
+        return Resequence(session_, options, company_.Folder / "target.mdb", company_.Prompts).value();
     }
     static ResequenceOptions Options(const char* only, const char* division, const char* department, const char* prefix) {
         return {.Division = division,
@@ -221,6 +221,33 @@ TEST_F(CompanyFilesTest, ABackupComesBack) {
     session_.OpenCompany(company_.File(), company_.Prompts);
     EXPECT_EQ(session_.AssetCount(), 1);
     EXPECT_TRUE(company_.Prompts.Messages.empty());
+}
+
+// A file of another kind may stand for a company that is made of it, wherever one is chosen.
+TEST_F(CompanyFilesTest, AFileThatIsNoCompanyGivesTheOneMadeOfIt) {
+    const std::filesystem::path old = company_.Folder / "old.mdb";
+    const std::filesystem::path made = company_.Folder / "made.mdb";
+    std::filesystem::copy_file(company_.File(), made);
+    test::WriteAll(old, "no company at all");
+    bool taken = true;
+    session_.SetChosenFile([&](const std::filesystem::path& file, Prompts&) {
+        return file != old ? std::optional(file) : taken ? std::optional(made) : std::nullopt;
+    });
+    EXPECT_EQ(Resequence(session_, {}, old, company_.Prompts)->Changed, 1);
+
+    company_.Prompts.OpenFiles = {old, old};
+    company_.Prompts.SaveFiles = {company_.Folder / "copy.mdb"};
+    company_.Prompts.YesNo = {true};
+    EXPECT_NE(RestoreCompany(session_, company_.Prompts), "");
+    EXPECT_EQ(company_.Prompts.Dialogs.back().FileName, "made.mdb");
+    session_.OpenCompany(company_.Folder / "copy.mdb", company_.Prompts);
+    EXPECT_EQ(session_.AssetCount(), 1);
+
+    taken = false;
+    EXPECT_FALSE(Resequence(session_, {}, old, company_.Prompts).has_value());
+    EXPECT_EQ(BackupCompany(session_, company_.Prompts), "");
+    EXPECT_TRUE(session_.IsOpen());
+    EXPECT_EQ(test::ReadAll(old), "no company at all");
 }
 
 TEST_F(CompanyFilesTest, ACopyNeverTakesThePlaceOfTheOpenCompany) {
