@@ -117,8 +117,12 @@ int FieldDefinition::Position(int field) const {
 }
 
 bool FieldDefinition::IsValidPosition(std::string_view text) {
-    const double position = Val(text);
-    return position >= 0 && position <= kFields;
+    try {
+        const double position = Val(text);
+        return position >= 0 && position <= kFields;
+    } catch (const PlatformError&) {
+        return false;  // a number beyond every other
+    }
 }
 
 int FieldDefinition::HighestPosition() const {
@@ -128,12 +132,12 @@ int FieldDefinition::HighestPosition() const {
 }
 
 std::vector<int> FieldDefinition::Unclaimed() const {
+    std::vector<int> claimed;
+    for (int field = 1; field <= kFields; ++field) claimed.push_back(Position(field));
+    std::sort(claimed.begin(), claimed.end());
     std::vector<int> unclaimed;
-    const int highest = HighestPosition();
-    for (int position = 1; position < highest; ++position) {
-        bool claimed = false;
-        for (int field = 1; field <= kFields; ++field) claimed |= Position(field) == position;
-        if (!claimed) unclaimed.push_back(position);
+    for (int position = 1; position < claimed.back(); ++position) {
+        if (!std::binary_search(claimed.begin(), claimed.end(), position)) unclaimed.push_back(position);
     }
     return unclaimed;
 }

@@ -20,9 +20,40 @@ constexpr int kItems = FieldDefinition::kFields;
 constexpr int kNumber = 1;
 constexpr int kType = 14;
 
+// The definition as numbers, read once and not once a record.
+class Layout {
+ public:
+    explicit Layout(const FieldDefinition& definition) : count_(definition.FieldCount()) {
+        for (int field = kItems; field >= 1; --field) {
+            const int position = definition.Position(field);
+            position_.at(static_cast<std::size_t>(field)) = position;
+            if (position >= 1 && position <= kItems) fieldAt_.at(static_cast<std::size_t>(position)) = field;
+        }
+    }
+
+    int Position(int field) const { return position_.at(static_cast<std::size_t>(field)); }
+    bool Has(int field) const { return Position(field) >= 1; }
+
+    // The field that a position of a record belongs to: the first that claims it, or none (0).
+    int FieldAt(int position) const { return fieldAt_.at(static_cast<std::size_t>(position)); }
+    bool Reads(int position) const { return FieldAt(position) != 0 || count_ > position; }
+    int ItemsRead() const {
+        int items = 0;
+        for (int position = 1; position <= kItems; ++position) items += Reads(position) ? 1 : 0;
+        return items;
+    }
+    bool LeavesLastItem() const { return count_ >= 1 && count_ <= kItems && FieldAt(count_) == 0; }
+    int Count() const { return count_; }
+
+ private:
+    std::array<int, kItems + 1> position_{};
+    std::array<int, kItems + 1> fieldAt_{};
+    int count_;
+};
+
 // One record as the rules of its columns see it.
 struct UserRecord {
-    const FieldDefinition& Definition;
+    const Layout& Fields;
     ImportedRows& Rows;
     std::array<std::string, kItems + 1> Text;  // of field k, whatever its position
     std::int16_t DeprType = 0;                 // found by its own rule, which comes before the method's
@@ -30,7 +61,7 @@ struct UserRecord {
     bool Expensed = false;
 
     const std::string& operator[](int field) const { return Text.at(static_cast<std::size_t>(field)); }
-    bool Has(int field) const { return Definition.Has(field); }
+    bool Has(int field) const { return Fields.Has(field); }
 };
 
 using Rule = void (*)(UserRecord& record, const AssetColumn& column, int field);
@@ -84,7 +115,7 @@ constexpr int kInService = 8;
 void AsEitherDate(UserRecord& record, const AssetColumn& column, int field) {
     const int other = field == kPurchased ? kInService : kPurchased;
     if (record.Has(field)) return AsDate(record, column, field);
-    if (record.Definition.Position(field) == 0 && record.Has(other)) AsDate(record, column, other);
+    if (record.Fields.Position(field) == 0 && record.Has(other)) AsDate(record, column, other);
 }
 
 void AsDateIfThere(UserRecord& record, const AssetColumn& column, int field) {
@@ -131,7 +162,7 @@ constexpr int kMethodField = 15;
 
 void AsBusinessUse(UserRecord& record, const AssetColumn& column, int field) {
     if (record.Has(field)) return AsAmount(record, column, field);
-    if (record.Definition.Position(field) == 0) record.Rows.SetAmount(column, "100");
+    if (record.Fields.Position(field) == 0) record.Rows.SetAmount(column, "100");
 }
 
 // Class life and period stand in for each other where the file has only one of them.
@@ -152,7 +183,7 @@ void AsBasis(UserRecord& record, const AssetColumn& column, int field) {
 void AsDBPercent(UserRecord& record, const AssetColumn& column, int field) {
     if (record.Expensed) return record.Rows.SetInteger(column, "200");
     if (record.Has(field)) return record.Rows.SetInteger(column, record[field]);
-    if (record.Definition.Position(field) == 0 && record[kMethodField] == "DB") record.Rows.SetInteger(column, "200");
+    if (record.Fields.Position(field) == 0 && record[kMethodField] == "DB") record.Rows.SetInteger(column, "200");
 }
 
 struct ColumnRule {
@@ -205,32 +236,6 @@ constexpr auto kRules = std::to_array<ColumnRule>({
     {21, &ColumnOf(&R::Salvage), AsAmount},
 });
 
-// Which field each position of a record belongs to: the first that claims it, or none (0).
-std::array<int, kItems + 1> FieldsByPosition(const FieldDefinition& definition) {
-    std::array<int, kItems + 1> fields{};
-    for (int field = kItems; field >= 1; --field) {
-        const int position = definition.Position(field);
-        if (position >= 1 && position <= kItems) fields.at(static_cast<std::size_t>(position)) = field;
-    }
-    return fields;
-}
-
-// The definition as numbers, read once and not once a record.
-struct Layout {
-    explicit Layout(const FieldDefinition& definition) : FieldAt(FieldsByPosition(definition)), Count(definition.FieldCount()) {}
-
-    bool Claims(int position) const { return FieldAt.at(static_cast<std::size_t>(position)) != 0; }
-    bool Reads(int position) const { return Claims(position) || Count > position; }
-    int ItemsRead() const {
-        int items = 0;
-        for (int position = 1; position <= kItems; ++position) items += Reads(position) ? 1 : 0;
-        return items;
-    }
-
-    std::array<int, kItems + 1> FieldAt;
-    int Count;
-};
-
 // COMPAT: an unclaimed position is passed over only below the count, so that a last item that no box claims begins the next
 // record.
 void ReadItems(SequentialReader& file, const Layout& layout, UserRecord& record) {
@@ -239,7 +244,7 @@ void ReadItems(SequentialReader& file, const Layout& layout, UserRecord& record)
         if (!layout.Reads(position)) continue;
         record.Rows.AtItem(position);
         std::string item = file.ReadText();
-        const int field = layout.FieldAt.at(static_cast<std::size_t>(position));
+        const int field = layout.FieldAt(position);
         if (field != 0) record.Text.at(static_cast<std::size_t>(field)) = std::move(item);
     }
 }
@@ -264,22 +269,22 @@ ImportCounts UserImport(CompanySession& session, const UserImportOptions& option
     SequentialReader reader(file);
     const auto told = [](int number) { return "An error " + std::to_string(number) + " has occurred during import"; };
     return RunImport(session, options.Ending, reader, told, [&](ImportedRows& rows, const ImportCounts& counts) {
-        UserRecord record{.Definition = options.Definition, .Rows = rows, .Text = {}};
+        UserRecord record{.Fields = layout, .Rows = rows, .Text = {}};
         const auto readOne = [&] {
             ReadItems(reader, layout, record);
-            rows.AtItem(options.Definition.Position(kNumber));
+            rows.AtItem(layout.Position(kNumber));
             rows.Open(record[kNumber], options.AddNew);
             if (onRecord) onRecord(counts, reader.ShareRead());
             for (const ColumnRule& rule : kRules) {
-                rows.AtItem(options.Definition.Position(rule.Field));
+                rows.AtItem(layout.Position(rule.Field));
                 rule.Apply(record, *rule.Column, rule.Field);
             }
             rows.Update();
         };
-        if (!options.Definition.Has(kType)) rows.Remark("no box claims the depreciation type: taken as MACS");
-        if (layout.Count >= 1 && layout.Count <= kItems && !layout.Claims(layout.Count)) {
+        if (!layout.Has(kType)) rows.Remark("no box claims the depreciation type: taken as MACS");
+        if (layout.LeavesLastItem()) {
             rows.Remark(
-                "item " + std::to_string(layout.Count) + ", the last, is claimed by no box: it is taken for the one after it",
+                "item " + std::to_string(layout.Count()) + ", the last, is claimed by no box: it is taken for the one after it",
                 true);
         }
         bool more = !reader.AtEnd();

@@ -59,6 +59,12 @@ TEST_F(DefinitionExchangeTest, AnUnclaimedLastItemBeginsTheNextRecord) {
               "every record: item 2, the last, is claimed by no box: ");
 }
 
+TEST_F(DefinitionExchangeTest, ABoxHoldsAPositionOrNothing) {
+    for (const char* text : {"", "0", "40", " 7.5"}) EXPECT_TRUE(FieldDefinition::IsValidPosition(text)) << text;
+    for (const char* text : {"-1", "41", "1E400"}) EXPECT_FALSE(FieldDefinition::IsValidPosition(text)) << text;
+    EXPECT_EQ(Definition("", {{1, "4"}, {2, "2"}, {3, "2"}, {4, "-7"}}).Unclaimed(), (std::vector<int>{1, 3}));
+}
+
 TEST_F(DefinitionExchangeTest, TheRulesOfTheColumns) {
     const auto definition = Definition("12", {{1, "1"},
                                               {4, "2"},
