@@ -41,6 +41,7 @@ fs::path Destination(fs::path path) {
 }  // namespace
 
 bool IsSameFile(const fs::path& a, const fs::path& b) {
+    if (a.empty() || b.empty()) return false;
     struct stat first {};
     struct stat second {};
     const bool hasFirst = stat(a.c_str(), &first) == 0;

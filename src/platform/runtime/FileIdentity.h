@@ -4,8 +4,8 @@
 
 namespace tallymar {
 
-// Whether both name one file: under another spelling, a link, hard or symbolic, or a name at which nothing is yet. No file is
-// opened for it: closing a database's file again would drop the locks that this process holds on it.
+// Whether both name one file: under another spelling, a link, hard or symbolic, or a name at which nothing is yet. An empty name
+// is no file's. No file is opened for it: closing a database's file again would drop the locks that this process holds on it.
 bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
 bool IsSameFile(int descriptor, const std::filesystem::path& path);
 
