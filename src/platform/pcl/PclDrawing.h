@@ -1,12 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/pcl/SoftFont.h"
 
 namespace tallymar {
 
@@ -36,8 +33,6 @@ struct PclFont {
     // like none of them; its glyphs are in the drawing as bitmaps, and its texts only say what they read.
     std::string Face;
     double Size = 0;
-    // The soft font that it is, or none.
-    std::shared_ptr<const SoftFont> Soft;
 };
 
 // One drawn thing, in the order of drawing: what comes later lies on top.
@@ -85,7 +80,7 @@ struct PclDrawing {
     std::vector<std::int32_t> Positions;  // of each character of Texts: the x of its origin
 
     // What the stream held beside that.
-    int SkippedCommands = 0;    // known to no reader of forms, or of no effect on paper
+    int SkippedCommands = 0;    // not known here
     int SkippedCharacters = 0;  // right of the page, or not in their soft font
     int MissingFonts = 0;       // soft fonts asked for by number that are not there
     bool CutShort = false;      // the stream ends inside a command
