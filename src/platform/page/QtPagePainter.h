@@ -4,9 +4,9 @@
 #include <vector>
 
 #include <QPointF>
-#include <QRawFont>
 
 #include "platform/page/PageDocument.h"
+#include "platform/page/QtPageFont.h"
 
 class QPainter;
 
@@ -32,8 +32,7 @@ class PagePainter {
 
  private:
     struct Face {
-        QRawFont Font;
-        std::array<quint32, 256> Glyphs;
+        QtPageFont Drawn;
         std::array<double, 256> Advances;  // device units
         double Ascent;
     };
