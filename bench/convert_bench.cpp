@@ -1,4 +1,5 @@
-// The conversion of a large company file of the old program, against the floor of libmdb reading that file alone.
+// The conversion of a large company file of the old program, against three floors: libmdb walking that file's rows without a look
+// at a value, the same with each value made a text, and the walk with as many rows of a company inserted by bare SQLite calls.
 // Usage: convert_bench [rows]
 
 #include <glib.h>  // before the next, which has it inside extern "C"
@@ -10,6 +11,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -124,8 +126,8 @@ class LargeFile {
     std::vector<std::size_t> data_;
 };
 
-// What libmdb takes for the rows alone; as text, as its own export makes them, too.
-int ReadAlone(const std::filesystem::path& path, bool asText) {
+// libmdb's own way over the rows of Assets; with each value made a text, as its export does, too.
+int WalkRows(const std::filesystem::path& path, bool asText, const std::function<void()>& each) {
     MdbHandle* mdb = mdb_open(path.c_str(), MDB_NOFLAGS);
     std::string name = "Assets";
     MdbTableDef* table = mdb_read_table_by_name(mdb, name.data(), MDB_TABLE);
@@ -136,10 +138,47 @@ int ReadAlone(const std::filesystem::path& path, bool asText) {
     }
     mdb_rewind_table(table);
     int rows = 0;
-    while (mdb_fetch_row(table) != 0) ++rows;
+    for (; mdb_fetch_row(table) != 0; ++rows) each();
     mdb_free_tabledef(table);
     mdb_close(mdb);
     return rows;
+}
+
+// The walk, and for each row a row as the conversion makes it, with the indexes made where it makes them.
+double ReadAndInsert(const std::filesystem::path& old, const std::filesystem::path& made, const ModelRow& model,
+                     const std::filesystem::path& target, int rows) {
+    std::filesystem::remove(target);
+    std::ofstream(target).close();
+    const Bare bare(target);
+    std::vector<std::string> indexes;
+    {
+        const Bare source(made);
+        sqlite3_stmt* schema = source.Prepare("SELECT type, name, sql FROM sqlite_schema ORDER BY _rowid_");
+        while (sqlite3_step(schema) == SQLITE_ROW) {
+            const auto text = [schema](int i) {
+                return std::string(reinterpret_cast<const char*>(sqlite3_column_text(schema, i)));
+            };
+            if (text(0) == "table" || text(1) == "Assets_AssetNum") {
+                bare.Run(text(2));
+            } else {
+                indexes.push_back(text(2));
+            }
+        }
+        sqlite3_finalize(schema);
+    }
+    bare.Run("BEGIN IMMEDIATE");
+    sqlite3_stmt* insert = bare.Prepare(model.InsertSql());
+    int row = 0;
+    WalkRows(old, false, [&] {
+        const std::string number = AssetNumber(ShuffledNumber(row++, rows));
+        model.Bind(insert);
+        sqlite3_bind_text(insert, model.Parameter("AssetNum"), number.c_str(), -1, SQLITE_STATIC);
+        bare.Write(insert);
+    });
+    sqlite3_finalize(insert);
+    bare.Run("COMMIT");
+    for (const std::string& index : indexes) bare.Run(index);
+    return row;
 }
 
 }  // namespace
@@ -152,7 +191,8 @@ int main(int argc, char** argv) {
     const std::filesystem::path old = folder / "old.mdb";
     LargeFile(TALLYMAR_SOURCE_DIR "/tests/legacy/sample.mdb").Write(old, rows);
 
-    if (ReadAlone(old, false) != rows) return 1;
+    const auto read = [&](bool asText) { return double(WalkRows(old, asText, [] {})); };
+    if (read(false) != rows) return 1;
     SilentPrompts prompts;
     const auto convert = [&](int) {
         std::filesystem::remove(folder / "new.mdb");
@@ -160,11 +200,17 @@ int main(int argc, char** argv) {
         if (!made.Agrees || made.Assets != rows) std::abort();
         return static_cast<double>(made.Assets);
     };
+    convert(0);
+    std::filesystem::rename(folder / "new.mdb", folder / "model.mdb");
+    const ModelRow model(folder / "model.mdb");
     PrintHead(rows);
     Pair(
-        "convert : libmdb, rows", rows, [&](int) { return double(ReadAlone(old, false)); }, convert);
+        "convert : libmdb, rows", rows, [&](int) { return read(false); }, convert);
     Pair(
-        "convert : libmdb, text", rows, [&](int) { return double(ReadAlone(old, true)); }, convert);
+        "convert : libmdb, rows, and bare inserts", rows,
+        [&](int) { return ReadAndInsert(old, folder / "model.mdb", model, folder / "floor.mdb", rows); }, convert);
+    Pair(
+        "convert : libmdb, text", rows, [&](int) { return read(true); }, convert);
     std::filesystem::remove_all(folder);
     return 0;
 }

@@ -56,29 +56,22 @@ void RefuseTexts(const CopyRows& rows) {
                           (more > 0 ? "; and " + std::to_string(more) + " more" : ""));
 }
 
-// The copy is one transaction. Most indexes are made after the rows: sorting once costs less than keeping order all the time.
-void Copy(const ConvertOptions& options, recordset::Database& database, Prompts& prompts, ConvertedCompany& result) {
-    recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] {
+// What the old file gave. The copy is one transaction. Most indexes are made after the rows: sorting once costs less than keeping
+// order all the time.
+CompanyTotals Copy(const ConvertOptions& options, recordset::Database& database, Prompts& prompts, ConvertedCompany& result) {
+    const CompanyTotals given = recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] {
         CopyRows rows(database, prompts);
-        mdb::ReadJetTables(options.Old, kCompanyTables, rows);
+        CountRows counted(rows);
+        mdb::ReadJetTables(options.Old, kCompanyTables, counted);
         if (rows.TextsNotHeldCount() > 0 && !options.Replace) RefuseTexts(rows);
         result.Replaced = rows.TextsNotHeldCount();
         result.NotTaken = rows.NotTaken();
         result.NotThere = rows.NotThere();
         result.NotReadable = rows.NotReadable();
+        return counted.Totals();
     });
     CreateOtherIndexes(database);
-}
-
-void Compare(const CompanyTotals& old, const CompanyTotals& ours, ConvertedCompany& result) {
-    result.Assets = ours.Assets;
-    result.Lines.push_back({"Company rows", std::to_string(old.CompanyRows), std::to_string(ours.CompanyRows)});
-    result.Lines.push_back({"Assets", std::to_string(old.Assets), std::to_string(ours.Assets)});
-    for (std::size_t i = 0; i < MoneyColumns().size(); ++i) {
-        result.Lines.push_back({MoneyColumns()[i], old.Columns[i].ToText(), ours.Columns[i].ToText()});
-    }
-    result.Agrees = std::all_of(result.Lines.begin(), result.Lines.end(),
-                                [](const ConvertedCompany::Line& line) { return line.Old == line.New; });
+    return given;
 }
 
 // The lines for a window, where columns do not line up by blanks.
@@ -94,6 +87,16 @@ void Tell(const ConvertOptions& options, const ConvertedCompany& result, Prompts
 }
 
 }  // namespace
+
+void ConvertedCompany::Compare(const CompanyTotals& old, const CompanyTotals& ours) {
+    Assets = ours.Assets;
+    Lines.push_back({"Company rows", std::to_string(old.CompanyRows), std::to_string(ours.CompanyRows)});
+    Lines.push_back({"Assets", std::to_string(old.Assets), std::to_string(ours.Assets)});
+    for (std::size_t i = 0; i < MoneyColumns().size(); ++i) {
+        Lines.push_back({MoneyColumns()[i], old.Columns[i].ToText(), ours.Columns[i].ToText()});
+    }
+    Agrees = std::all_of(Lines.begin(), Lines.end(), [](const Line& line) { return line.Old == line.New; });
+}
 
 std::string ConvertedCompany::Summary(const ConvertOptions& options) const {
     if (!Agrees) {
@@ -121,14 +124,15 @@ ConvertedCompany ConvertCompany(const ConvertOptions& options, Prompts& prompts)
     if (fs::exists(fs::symlink_status(options.New))) AlreadyThere(options.New);
     ConvertedCompany result;
     recordset::DatabaseReplacement file(options.New);
+    CompanyTotals given;
     {
         recordset::Database database = recordset::Database::Create(file.Unfinished());
         TakeRights(options.Old, file.Unfinished());
-        Copy(options, database, prompts, result);
+        given = Copy(options, database, prompts, result);
     }
     {
         recordset::Database database = recordset::Database::Open(file.Unfinished());
-        Compare(TotalsOfOld(options.Old), TotalsOfNew(database), result);
+        result.Compare(given, TotalsOfNew(database));
     }
     if (result.Agrees) file.PutInPlace();
     return result;

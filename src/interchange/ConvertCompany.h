@@ -15,13 +15,15 @@
 // read.
 namespace tallymar {
 
+struct CompanyTotals;
+
 struct ConvertOptions {
     std::filesystem::path Old;
     std::filesystem::path New;
     bool Replace = false;  // "?" for each character that a company cannot hold, instead of a refusal
 };
 
-// What the two files were found to hold when both were read again afterwards.
+// What the old file gave, and what the new one holds, which is read again from its file afterwards.
 struct ConvertedCompany {
     struct Line {
         std::string What;  // "Company rows", "Assets", a column with amounts: "Basis(1)"
@@ -37,6 +39,9 @@ struct ConvertedCompany {
     // Values taken as they are that no command can read: "Asset 000101, ClassLife (40000)".
     std::vector<std::string> NotReadable;
     int Replaced = 0;  // texts with a "?" in them that was none
+
+    // Fills in the lines, and whether they agree.
+    void Compare(const CompanyTotals& old, const CompanyTotals& ours);
 
     // For the user: how it ended, in a sentence or a few.
     std::string Summary(const ConvertOptions& options) const;

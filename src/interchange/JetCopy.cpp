@@ -218,43 +218,26 @@ const std::vector<std::string>& MoneyColumns() {
     return columns;
 }
 
-namespace {
-
-class TotalRows : public mdb::JetRows {
- public:
-    TotalRows() { Totals.Columns.resize(MoneyColumns().size()); }
-
-    void Table(const mdb::JetTable& table) override {
-        assets_ = SameName(table.Name, "Assets");
-        columns_.assign(MoneyColumns().size(), ColumnMatch::kMissing);
-        for (std::size_t i = 0; i < table.Columns.size(); ++i) {
-            for (std::size_t total = 0; total < columns_.size(); ++total) {
-                if (SameName(table.Columns[i].Name, MoneyColumns()[total])) columns_[total] = static_cast<int>(i);
-            }
-        }
-    }
-    void Row(std::span<const JetValue> values) override {
-        ++(assets_ ? Totals.Assets : Totals.CompanyRows);
+void CountRows::Table(const mdb::JetTable& table) {
+    next_.Table(table);
+    totals_.Columns.resize(MoneyColumns().size());
+    assets_ = SameName(table.Name, "Assets");
+    columns_.assign(MoneyColumns().size(), ColumnMatch::kMissing);
+    for (std::size_t i = 0; i < table.Columns.size(); ++i) {
         for (std::size_t total = 0; total < columns_.size(); ++total) {
-            if (columns_[total] == ColumnMatch::kMissing) continue;
-            const JetValue& value = values[static_cast<std::size_t>(columns_[total])];
-            if (!value.IsNull) Totals.Columns[total].Add(CurrencyAmount::FromTenThousandths(value.Whole));
+            if (SameName(table.Columns[i].Name, MoneyColumns()[total])) columns_[total] = static_cast<int>(i);
         }
     }
+}
 
-    CompanyTotals Totals;
-
- private:
-    bool assets_ = false;
-    std::vector<int> columns_;  // by total
-};
-
-}  // namespace
-
-CompanyTotals TotalsOfOld(const std::filesystem::path& path) {
-    TotalRows rows;
-    mdb::ReadJetTables(path, kCompanyTables, rows);
-    return rows.Totals;
+void CountRows::Row(std::span<const JetValue> values) {
+    ++(assets_ ? totals_.Assets : totals_.CompanyRows);
+    for (std::size_t total = 0; total < columns_.size(); ++total) {
+        if (columns_[total] == ColumnMatch::kMissing) continue;
+        const JetValue& value = values[static_cast<std::size_t>(columns_[total])];
+        if (!value.IsNull) totals_.Columns[total].Add(CurrencyAmount::FromTenThousandths(value.Whole));
+    }
+    next_.Row(values);
 }
 
 CompanyTotals TotalsOfNew(recordset::Database& database) {

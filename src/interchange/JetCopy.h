@@ -12,7 +12,7 @@
 #include "platform/recordset/Recordset.h"
 #include "store/AssetColumns.h"
 
-// The two readings of an old company file: the one that copies it, and the one that counts what it holds.
+// What is done with the rows of an old company file: they are counted, and copied.
 namespace tallymar {
 
 inline constexpr std::string_view kCompanyTables[] = {"Company", "Assets"};
@@ -82,7 +82,24 @@ struct CompanyTotals {
 // The columns of our table Assets that hold amounts.
 const std::vector<std::string>& MoneyColumns();
 
-CompanyTotals TotalsOfOld(const std::filesystem::path& path);
+// Counts what an old file gives, as it comes from the reader, and hands it on.
+class CountRows : public mdb::JetRows {
+ public:
+    explicit CountRows(mdb::JetRows& next) : next_(next) {}
+
+    void Table(const mdb::JetTable& table) override;
+    void Row(std::span<const mdb::JetValue> values) override;
+
+    const CompanyTotals& Totals() const { return totals_; }
+
+ private:
+    mdb::JetRows& next_;
+    CompanyTotals totals_;
+    bool assets_ = false;
+    std::vector<int> columns_;  // by total
+};
+
+// What a company of ours holds, read from its file.
 CompanyTotals TotalsOfNew(recordset::Database& database);
 
 }  // namespace tallymar

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "interchange/AssetCsv.h"
+#include "interchange/JetCopy.h"
 #include "platform/recordset/Database.h"
 #include "store/Schema.h"
 #include "support/Failures.h"
@@ -123,13 +124,34 @@ class Swapping : public test::ScriptedPrompts {
 };
 
 TEST_F(ConvertCompanyTest, TwoFilesThatDoNotAgreeAreAClearNo) {
+    Convert(CopyOf("sample.mdb"));
+    recordset::Database database = recordset::Database::Open(folder_ / "new.mdb");
+    const CompanyTotals old = TotalsOfNew(database);
+    const ConvertOptions options{.Old = folder_ / "sample.mdb", .New = folder_ / "new.mdb"};
+    recordset::Recordset assets = database.OpenRecordset("Assets");
+    const auto answer = [&] {
+        ConvertedCompany converted;
+        converted.Compare(old, TotalsOfNew(database));
+        return std::string(converted.Agrees ? "yes" : converted.Summary(options));
+    };
+    EXPECT_EQ(answer(), "yes");
+    assets.MoveLast();
+    assets.Edit();
+    assets.Set("Salvage(4)", CurrencyAmount::FromTenThousandths(assets.Get("Salvage(4)").Currency().TenThousandths() + 1));
+    assets.Update();
+    EXPECT_THAT(answer(), HasSubstr("new.mdb was NOT made: Salvage(4) is "));
+    assets.Delete();
+    EXPECT_EQ(answer(), "new.mdb was NOT made: Assets is 73 in sample.mdb and came out as 72");
+}
+
+TEST_F(ConvertCompanyTest, AFileThatChangesWhileItIsReadIsRefused) {
     Swapping swapping;
     swapping.File = CopyOf("sample.mdb");
     swapping.With = CopyOf("odd.mdb");
     const ConvertOptions options{.Old = swapping.File, .New = folder_ / "new.mdb"};
-    const ConvertedCompany converted = ConvertCompany(options, swapping);
-    EXPECT_FALSE(converted.Agrees);
-    EXPECT_EQ(converted.Summary(options), "new.mdb was NOT made: Assets is 504 in sample.mdb and came out as 73");
+    const auto failure = test::ErrorOf([&] { ConvertCompany(options, swapping); });
+    ASSERT_TRUE(failure.has_value());
+    EXPECT_EQ(std::string(failure->what()).substr(0, 41), "sample.mdb was changed while it was read;");
     ExpectNothingMade();
 }
 

@@ -32,10 +32,33 @@ constexpr rlim_t kSeconds = 5;                     // of processor time, and one
 constexpr std::uintmax_t kBytesASecond = 1 << 20;  // bytes in the file
 constexpr int kSilence = 60 * 1000;                // milliseconds; a slow network has given something by then
 
+// Which file it is, and when it was last written.
+struct Stamp {
+    explicit Stamp(const struct stat& status)
+        : Device(status.st_dev),
+          Node(status.st_ino),
+          Size(static_cast<std::uintmax_t>(status.st_size)),
+          Seconds(status.st_mtim.tv_sec),
+          Nanoseconds(status.st_mtim.tv_nsec) {}
+
+    dev_t Device;
+    ino_t Node;
+    std::uintmax_t Size;
+    time_t Seconds;
+    long Nanoseconds;
+
+    friend bool operator==(const Stamp&, const Stamp&) = default;
+};
+
 struct Opened {
     std::optional<JetHeader> Header;  // nullopt: no Jet file
-    std::uintmax_t Size = 0;
+    Stamp File;
 };
+
+bool IsUnchanged(const fs::path& path, const Stamp& before) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && Stamp(status) == before;
+}
 
 Opened ReadHeader(const fs::path& path) {
     // A pipe would be waited for; it is no database in any case.
@@ -48,8 +71,7 @@ Opened ReadHeader(const fs::path& path) {
     const int error = errno;
     close(descriptor);
     if (length < 0) throw FileFailure(error, path);
-    return {JetHeader::Parse(std::string_view(bytes.data(), static_cast<std::size_t>(length))),
-            static_cast<std::uintmax_t>(status.st_size)};
+    return {JetHeader::Parse(std::string_view(bytes.data(), static_cast<std::size_t>(length))), Stamp(status)};
 }
 
 rlim_t AddressSpace() {
@@ -152,17 +174,18 @@ bool IsJetFile(const fs::path& path) {
 void ReadJetTables(const fs::path& path, std::span<const std::string_view> tables, JetRows& rows) {
     const std::string name = FromUtf8(path.filename().string()) + " ";
     const auto refuse = [&](const std::string& complaint) { throw PlatformError(Failure::UnrecognizedFormat, name + complaint); };
-    const auto [header, size] = ReadHeader(path);
+    const auto [header, stamp] = ReadHeader(path);
     if (!header) refuse("is no Jet database");
-    if (const std::string refusal = RefusalOf(*header, size); !refusal.empty()) refuse(refusal);
+    if (const std::string refusal = RefusalOf(*header, stamp.Size); !refusal.empty()) refuse(refusal);
 
-    Reader reader(fs::absolute(path), size, tables);
+    Reader reader(fs::absolute(path), stamp.Size, tables);
     JetStreamReader stream(rows);
     try {
         for (std::string_view bytes = reader.Next(); !bytes.empty(); bytes = reader.Next()) stream.Take(bytes);
     } catch (const ReaderFailure& failure) {
         throw failure.WithPrefix(name);
     }
+    if (!IsUnchanged(path, stamp)) refuse("was changed while it was read; it must be closed in every other program");
     if (!stream.IsDone()) refuse("is damaged: the attempt to read it broke off");
 }
 

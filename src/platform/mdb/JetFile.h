@@ -49,9 +49,10 @@ bool IsJetFile(const std::filesystem::path& path);
 // out. Names are compared without regard to letter case.
 //
 // The file may be somebody's attack: it is read in a process of its own, bounded in memory and time, whose end is a failure here
-// and nothing worse. A table is given out whole or ends in a failure: the rows are counted against its definition.
+// and nothing worse. A table is given out whole or ends in a failure: the rows are counted against its definition,
+// and the file must not have been written to meanwhile.
 // Failures, each text beginning with the file's name: UnrecognizedFormat (no Jet file, a version not known, a password, encoded
-// pages, a code page other than 1252, damaged or cut short), NoSuchTable, those of opening a file.
+// pages, a code page other than 1252, damaged or cut short, changed while it was read), NoSuchTable, those of opening a file.
 void ReadJetTables(const std::filesystem::path& path, std::span<const std::string_view> tables, JetRows& rows);
 
 }  // namespace tallymar::mdb
