@@ -59,7 +59,7 @@ void RefuseTexts(const CopyRows& rows) {
 // What the old file gave. The copy is one transaction. Most indexes are made after the rows: sorting once costs less than keeping
 // order all the time.
 CompanyTotals Copy(const ConvertOptions& options, recordset::Database& database, Prompts& prompts, ConvertedCompany& result) {
-    const CompanyTotals given = recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] {
+    return recordset::RunBatch(database, recordset::OnFailure::AllOrNothing, [&] {
         CopyRows rows(database, prompts);
         CountRows counted(rows);
         mdb::ReadJetTables(options.Old, kCompanyTables, counted);
@@ -68,10 +68,9 @@ CompanyTotals Copy(const ConvertOptions& options, recordset::Database& database,
         result.NotTaken = rows.NotTaken();
         result.NotThere = rows.NotThere();
         result.NotReadable = rows.NotReadable();
+        CreateOtherIndexes(database);
         return counted.Totals();
     });
-    CreateOtherIndexes(database);
-    return given;
 }
 
 // The lines for a window, where columns do not line up by blanks.
