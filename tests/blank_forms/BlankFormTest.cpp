@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <array>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -9,6 +10,7 @@
 #include "formoutput/FormFields.h"
 #include "formoutput/FormPages.h"
 #include "forms/BlankForm.h"
+#include "platform/pcl/PclReader.h"
 #include "support/Files.h"
 
 namespace tallymar::tools {
@@ -129,6 +131,61 @@ TEST(BlankForm, EveryValueThatAFormWritesLiesInFields) {
         }
     }
     EXPECT_GT(values, 1000);
+}
+
+SoftFonts DeliveredFonts() {
+    SoftFonts fonts;
+    for (const auto& entry : std::filesystem::directory_iterator(TALLYMAR_BINARY_DIR "/share/tallymar/fonts")) {
+        fonts.Download(test::ReadAll(entry.path()));
+    }
+    return fonts;
+}
+
+// One sheet that holds what the description says, in a printer that has the soft fonts and in one that has its own Arial alone.
+TEST(BlankForm, APrinterDrawsWhatThePageSays) {
+    const SoftFonts delivered = DeliveredFonts();
+    ASSERT_EQ(delivered.All().size(), 8u);
+    constexpr int kLeftOfPage = 75;  // dots that a printer leaves beside the logical page
+    constexpr double kQuarterDot = kPclUnitsPerDot / 4.0;
+    for (const SoftFonts* fonts : {&delivered, static_cast<const SoftFonts*>(nullptr)}) {
+        for (const FormPageInfo& page : FormPages()) {
+            const BlankForm form = Delivered(page.Code);
+            const PclDrawing drawing = ReadPcl(LaserPage(form), fonts ? *fonts : SoftFonts());
+            ASSERT_EQ(drawing.Pages.size(), 1u) << page.Code;
+            EXPECT_EQ(drawing.SkippedCommands + drawing.SkippedCharacters, 0) << page.Code;
+            EXPECT_FALSE(drawing.CutShort);
+            EXPECT_EQ(drawing.MissingFonts == 0, fonts != nullptr);
+            std::vector<PclOp> texts;
+            std::multiset<std::array<int, 4>> drawn;  // the reader lays shades below what they share their place with
+            for (const PclOp& op : drawing.Pages[0].Ops) {
+                if (op.Op == PclOp::Kind::Text) {
+                    texts.push_back(op);
+                } else {
+                    drawn.insert({op.X, op.Y, op.Width, op.Height});
+                }
+            }
+
+            ASSERT_EQ(texts.size(), form.Words.size()) << page.Code;
+            for (std::size_t i = 0; i < texts.size(); ++i) {
+                const BlankWord& word = form.Words[i];
+                const PclOp& op = texts[i];
+                EXPECT_EQ(drawing.Text(op), word.Text);
+                EXPECT_EQ(op.Grey, word.White ? 255 : 0) << word.Text;
+                EXPECT_NEAR(op.X, (word.Left + kLeftOfPage) * kPclUnitsPerDot, kPclUnitsPerDecipoint) << word.Text;
+                EXPECT_NEAR(op.Y, word.Baseline * kPclUnitsPerDot, kPclUnitsPerDecipoint) << word.Text;
+                // A soft font rounds each advance to a quarter dot.
+                EXPECT_NEAR(op.Width, word.Width * kPclUnitsPerDot, kQuarterDot / 2 * static_cast<double>(word.Text.size()) + 1)
+                    << word.Text;
+            }
+            std::multiset<std::array<int, 4>> told;
+            for (const BlankRect& rect : form.Rects) {
+                told.insert({(rect.Box.Left + kLeftOfPage) * kPclUnitsPerDot, rect.Box.Top * kPclUnitsPerDot,
+                             (rect.Box.Right - rect.Box.Left) * kPclUnitsPerDot,
+                             (rect.Box.Bottom - rect.Box.Top) * kPclUnitsPerDot});
+            }
+            EXPECT_EQ(drawn, told) << page.Code;
+        }
+    }
 }
 
 TEST(BlankForm, AFieldRecordIs85BytesWithItsPlaceFromByte50On) {

@@ -16,6 +16,7 @@ namespace {
 constexpr double kBaseline = 0.75;  // of a line, down from its top: where a printed value stands
 constexpr double kCapHeight = 0.72;
 constexpr int kRuleDots = 2;
+constexpr int kJoin = kRuleDots / 2;
 constexpr int kThickest = 20;
 constexpr int kLeaderDot = 4;
 constexpr double kPartColumn = 4;
@@ -314,7 +315,12 @@ class Reader {
         }
     }
 
-    void AddRect(BlankRect::Kind kind, const DotBox& box, int grey = 100) { form_.Rects.push_back({kind, box, grey, source_}); }
+    // The half of a rule that would lie beside the page is not drawn.
+    void AddRect(BlankRect::Kind kind, DotBox box, int grey = 100) {
+        if (box.Left == -kJoin) box.Left = 0;
+        if (box.Right == kColumns * kColumnDots + kJoin) box.Right = kColumns * kColumnDots;
+        form_.Rects.push_back({kind, box, grey, source_});
+    }
 
     int Thickness(Directive& words) {
         if (words.AtEnd()) return kRuleDots;
@@ -324,8 +330,6 @@ class Reader {
     }
 
     // A rule lies on its edge, half of it on either side; where two meet, each ends with the other's far side.
-    static constexpr int kJoin = kRuleDots / 2;
-
     void HRule(double line, double from, double to, int dots, BlankRect::Kind kind = BlankRect::Kind::Rule) {
         if (to <= from) throw std::runtime_error("the rule ends before it begins");
         const int y = Dots(LineEdge(line)) - dots / 2;

@@ -100,7 +100,7 @@ class Checker {
     void CheckRects() {
         for (const BlankRect& rect : form_.Rects) {
             const DotBox& box = rect.Box;
-            if (box.Left < -1 || box.Right > kPageWidth + 1 || box.Top < 0 || box.Bottom > kPageHeight) {
+            if (box.Left < 0 || box.Right > kPageWidth || box.Top < 0 || box.Bottom > kPageHeight) {
                 Say(rect.Source, "what is drawn leaves the page");
             }
             for (const BlankField& field : form_.Fields) {

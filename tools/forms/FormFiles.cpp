@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "forms/BlankForm.h"
 
 namespace tallymar::tools {
@@ -30,7 +28,7 @@ std::string LaserPage(const BlankForm& form) {
     page.BeginPage();
     for (const BlankRect& rect : form.Rects) {
         const DotBox& box = rect.Box;
-        page.Fill(std::max(0, box.Left), box.Top, box.Right - std::max(0, box.Left), box.Bottom - box.Top, rect.Grey);
+        page.Fill(box.Left, box.Top, box.Right - box.Left, box.Bottom - box.Top, rect.Grey);
     }
     for (const BlankWord& word : form.Words) {
         page.InkWhite(word.White);
