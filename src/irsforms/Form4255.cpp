@@ -147,8 +147,7 @@ const FormInfo Form4255::kInfo = {.Name = "4255",
                                   .EditButton = "cmdEdit4255",
                                   .EditCaption = "Edit Form 4255",
                                   .TypeCaption = {},
-                                  .Pages = kPages,
-                                  .TellsOnTheWay = true};
+                                  .Pages = kPages};
 
 Form4255::Form4255() : IrsForm(13) {}
 
@@ -167,7 +166,7 @@ void Form4255::Take(const AssetRecord& asset, FormScan& scan) {
         if (asset.Sold) LeaveOut(asset, "sold with a tax credit, but without a date sold");
         return;
     }
-    scan.Asking.Message("Processing Asset - " + std::string(Trim(asset.Description)) + " - Sold on " + soldText, kInfo.Title);
+    scan.Tell("Processing Asset - " + std::string(Trim(asset.Description)) + " - Sold on " + soldText);
     if (grid_.size() == kGridColumns) throw PlatformError(Failure::SubscriptOutOfRange);
     if (grid_.size() >= kColumnsOnPage) LeaveOut(asset, "the 5th property or later: in the totals and in no column");
     const CurrencyAmount basis = asset.Basis[book];

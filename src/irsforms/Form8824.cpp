@@ -117,7 +117,6 @@ const FormInfo Form8824::kInfo = {.Name = "8824",
                                   .EditCaption = "Edit Form 8824",
                                   .TypeCaption = {},
                                   .Pages = kPages,
-                                  .TellsOnTheWay = true,
                                   .PageForEachAsset = true};
 
 Form8824::Form8824() : IrsForm(25) {}
@@ -131,7 +130,7 @@ void Form8824::FillExchange(const AssetRecord& asset, const AssetRecord* receive
     const int book = scan.Settings.Options.Book;
     boxes_.push_back("Processing Asset - " + std::string(Trim(asset.Description)) + " - Sold on " +
                      FormatShortDate(asset.DateSold));
-    scan.Asking.Message(boxes_.back(), kInfo.Title);
+    scan.Tell(boxes_.back());
     exchange.ExchangeLine[kBasisGivenUp] =
         asset.Basis[book] - asset.PrevDepr[book] - asset.CurrDepr[book] - asset.AddlDepr[book] - asset.Section179[book];
     totals_.Basis += asset.Basis[book];
@@ -160,7 +159,7 @@ void Form8824::Take(const AssetRecord& asset, FormScan& scan) {
     const bool found = scan.Find(asset.AssocAsset, received);
     if (!found) {
         boxes_.push_back("Asset - " + std::string(asset.AssocAsset.Trimmed()) + " - Not Found ");
-        scan.Asking.Message(boxes_.back(), kInfo.Title);
+        scan.Tell(boxes_.back());
     }
 
     Exchange exchange;

@@ -148,29 +148,38 @@ FormResult CreateForm(std::unique_ptr<IrsForm>& form, CompanySession& session, c
     options.Type = EntityType(asked.Type);
     std::unique_ptr<IrsForm> next = form->Clone();
     recordset::Recordset& assets = session.AssetsRecordset();
-    // Nobody who writes to the company may have to wait for a message to be read.
-    std::optional<recordset::ReadSnapshot> snapshot;
-    if (!next->Info().TellsOnTheWay) snapshot.emplace(session.Database());
+    std::optional<recordset::ReadSnapshot> snapshot(std::in_place, session.Database());
     const FormSettings settings = SettingsOf(session, options);
     next->NameCompany(settings);
     FormOutput output(folder);
     AssetRecord asset;
-    FormScan scan{
-        .Settings = settings, .Asking = prompts, .Output = output, .Find = [&](const FixedText<6>& number, AssetRecord& found) {
-            assets.Seek(number.View());
-            const bool isThere = !assets.NoMatch();
-            if (isThere) session.ReadAssetRecord(found);
-            assets.Seek(asset.AssetNum.View());
-            return isThere;
-        }};
-    {
+    std::vector<std::string> messages;
+    const auto endReading = [&] {
+        snapshot.reset();
+        for (const std::string& message : messages) prompts.Message(message, next->Info().Title);
+    };
+    FormScan scan{.Settings = settings,
+                  .Tell = [&](std::string text) { messages.push_back(std::move(text)); },
+                  .Output = output,
+                  .Find =
+                      [&](const FixedText<6>& number, AssetRecord& found) {
+                          assets.Seek(number.View());
+                          const bool isThere = !assets.NoMatch();
+                          if (isThere) session.ReadAssetRecord(found);
+                          assets.Seek(asset.AssetNum.View());
+                          return isThere;
+                      }};
+    try {
         AssetPass pass(session, prompts);
         pass.ForEach(asset, [&] {
             ++next->AssetsRead;
             if (Passes(options, asset)) next->Take(asset, scan);
         });
+    } catch (const PlatformError&) {
+        endReading();
+        throw;
     }
-    snapshot.reset();
+    endReading();
     next->ComputeLines(settings);
     next->Write(output);
     output.PutInPlace();

@@ -34,7 +34,6 @@ struct FormInfo {
     std::string_view EditCaption;
     std::string_view TypeCaption;             // empty: the form asks for no entity type
     std::span<const std::string_view> Pages;  // codes, the first page first
-    bool TellsOnTheWay = false;               // messages come up while it goes over the assets
     bool PageForEachAsset = false;            // the one code is followed by a number of two digits
 };
 
@@ -77,7 +76,9 @@ struct FormSettings {
 // What stands before a form while an asset is taken.
 struct FormScan {
     const FormSettings& Settings;
-    Prompts& Asking;
+    // A message for the user, who gets it when all assets have been taken: nobody who writes to the company may have to wait for
+    // one to be read.
+    std::function<void(std::string text)> Tell;
     FormOutput& Output;
     // Reads the asset of that number into the record; false when there is none. The scan goes on after it as before.
     std::function<bool(const FixedText<6>& assetNum, AssetRecord& record)> Find;

@@ -10,6 +10,7 @@
 #include "irsforms/FormSchD.h"
 #include "store/Vocabularies.h"
 #include "support/Failures.h"
+#include "support/OtherProgram.h"
 
 namespace tallymar::test {
 namespace {
@@ -23,13 +24,13 @@ template <typename Form>
 Form Computed(const std::vector<AssetRecord>& assets, std::string_view round, const char* type = "") {
     TempFolder folder;
     FormOutput output(folder.Path());
-    ScriptedPrompts prompts;
     const FormSettings settings{.Company = "Company",
                                 .Id = "1",
                                 .RoundText = std::string(round),
                                 .YearEnd = Date::FromYmd(2002, 12, 31),
                                 .Options = {.Type = type}};
-    FormScan scan{.Settings = settings, .Asking = prompts, .Output = output, .Find = [](const auto&, auto&) { return false; }};
+    FormScan scan{
+        .Settings = settings, .Tell = [](const auto&) {}, .Output = output, .Find = [](const auto&, auto&) { return false; }};
     Form form;
     for (const AssetRecord& asset : assets) form.Take(asset, scan);
     form.ComputeLines(settings);
@@ -128,6 +129,29 @@ TEST(FormRuns, ExchangesAreNumberedAndTheRecordsetStaysOnItsAsset) {
     for (const auto& said : company.Prompts.Messages) boxes.insert(said.Text);
     EXPECT_EQ(boxes.count("Asset -  - Not Found "), 1U);
     EXPECT_EQ(boxes.count("Processing Asset - Van given up - Sold on 8/1/2002"), 1U);
+}
+
+// Whoever saves while a message is read need not wait, and the form is of the state before.
+TEST(FormRuns, MessagesComeWhenEverythingHasBeenRead) {
+    struct SavingPrompts : ScriptedPrompts {
+        explicit SavingPrompts(const fs::path& file) : Other(file) {}
+        void Message(std::string_view text, std::string_view title, MessageKind kind) override {
+            ScriptedPrompts::Message(text, title, kind);
+            Other.Run("UPDATE Assets SET LikeKind = 0, \"TaxCredit(1)\" = 0");
+        }
+        OtherProgram Other;
+    };
+    for (const char* name : {"4255", "8824"}) {
+        FormCompany company(kEveryKind);
+        std::unique_ptr<IrsForm> quiet = MakeForm(name);
+        company.Create(quiet);
+        ASSERT_GT(company.Prompts.Messages.size(), 1U);
+        SavingPrompts saving(company.File());
+        std::unique_ptr<IrsForm> form = MakeForm(name);
+        CreateForm(form, company.Session, {}, company.Out(), saving);
+        EXPECT_EQ(saving.Messages.size(), company.Prompts.Messages.size());
+        EXPECT_EQ(form->Message(), quiet->Message());
+    }
 }
 
 TEST(FormRuns, RoundingGoesByColumnAndHalvesGoUp) {
