@@ -17,6 +17,7 @@ constexpr double kBaseline = 0.75;  // of a line, down from its top: where a pri
 constexpr double kCapHeight = 0.72;
 constexpr int kRuleDots = 2;
 constexpr int kJoin = kRuleDots / 2;
+constexpr int kRuleLift = 3;  // dots above the edge of a line: in the middle between the figures of two lines
 constexpr int kThickest = 20;
 constexpr int kLeaderDot = 4;
 constexpr double kPartColumn = 4;
@@ -329,16 +330,20 @@ class Reader {
         return dots;
     }
 
+    static int RuleDots(double line, BlankRect::Kind kind) {
+        return Dots(LineEdge(line)) - (kind == BlankRect::Kind::CheckBox ? 0 : kRuleLift);
+    }
+
     // A rule lies on its edge, half of it on either side; where two meet, each ends with the other's far side.
     void HRule(double line, double from, double to, int dots, BlankRect::Kind kind = BlankRect::Kind::Rule) {
         if (to <= from) throw std::runtime_error("the rule ends before it begins");
-        const int y = Dots(LineEdge(line)) - dots / 2;
+        const int y = RuleDots(line, kind) - dots / 2;
         AddRect(kind, {Dots(ColumnEdge(from)) - kJoin, y, Dots(ColumnEdge(to)) + kJoin, y + dots});
     }
     void VRule(double column, double from, double to, int dots, BlankRect::Kind kind = BlankRect::Kind::Rule) {
         if (to <= from) throw std::runtime_error("the rule ends before it begins");
         const int x = Dots(ColumnEdge(column)) - dots / 2;
-        AddRect(kind, {x, Dots(LineEdge(from)) - kJoin, x + dots, Dots(LineEdge(to)) + kJoin});
+        AddRect(kind, {x, RuleDots(from, kind) - kJoin, x + dots, RuleDots(to, kind) + kJoin});
     }
     void Outline(double top, double left, double bottom, double right, int dots, BlankRect::Kind kind = BlankRect::Kind::Rule) {
         HRule(top, left, right, dots, kind);
@@ -384,8 +389,8 @@ class Reader {
         const int percent = words.Whole("percentage");
         if (percent < 1 || percent > 100) throw std::runtime_error("a shade has 1 to 100 percent");
         if (bottom <= top || right <= left) throw std::runtime_error("the shade ends before it begins");
-        AddRect(BlankRect::Kind::Shade,
-                {Dots(ColumnEdge(left)), Dots(LineEdge(top)), Dots(ColumnEdge(right)), Dots(LineEdge(bottom))}, percent);
+        constexpr BlankRect::Kind kKind = BlankRect::Kind::Shade;
+        AddRect(kKind, {Dots(ColumnEdge(left)), RuleDots(top, kKind), Dots(ColumnEdge(right)), RuleDots(bottom, kKind)}, percent);
     }
 
     void TakePart(Directive& words) {

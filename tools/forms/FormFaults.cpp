@@ -10,10 +10,10 @@ constexpr int kPageWidth = kColumns * kColumnDots;
 constexpr int kPageHeight = (kLastLine + 1 - kFirstLine) * kLineDots;
 constexpr double kRounding = 1.5;  // dots by which a word may pass its limit
 
-// A value fills its cells but for the narrowest margins; a rule may lie on those.
+// Figures fill their cells but for narrow margins; a rule may lie on those.
 DotBox ValueOf(const BlankField& field) {
     const DotBox cells = CellsOf(field);
-    return {cells.Left + 1, cells.Top + 3, cells.Right - 1, cells.Bottom - 3};
+    return {cells.Left + 1, cells.Top + 2, cells.Right - 1, cells.Bottom - 5};
 }
 
 std::string Quoted(const BlankWord& word) {
