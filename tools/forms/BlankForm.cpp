@@ -194,6 +194,12 @@ class Reader {
         form_.Code = code;
     }
 
+    // A "+" is `behind`, where the last text has left the line.
+    static double Column(Directive& words, double behind) {
+        const std::string word = words.Word("column");
+        return word == "+" ? behind : Directive(word).Number("column");
+    }
+
     double Line(Directive& words) const { return words.Number("line") + down_; }
 
     const FormFont& Font(Directive& words) {
@@ -283,11 +289,10 @@ class Reader {
 
     void TakeText(Directive& words) {
         const double line = Line(words);
-        const std::string at = words.Word("column");
+        const double column = Column(words, 0);
         const FormFont& font = Font(words);
         const std::string text = TextFor(font, words);
-        double left = end_ + WidthInDots(font, " ");
-        if (at != "+") left = ColumnEdge(Directive(at).Number("column"));
+        const double left = column == 0 ? end_ + WidthInDots(font, " ") : ColumnEdge(column);
         AddText(font, text, line, Limit(words, kColumns + 1), left, 0);
     }
 
@@ -308,7 +313,7 @@ class Reader {
 
     void TakeLeader(Directive& words) {
         const int y = Dots(LineEdge(Line(words)) + kBaseline * kLineDots) - kLeaderDot;
-        const double from = words.Number("column");
+        const double from = Column(words, std::ceil(end_ / kColumnDots) + 1);
         const double to = words.Number("column");
         for (double column = from; column <= to - 0.5; column += 1) {
             const int x = Dots(ColumnEdge(column + 0.5)) - kLeaderDot / 2;
