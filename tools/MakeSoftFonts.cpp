@@ -79,7 +79,8 @@ SoftFont MakeFont(FT_Face face, const FormFont& form) {
         if (character == ' ') {
             if (code == kFirst) font.Pitch = glyph.DeltaX;
         } else {
-            // Fitted to the rows of dots alone: fitted to the columns too, a letter would be up to four dots narrower than its face.
+            // Fitted to the rows of dots alone: fitted to the columns too, a letter would be up to four dots narrower than its
+            // face.
             if (FT_Load_Char(face, tallymar::CodePointOf(character), FT_LOAD_TARGET_LIGHT) != 0 ||
                 FT_Render_Glyph(face->glyph, FT_RENDER_MODE_MONO) != 0) {
                 throw std::runtime_error("a face lacks character " + std::to_string(code));
