@@ -43,6 +43,8 @@
 #include "shell/frmAbout.h"
 #include "shell/frmEditCompany.h"
 #include "shell/frmEditUser.h"
+#include "shell/frmHelp.h"
+#include "shell/frmHelpKey.h"
 #include "shell/frmInit.h"
 
 namespace tallymar {
@@ -102,6 +104,7 @@ Tallymar::Tallymar(AppPath paths)
     MakeToolbar();
     statusBar();
     ApplyEnabled({});
+    new HelpKey([this](const QStringList& keys) { ShowHelp([&](frmHelp& help) { help.ShowKey(keys); }); }, this);
 }
 
 Tallymar::~Tallymar() {
@@ -178,6 +181,8 @@ void Tallymar::MakeRoutes() {
         {Command::Create4562, [this](int) { CreateForm("4562"); }},
         {Command::Create4797, [this](int) { CreateForm("4797"); }},
         {Command::Create8824, [this](int) { CreateForm("8824"); }},
+        {Command::HelpContents, [this](int) { ShowHelp([](frmHelp& help) { help.ShowContents(); }); }},
+        {Command::HelpIndex, [this](int) { ShowHelp([](frmHelp& help) { help.ShowIndex(); }); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
     };
 }
@@ -367,6 +372,25 @@ void Tallymar::CopyAsset(QWidget* over) {
 
 void Tallymar::CreateForm(std::string_view form) {
     ShowOrMake(ToQString(MakeForm(form)->Info().Window), [this, form] { return new frmCreateForm(form, session_); });
+}
+
+void Tallymar::ShowHelp(const std::function<void(frmHelp&)>& show) {
+    QWidget* host = QApplication::activeModalWidget();
+    if (!host) host = this;
+    auto* help = host->findChild<frmHelp*>(QString(), Qt::FindDirectChildrenOnly);
+    if (!help) {
+        const std::filesystem::path collection = frmHelp::HelpCollection(session_.Paths());
+        if (collection.empty()) {
+            QtPrompts(host).Message("The help is not installed: there is no file help/Tallymar.qhc.", kProduct,
+                                    MessageKind::Warning);
+            return;
+        }
+        help = new frmHelp(collection, host);
+    }
+    help->show();
+    help->raise();
+    help->activateWindow();
+    show(*help);
 }
 
 CSForm* Tallymar::Child(const QString& name) const {

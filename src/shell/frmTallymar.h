@@ -22,6 +22,7 @@ namespace tallymar {
 
 class CSForm;
 class frmBatchForm;
+class frmHelp;
 class frmReportOptions;
 
 // The main window: menu, toolbar, status line and the child windows. It owns the session, the user profile and the engine, and
@@ -88,6 +89,8 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void FindAsset();
     void CopyAsset(QWidget* over);
     void CreateForm(std::string_view form);  // "4562"
+    // Shows the help over the window that has the keyboard: one that is modal keeps the others from being used.
+    void ShowHelp(const std::function<void(frmHelp&)>& show);
 
     CSForm* Child(const QString& name) const;
     void ShowChild(CSForm* form);
