@@ -39,6 +39,7 @@ TEST(BlankForm, EveryKindOfFaultIsToldWithItsLine) {
         {"text 10 5 08m \"One\"\ntext 10 6 08m \"Two\"", "p.form:3: \"Two\" lies on \"One\" of line 2"},
         {"field T 10 5 30\ntext 10 20 08m \"On it\"", "p.form:3: \"On\" lies on the field at line 10, column 5"},
         {"vrule 6 9 12\ntext 10 5 08m \"Struck\"", "p.form:3: \"Struck\" lies on what line 2 draws"},
+        {"hrule 10.88 2 80\ntext 10 5 08m \"agree\"", "p.form:3: \"agree\" lies on what line 2 draws"},
         {"field $ 10 5 10\nvrule 8 10 11", "p.form:3: what is drawn goes through the field at line 10"},
         {"field $ 10 5 10\nhrule 10.5 2 80", "goes through the field"},
         {"field $ 10 5 10\nshade 9 2 11 80 10", "goes through the field"},
@@ -53,7 +54,8 @@ TEST(BlankForm, EveryKindOfFaultIsToldWithItsLine) {
 
 TEST(BlankForm, RulesOnTheEdgesOfFieldsAndACheckBoxAboutItsOwnAreNoFaults) {
     EXPECT_THAT(FaultsIn("field T 10 5 10\nfield $ 10 15 10\nvrule 15 9 12\nbox 10 5 11 25\ncheck 20 40\nfield T 20 40 1\n"
-                         "text 10 3 08m \"1\" max 5\npart 12 \"Part I\" \"Title\"\ntext 12 + 08m \"and *more* of it\""),
+                         "text 10 3 08m \"1\" max 5\nhrule 30.88 2 80\ntext 30 5 08m \"are\"\npart 12 \"Part I\" \"Title\"\ntext "
+                         "12 + 08m \"and *more* of it\""),
                 IsEmpty());
 }
 

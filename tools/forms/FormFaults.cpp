@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "forms/BlankForm.h"
 
@@ -14,6 +15,13 @@ constexpr double kRounding = 1.5;  // dots by which a word may pass its limit
 DotBox ValueOf(const BlankField& field) {
     const DotBox cells = CellsOf(field);
     return {cells.Left + 1, cells.Top + 2, cells.Right - 1, cells.Bottom - 5};
+}
+
+// How far the word reaches below its baseline.
+int DepthOf(const BlankWord& word) {
+    constexpr double kDepth = 0.2;  // of the em
+    const bool reaches = word.Text.find_first_of("gjpqyQ,;()$") != std::string::npos;
+    return reaches ? static_cast<int>(std::lround(word.Font->Printer.Points * kDotsPerPoint * kDepth)) : -1;
 }
 
 std::string Quoted(const BlankWord& word) {
@@ -88,9 +96,10 @@ class Checker {
             for (const BlankField& field : form_.Fields) {
                 if (inner.Meets(CellsOf(field))) Say(word.Source, Quoted(word) + " lies on " + Place(field));
             }
+            const DotBox whole{inner.Left, inner.Top, inner.Right, ink.Bottom + DepthOf(word)};
             for (const BlankRect& rect : form_.Rects) {
                 if (rect.What == BlankRect::Kind::Shade || (rect.What == BlankRect::Kind::Label && word.White)) continue;
-                if (inner.Meets(rect.Box)) {
+                if (whole.Meets(rect.Box)) {
                     Say(word.Source, Quoted(word) + " lies on what line " + std::to_string(rect.Source) + " draws");
                 }
             }
