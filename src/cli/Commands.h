@@ -53,6 +53,11 @@ void AddReportCommand(CLI::App& app, Context& context);
 void AddPostCommand(CLI::App& app, Context& context);
 void AddLabelsCommand(CLI::App& app, Context& context);
 void AddFormCommand(CLI::App& app, Context& context);
+void AddFormPdfCommand(CLI::App& app, Context& context);
+void AddFormPrintCommand(CLI::App& app, Context& context);
+void AddSoftFontsCommand(CLI::App& app, Context& context);
+void AddFormFieldsCommand(CLI::App& app, Context& context);
+void AddFormSetCommand(CLI::App& app, Context& context);
 void AddLoanCommand(CLI::App& app, Context& context);
 void AddChangeDeptCommand(CLI::App& app, Context& context);
 void AddChangeRangeCommand(CLI::App& app, Context& context);
@@ -68,11 +73,11 @@ void AddExchangeCommand(CLI::App& app, Context& context);
 // A new command is one row here.
 using AddCommand = void (*)(CLI::App&, Context&);
 inline constexpr AddCommand kCommands[] = {
-    AddNewCommand,        AddCompanyCommand,     AddConvertCommand,  AddLoadCommand,       AddDumpCommand,
-    AddComputeCommand,    AddBuildCommand,       AddFindCommand,     AddCopyCommand,       AddNewAssetCommand,
-    AddReportCommand,     AddPostCommand,        AddLabelsCommand,   AddFormCommand,       AddLoanCommand,
-    AddChangeDeptCommand, AddChangeRangeCommand, AddSetBooksCommand, AddResequenceCommand, AddBackupCommand,
-    AddRestoreCommand,    AddDeleteCommand,      AddImportCommand,   AddExportCommand,     AddExchangeCommand,
+    AddNewCommand,     AddCompanyCommand, AddConvertCommand,    AddLoadCommand,        AddDumpCommand,      AddComputeCommand,
+    AddBuildCommand,   AddFindCommand,    AddCopyCommand,       AddNewAssetCommand,    AddReportCommand,    AddPostCommand,
+    AddLabelsCommand,  AddFormCommand,    AddFormPdfCommand,    AddFormPrintCommand,   AddSoftFontsCommand, AddFormFieldsCommand,
+    AddFormSetCommand, AddLoanCommand,    AddChangeDeptCommand, AddChangeRangeCommand, AddSetBooksCommand,  AddResequenceCommand,
+    AddBackupCommand,  AddRestoreCommand, AddDeleteCommand,     AddImportCommand,      AddExportCommand,    AddExchangeCommand,
 };
 
 // A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file

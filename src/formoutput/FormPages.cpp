@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 #include "platform/runtime/FindFile.h"
 #include "platform/runtime/PlatformError.h"
@@ -71,6 +72,18 @@ std::string ValuesFileName(const FormPageInfo& page, int sequence) {
         name += digits.substr(digits.size() - 2);
     }
     return name.append(kValuesExtension);
+}
+
+FormPageFile FormPageFileOf(std::string_view code) {
+    constexpr std::size_t kDigits = 2;
+    for (const FormPageInfo& page : kPages) {
+        const std::string_view digits = code.substr(std::min(page.Code.size(), code.size()));
+        if (!page.PageForEachAsset || !code.starts_with(page.Code) || digits.size() != kDigits) continue;
+        int sequence = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + kDigits, sequence);
+        if (error == std::errc() && end == digits.data() + kDigits) return {&page, sequence};
+    }
+    return {&FormPageOf(code), 1};
 }
 
 int CountValuesFiles(const FormPageInfo& page, const fs::path& folder) {

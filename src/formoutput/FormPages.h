@@ -34,6 +34,15 @@ inline std::string PrintedFileName(const FormPageInfo& page) {
     return ValuesFileName(page, 1);
 }
 
+// A values file as a user names it: the page's code, of a form of one page for each asset with or without its two digits.
+struct FormPageFile {
+    const FormPageInfo* Page;
+    int Sequence = 1;
+    std::string Name() const { return ValuesFileName(*Page, Sequence); }
+};
+// Failure::InvalidCall for a code that no page has.
+FormPageFile FormPageFileOf(std::string_view code);
+
 // How many values files of the page lie in the folder.
 int CountValuesFiles(const FormPageInfo& page, const std::filesystem::path& folder);
 

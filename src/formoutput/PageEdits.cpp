@@ -2,16 +2,46 @@
 
 #include <utility>
 
+#include <algorithm>
+
+#include "platform/runtime/PlatformError.h"
+#include "platform/runtime/Windows1252.h"
+
 namespace tallymar {
 
-void PageEdits::Show(std::string fileName, FormPageText text, std::vector<FormField> fields) {
+namespace {
+
+bool IsAmount(std::string_view text) {
+    text = Trim(text);
+    if (text.starts_with('(') && text.ends_with(')')) {
+        text = text.substr(1, text.size() - 2);
+    } else if (text.starts_with('-')) {
+        text.remove_prefix(1);
+    }
+    return text.find_first_not_of("0123456789,. ") == std::string_view::npos && std::count(text.begin(), text.end(), '.') <= 1;
+}
+
+}  // namespace
+
+void RequireFits(const FormField& field, std::string_view text) {
+    if (text.size() > static_cast<std::size_t>(field.Width)) {
+        throw PlatformError(Failure::InvalidCall, "\"" + std::string(text) + "\" is too long: the field has room for " +
+                                                      std::to_string(field.Width) + " characters");
+    }
+    if (field.IsAmount && !IsAmount(text))
+        throw PlatformError(Failure::InvalidCall, "\"" + std::string(text) + "\" is no amount");
+    if (std::any_of(text.begin(), text.end(), IsControl)) {
+        throw PlatformError(Failure::InvalidCall, "A field of a page holds no control characters");
+    }
+}
+
+void PageEdits::Show(std::string fileName, std::vector<FormField> fields) {
     if (!done_.empty()) {
         std::vector<Change>& lost = lost_[fileName_];
         lost.insert(lost.end(), done_.begin(), done_.end());
         done_.clear();
     }
     fileName_ = std::move(fileName);
-    text_ = std::move(text);
     fields_ = std::move(fields);
     fieldText_.assign(fields_.size(), {});
 }

@@ -9,16 +9,22 @@
 
 namespace tallymar {
 
+// Failure::InvalidCall, saying why, for a text that the field has no room for or, in a field of an amount, that is none: digits
+// with at most one point, commas, a sign in front or parentheses around them.
+void RequireFits(const FormField& field, std::string_view text);
+
 // The page that is shown and what its user has put into its fields. Fields are counted from 0, in the order of the .FPF file.
 //
 // A page that is left without being saved loses its edits; they are remembered by the page's file name as long as this lives, and
 // Undo brings them back when the page is shown again.
 class PageEdits {
  public:
-    // Shows a page: its values and its fields as the files have them. What the earlier page had unsaved is put away.
-    void Show(std::string fileName, FormPageText text, std::vector<FormField> fields);
+    // text: of the page that is shown, which somebody else owns.
+    explicit PageEdits(FormPageText& text) : text_(text) {}
 
-    const FormPageText& Text() const { return text_; }
+    // The text is now that of another page, as its file has it, or of the same one again. What was unsaved is put away.
+    void Show(std::string fileName, std::vector<FormField> fields);
+
     const std::vector<FormField>& Fields() const { return fields_; }
     // What the user has put into the fields; empty where nothing has been stored.
     const std::string& FieldText(int field) const { return fieldText_.at(static_cast<std::size_t>(field)); }
@@ -49,7 +55,7 @@ class PageEdits {
     void Put(int field, const std::string& text);
 
     std::string fileName_;
-    FormPageText text_{FormPages().front()};
+    FormPageText& text_;
     std::vector<FormField> fields_;
     std::vector<std::string> fieldText_;
     std::vector<Change> done_;

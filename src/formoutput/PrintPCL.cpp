@@ -38,7 +38,7 @@ PagePrint PreparePrint(const AppPath& paths, const fs::path& folder, const FormP
     print.ValuesName = PrintedFileName(page);
     print.Values = FindValues(folder, print.ValuesName);
     print.Blank = paths.Find("Laser/" + print.Code + ".HP");
-    print.Length = PrintedLength(print.Values);
+    print.Length = PrintedValues(print.Values).size();
     return print;
 }
 

@@ -41,7 +41,7 @@ PrintDestination PrinterSettings::RawTo() const {
     return PrintDestination::Queue(Printer);
 }
 
-PrinterSettings LoadPrinterSettings(const std::filesystem::path& folder) {
+std::optional<PrinterSettings> SavedPrinterSettings(const std::filesystem::path& folder) {
     try {
         SequentialReader reader(folder / kFileName);
         PrinterSettings settings;
@@ -50,8 +50,13 @@ PrinterSettings LoadPrinterSettings(const std::filesystem::path& folder) {
         settings.Raw = RawOf(kind, reader.ReadText());
         return settings;
     } catch (const PlatformError&) {
-        return {.Printer = DefaultPrinter(), .Raw = {}};
+        return std::nullopt;
     }
+}
+
+PrinterSettings LoadPrinterSettings(const std::filesystem::path& folder) {
+    if (auto saved = SavedPrinterSettings(folder)) return *saved;
+    return {.Printer = DefaultPrinter(), .Raw = {}};
 }
 
 void SavePrinterSettings(const std::filesystem::path& folder, const PrinterSettings& settings) {

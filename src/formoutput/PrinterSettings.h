@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "platform/spooler/PrintDestination.h"
@@ -18,7 +19,9 @@ struct PrinterSettings {
     friend bool operator==(const PrinterSettings&, const PrinterSettings&) = default;
 };
 
-// As they were saved; without a file, or with one that says nothing usable, the print service's default printer, if it has one.
+// As they were saved; none without a file, or with one that says nothing usable.
+std::optional<PrinterSettings> SavedPrinterSettings(const std::filesystem::path& folder);
+// The same or else the print service's default printer, if it has one.
 PrinterSettings LoadPrinterSettings(const std::filesystem::path& folder);
 // Failures as SequentialWriter's.
 void SavePrinterSettings(const std::filesystem::path& folder, const PrinterSettings& settings);

@@ -134,8 +134,12 @@ TEST(FormPages, AreGoneThroughAlongTheirChain) {
 
 TEST(PageEdits, WhatAPageMoveLosesComesBackWhenThePageIsShownAgain) {
     const std::vector<FormField> fields = {{false, 2, 0, 10}, {true, 3, 8, 10}, {true, 4, 8, 10}};
-    PageEdits edits;
-    const auto show = [&](const char* file) { edits.Show(file, FormPageText::Parse(kFile, "x"), fields); };
+    FormPageText text = FormPageText::Parse(kFile, "x");
+    PageEdits edits(text);
+    const auto show = [&](const char* file) {
+        text = FormPageText::Parse(kFile, "x");
+        edits.Show(file, fields);
+    };
     show("245621.LDT");
     edits.Store(0, "Elm Street");
     EXPECT_FALSE(edits.IsDirty());
@@ -155,7 +159,7 @@ TEST(PageEdits, WhatAPageMoveLosesComesBackWhenThePageIsShownAgain) {
     EXPECT_EQ(edits.Undo(), 1);
     EXPECT_EQ(edits.Undo(), 0);
     EXPECT_FALSE(edits.IsDirty());
-    EXPECT_EQ(edits.Text().ToFile(), kFile);
+    EXPECT_EQ(text.ToFile(), kFile);
     EXPECT_EQ(edits.Undo(), -1);
     edits.Store(0, "Ash");
     edits.Saved();

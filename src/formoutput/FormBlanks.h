@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "formoutput/FormPages.h"
+#include "platform/pcl/SoftFont.h"
+#include "store/AppPath.h"
+
+namespace tallymar {
+
+// The soft fonts of the blanks, as a printer holds them after a download: the firm's own or the delivered ones. What is missing
+// or cannot be read is left out; texts in it are shown in a page font.
+SoftFonts LoadSoftFonts(const AppPath& paths);
+
+// The blank of a page as it is sent to the printer. Failures: FileNotFound; PathAccess for a file longer than kLongestBlank.
+std::string BlankStream(const AppPath& paths, const FormPageInfo& page);
+
+inline constexpr std::size_t kLongestBlank = 4 * 1024 * 1024;
+
+}  // namespace tallymar
