@@ -28,6 +28,9 @@
 #include "batch/frmComputeOptions.h"
 #include "batch/frmResequence.h"
 #include "batch/frmSetBooks.h"
+#include "formoutput/frmHPViewer.h"
+#include "formoutput/frmPrintForm.h"
+#include "formoutput/frmPrinterSetup.h"
 #include "interchange/ConvertCompany.h"
 #include "interchange/frmExportOptions.h"
 #include "interchange/frmImportOptions.h"
@@ -56,6 +59,7 @@ constexpr QSize kFirstSize(1120, 760);
 
 const QString kEditFormName = QStringLiteral("frmEditAsset");
 const QString kFindFormName = QStringLiteral("frmFindAsset");
+const QString kViewerName = QStringLiteral("frmHPViewer");
 
 // A command that is off can be gone to as well, as a preparer knows it: the status line says what it would do. Styles tint only
 // what can be chosen, so it gets a frame.
@@ -88,6 +92,7 @@ Tallymar::Tallymar(AppPath paths)
     setObjectName(ToQString(kProduct));
     setWindowTitle(ToQString(kProduct));
     profile_.Load(session_.Paths().Profile());
+    if (const auto printer = SavedPrinterSettings(session_.Paths().Folder())) UsePrinter(*printer);
     session_.SetObserver(this);
     session_.SetChosenFile(OfferConversion);
 
@@ -181,6 +186,12 @@ void Tallymar::MakeRoutes() {
         {Command::Create4562, [this](int) { CreateForm("4562"); }},
         {Command::Create4797, [this](int) { CreateForm("4797"); }},
         {Command::Create8824, [this](int) { CreateForm("8824"); }},
+        {Command::FilePrinterSetup, [this](int) { frmPrinterSetup(session_.Paths(), this).ShowModal(); }},
+        {Command::SoftFonts,
+         [this](int) {
+             const PrintOutcome outcome = DownloadSoftFontsWithDialog(session_.Paths(), prompts_, this);
+             ShowDone(outcome.Problem.empty() ? outcome.Said : outcome.Problem);
+         }},
         {Command::HelpContents, [this](int) { ShowHelp([](frmHelp& help) { help.ShowContents(); }); }},
         {Command::HelpIndex, [this](int) { ShowHelp([](frmHelp& help) { help.ShowIndex(); }); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
@@ -189,7 +200,7 @@ void Tallymar::MakeRoutes() {
 
 // What a command without a window of its own has done stays on the status line until something else is said there.
 void Tallymar::ShowDone(const std::string& done) {
-    if (!done.empty()) statusBar()->showMessage(ToQString(done));
+    if (!done.empty()) statusBar()->showMessage(FailureToQString(done));
 }
 
 void Tallymar::ShowBatch(const QString& name, Reopen reopen, const std::function<frmBatchForm*()>& make) {
@@ -371,7 +382,22 @@ void Tallymar::CopyAsset(QWidget* over) {
 }
 
 void Tallymar::CreateForm(std::string_view form) {
-    ShowOrMake(ToQString(MakeForm(form)->Info().Window), [this, form] { return new frmCreateForm(form, session_); });
+    ShowOrMake(ToQString(MakeForm(form)->Info().Window), [this, form] {
+        return new frmCreateForm(form, session_, [this](std::string_view pageCode) { ViewForm(pageCode); });
+    });
+}
+
+// The viewer keeps nothing from one opening to the next; but what its user has not saved yet is not taken away.
+void Tallymar::ViewForm(std::string_view pageCode) {
+    if (auto* shown = qobject_cast<frmHPViewer*>(Child(kViewerName))) {
+        if (shown->IsDirty()) {
+            Activate(shown);
+            shown->SayUnsaved();
+            return;
+        }
+        CloseFrame(qobject_cast<QMdiSubWindow*>(shown->parentWidget()));
+    }
+    ShowChild(new frmHPViewer(session_.Paths(), pageCode));
 }
 
 void Tallymar::ShowHelp(const std::function<void(frmHelp&)>& show) {

@@ -88,7 +88,8 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void EditAsset();
     void FindAsset();
     void CopyAsset(QWidget* over);
-    void CreateForm(std::string_view form);  // "4562"
+    void CreateForm(std::string_view form);    // "4562"
+    void ViewForm(std::string_view pageCode);  // "245621"
     // Shows the help over the window that has the keyboard: one that is modal keeps the others from being used.
     void ShowHelp(const std::function<void(frmHelp&)>& show);
 
