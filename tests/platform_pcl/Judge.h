@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -9,6 +8,7 @@
 #include <QImage>
 
 #include "support/Files.h"
+#include "support/Output.h"
 #include "support/TempFolder.h"
 
 namespace tallymar::test {
@@ -17,10 +17,7 @@ namespace tallymar::test {
 class Judge {
  public:
     Judge() {
-        std::FILE* pipe = popen(TALLYMAR_SOURCE_DIR "/tools/pcl-judge --find", "r");
-        char line[4096];
-        if (pipe != nullptr && std::fgets(line, sizeof line, pipe) != nullptr) home_ = line;
-        if (pipe != nullptr) pclose(pipe);
+        home_ = OutputOf(TALLYMAR_SOURCE_DIR "/tools/pcl-judge --find");
         while (!home_.empty() && home_.back() == '\n') home_.pop_back();
     }
 

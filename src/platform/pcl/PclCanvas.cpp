@@ -45,12 +45,10 @@ void PclCanvas::PutGreysUnder() {
     fences_.clear();
 }
 
-PclOp& PclCanvas::Add(const PclOp& op) {
+void PclCanvas::Add(const PclOp& op) {
     if (++ops_ > PclLimits::kOps) FailPclLimit("things drawn");
     textOpen_ = false;
-    std::vector<PclOp>& ops = Page().Ops;
-    ops.push_back(op);
-    return ops.back();
+    Page().Ops.push_back(op);
 }
 
 void PclCanvas::Rectangle(int x, int y, int width, int height, int grey, bool opaque) {
@@ -82,13 +80,13 @@ void PclCanvas::AppendToText(char c, int x) {
     if (drawing_.Texts.size() >= PclLimits::kCharacters) FailPclLimit("characters");
     drawing_.Texts += c;
     drawing_.Positions.push_back(x);
-    ++drawing_.Pages.back().Ops.back().Length;
+    ++OpenText().Length;
 }
 
 void PclCanvas::Character(int font, int grey, char c, int x, int y, int advance) {
     const auto follows = [&] {
         if (!textOpen_ || x != textEnd_) return false;
-        const PclOp& text = drawing_.Pages.back().Ops.back();
+        const PclOp& text = OpenText();
         return text.Font == font && text.Grey == grey && text.Y == y;
     };
     if (c == ' ') {
@@ -108,31 +106,33 @@ void PclCanvas::Character(int font, int grey, char c, int x, int y, int advance)
              .Y = y,
              .Start = static_cast<std::uint32_t>(drawing_.Texts.size())});
         textOpen_ = true;
+        text_ = drawing_.Pages.back().Ops.size() - 1;
     } else if (blanks_ == 1) {
         AppendToText(' ', blankX_);
     }
     blanks_ = 0;
     AppendToText(c, x);
     textEnd_ = x + advance;
-    PclOp& text = drawing_.Pages.back().Ops.back();
-    text.Width = textEnd_ - text.X;
+    OpenText().Width = textEnd_ - OpenText().X;
 }
 
 void PclCanvas::Glyph(const SoftGlyph& glyph, int x, int y, int dot, int grey) {
     if (glyph.Rows.empty()) return;
+    const bool textOpen = textOpen_;
     const auto known = glyphs_.find(&glyph);
     if (known == glyphs_.end()) {
+        glyphs_.emplace(&glyph, static_cast<std::uint32_t>(drawing_.Bitmaps.size()));
         Bitmap({.Width = glyph.Width, .Height = glyph.Height, .Rows = glyph.Rows}, x, y, dot, grey);
-        glyphs_.emplace(&glyph, static_cast<std::uint32_t>(drawing_.Bitmaps.size() - 1));
-        return;
+    } else {
+        Add({.Op = PclOp::Kind::Bitmap,
+             .Grey = static_cast<std::uint8_t>(grey),
+             .X = x,
+             .Y = y,
+             .Width = glyph.Width * dot,
+             .Height = glyph.Height * dot,
+             .Start = known->second});
     }
-    Add({.Op = PclOp::Kind::Bitmap,
-         .Grey = static_cast<std::uint8_t>(grey),
-         .X = x,
-         .Y = y,
-         .Width = glyph.Width * dot,
-         .Height = glyph.Height * dot,
-         .Start = known->second});
+    textOpen_ = textOpen;  // the dots are those of its characters
 }
 
 void PclCanvas::Bitmap(PclBitmap bitmap, int x, int y, int dot, int grey) {

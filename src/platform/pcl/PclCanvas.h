@@ -50,7 +50,8 @@ class PclCanvas {
 
  private:
     PclPage& Page();
-    PclOp& Add(const PclOp& op);
+    void Add(const PclOp& op);
+    PclOp& OpenText() { return drawing_.Pages.back().Ops[text_]; }
     void AppendToText(char c, int x);
     void PutGreysUnder();
 
@@ -64,9 +65,10 @@ class PclCanvas {
     std::vector<std::size_t> fences_;  // things of the page that hide what is below: no grey goes under them
     // The text that more characters may join.
     bool textOpen_ = false;
-    int textEnd_ = 0;  // where its next character would stand
-    int blanks_ = 0;   // that stand behind it already
-    int blankX_ = 0;   // the first of them
+    std::size_t text_ = 0;  // where it is among the things of the page
+    int textEnd_ = 0;       // where its next character would stand
+    int blanks_ = 0;        // that stand behind it already
+    int blankX_ = 0;        // the first of them
 };
 
 }  // namespace tallymar

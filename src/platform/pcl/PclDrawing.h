@@ -15,7 +15,7 @@ inline constexpr int kPclUnitsPerDecipoint = 10;
 
 // A font as a stream asks for it. Soft fonts are described in the same words.
 struct PclFontDescription {
-    int SymbolSet = 277;        // the number x 32 + the letter - 64: 8U is 277, 19U (Windows) 629
+    int SymbolSet = 341;        // the number x 32 + the letter - 64: 10U (PC-8) is 341, 19U (Windows) 629
     bool Proportional = false;  // else of one pitch
     int Pitch = 1000;           // hundredths of a character to the inch; of fonts of one pitch
     int Height = 1200;          // hundredths of a point

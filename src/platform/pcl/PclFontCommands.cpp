@@ -66,7 +66,8 @@ void PclInterpreter::SetFontHeight(const PclCommand& command) {
 
 void PclInterpreter::SetFontStyle(const PclCommand& command) {
     DescribeFont(
-        WhichFont(command), [](PclFontDescription& asked, double value) { asked.Style = static_cast<int>(value); }, command.Value);
+        WhichFont(command), [](PclFontDescription& asked, double value) { asked.Style = static_cast<int>(value); },
+        command.Value);
 }
 
 void PclInterpreter::SetFontWeight(const PclCommand& command) {
@@ -78,7 +79,8 @@ void PclInterpreter::SetFontWeight(const PclCommand& command) {
 
 void PclInterpreter::SetFontTypeface(const PclCommand& command) {
     DescribeFont(
-        WhichFont(command), [](PclFontDescription& asked, double value) { asked.Typeface = static_cast<int>(value); }, command.Value);
+        WhichFont(command), [](PclFontDescription& asked, double value) { asked.Typeface = static_cast<int>(value); },
+        command.Value);
 }
 
 // A printer that lacks the number keeps the font that it has.
@@ -272,15 +274,14 @@ void PclInterpreter::RunMacro(int number, bool withCopy) {
     if (found == macros_.end() || depth_ >= kDeepest) return;
     const std::string macro = found->second;  // which it may delete
     const Environment before = now_;
-    const Place place{x_, y_};
+    const int idBefore = macroId_;
     ++depth_;
     Run(macro);
     --depth_;
     if (!withCopy) return;
     EndRaster();
-    now_ = before;
-    x_ = place.X;
-    y_ = place.Y;
+    now_ = before;  // all but the cursor
+    macroId_ = idBefore;
     for (FontState& state : now_.Fonts) state.IsChosen = false;
 }
 

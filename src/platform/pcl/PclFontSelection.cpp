@@ -65,7 +65,7 @@ Distance DistanceOf(const PclFontDescription& asked, const PclFontDescription& h
 
 // What of the description the printer's own typefaces cannot answer.
 PclFontDescription OwnAnswer(PclFontDescription asked) {
-    if (!IsTextSymbolSet(asked.SymbolSet)) asked.SymbolSet = kRoman8;
+    if (!IsTextSymbolSet(asked.SymbolSet)) asked.SymbolSet = kPc8;
     const bool known = asked.Proportional ? IsOneOf(kSansTypefaces, asked.Typeface) : IsOneOf(kFixedTypefaces, asked.Typeface);
     if (!known) asked.Typeface = asked.Proportional ? kSansTypefaces[2] : kCourier;
     asked.Style = 0;

@@ -26,7 +26,7 @@ const PclInterpreter::Row PclInterpreter::kRows[] = {
     {"&lL", &PclInterpreter::SetPerforationSkip},
     {"&lH", &PclInterpreter::FeedPaper},
     {"&lX", &PclInterpreter::Ignore},  // copies
-    {"&lS", &PclInterpreter::Ignore},  // both sides
+    {"&lS", &PclInterpreter::SetDuplex},
     {"&lG", &PclInterpreter::Ignore},  // output bin
     {"&lT", &PclInterpreter::Ignore},  // stacking
     {"&lM", &PclInterpreter::Ignore},  // kind of paper
@@ -46,6 +46,8 @@ const PclInterpreter::Row PclInterpreter::kRows[] = {
     {"&sC", &PclInterpreter::SetWrap},
     {"&fS", &PclInterpreter::PushPop},
     {"&pX", &PclInterpreter::PrintTransparent},
+    {"&dD", &PclInterpreter::StartUnderline},
+    {"&d@", &PclInterpreter::StopUnderline},
     {"*cA", &PclInterpreter::SetRectangleWidth},
     {"*cB", &PclInterpreter::SetRectangleHeight},
     {"*cH", &PclInterpreter::SetRectangleWidthDecipoints},
@@ -111,6 +113,7 @@ PclInterpreter::PclInterpreter(PclDrawing& drawing, SoftFonts& fonts) : drawing_
 void PclInterpreter::Print(std::string_view stream) {
     Run(stream);
     EndRaster();
+    EndUnderline();
     if (canvas_.IsMarked()) Eject();
 }
 
@@ -197,6 +200,7 @@ bool PclInterpreter::ChoosesSymbolSet(const PclCommand& command) {
 
 void PclInterpreter::Reset(const PclCommand&) {
     EndRaster();
+    EndUnderline();
     if (canvas_.IsMarked()) Eject();
     now_ = {};
     places_.clear();
@@ -259,6 +263,10 @@ void PclInterpreter::Character(unsigned char code) {
         if (code != kEscape) Control(static_cast<char>(code));
         return;
     }
+    PrintCode(code);
+}
+
+void PclInterpreter::PrintCode(unsigned char code) {
     const ChosenFont& font = CurrentFont();
     const int symbolSet = font.Drawn.Asked.SymbolSet;
     const SoftGlyph* glyph = font.Soft ? font.Soft->Find(static_cast<char>(code)) : nullptr;
@@ -297,6 +305,7 @@ void PclInterpreter::Character(unsigned char code) {
             canvas_.Glyph(*glyph, x + glyph->Left * dot, y_ - glyph->Top * dot, dot, Ink());
         }
     }
+    if (now_.Underline != Environment::NoUnderline) Underline(x_, x_ + advance);
     lastAdvance_ = advance;
     x_ = std::clamp(x_ + advance, 0, TextEdge());
 }

@@ -47,6 +47,7 @@ class PclInterpreter {
         int PatternId = 0;
         bool PatternIsOpaque = false;
         bool SourceIsOpaque = false;
+        enum { NoUnderline, FixedUnderline, FloatingUnderline } Underline = NoUnderline;
         int RectangleWidth = 0;
         int RectangleHeight = 0;
         int RasterResolution = 75;
@@ -69,6 +70,10 @@ class PclInterpreter {
     void Execute(const PclCommand& command, PclScanner& scanner);
     void Character(unsigned char code);
     void Control(char c);
+    // A code that is printed whatever it is; what is no character takes the room of a blank.
+    void PrintCode(unsigned char code);
+    void Underline(int from, int to);
+    void EndUnderline();
     bool ChoosesSymbolSet(const PclCommand& command);
     void SkipJobLanguage(PclScanner& scanner);
     void SkipPlotter(PclScanner& scanner);
@@ -127,6 +132,9 @@ class PclInterpreter {
     void SetWrap(const PclCommand&);
     void PushPop(const PclCommand&);
     void PrintTransparent(const PclCommand&);
+    void StartUnderline(const PclCommand&);
+    void StopUnderline(const PclCommand&);
+    void SetDuplex(const PclCommand&);
     void SetRectangleWidth(const PclCommand&);
     void SetRectangleHeight(const PclCommand&);
     void SetRectangleWidthDecipoints(const PclCommand&);
@@ -176,6 +184,9 @@ class PclInterpreter {
     bool pastMargin_ = false;  // a move has gone beyond the right margin: texts end at the page's edge
     int lastAdvance_ = 0;
     std::vector<Place> places_;  // pushed
+    Place underline_{};          // where the line under the text begins
+    int underlineEnd_ = 0;
+    bool isUnderlined_ = false;
 
     bool inRaster_ = false;
     PclRaster raster_{0, 0};

@@ -26,6 +26,7 @@ void PclInterpreter::Home() {
 }
 
 void PclInterpreter::Eject() {
+    EndUnderline();
     if (overlay_ >= 0) RunMacro(overlay_, true);
     canvas_.EndPage();
     moved_ = false;
@@ -36,7 +37,7 @@ void PclInterpreter::LineFeed(int distance) {
     moved_ = true;
     if (y_ <= now_.Page.LastLine()) return;
     Eject();
-    y_ = now_.Page.FirstLine();
+    y_ = now_.Page.FirstLine() - (now_.Page.SkipsPerforation ? 0 : now_.Page.TopMargin);
 }
 
 void PclInterpreter::CarriageReturn() {
@@ -192,7 +193,42 @@ void PclInterpreter::PushPop(const PclCommand& command) {
 }
 
 void PclInterpreter::PrintTransparent(const PclCommand& command) {
-    for (const char c : command.Data) Character(static_cast<unsigned char>(c));
+    for (const char c : command.Data) PrintCode(static_cast<unsigned char>(c));
+}
+
+void PclInterpreter::StartUnderline(const PclCommand& command) {
+    constexpr int kFloating = 3;
+    now_.Underline = command.Whole() == kFloating ? Environment::FloatingUnderline : Environment::FixedUnderline;
+}
+
+void PclInterpreter::StopUnderline(const PclCommand&) {
+    EndUnderline();
+    now_.Underline = Environment::NoUnderline;
+}
+
+void PclInterpreter::Underline(int from, int to) {
+    if (isUnderlined_ && (from != underlineEnd_ || y_ != underline_.Y)) EndUnderline();
+    if (!isUnderlined_) underline_ = {from, y_};
+    isUnderlined_ = true;
+    underlineEnd_ = to;
+}
+
+void PclInterpreter::EndUnderline() {
+    // A fixed one lies 5 dots below the baseline; a floating one is as far away as the text is large.
+    constexpr int kFixed = 5 * kPclUnitsPerDot;
+    constexpr double kFloatingUnitsPerPoint = 0.2 * kPclUnitsPerInch / 72;
+    constexpr int kThickness = 3 * kPclUnitsPerDot;
+    if (!isUnderlined_) return;
+    isUnderlined_ = false;
+    const bool floating = now_.Underline == Environment::FloatingUnderline;
+    const int below = floating ? Rounded(CurrentFont().Drawn.Size * kFloatingUnitsPerPoint) : kFixed;
+    canvas_.Rectangle(now_.Page.LogicalLeft + underline_.X, underline_.Y + below - kThickness / 2, underlineEnd_ - underline_.X,
+                      kThickness, 0, false);
+}
+
+// The other side of a sheet is a page of its own.
+void PclInterpreter::SetDuplex(const PclCommand& command) {
+    FeedPaper(command);
 }
 
 }  // namespace tallymar

@@ -78,44 +78,24 @@ std::string FromDelta(std::string_view data, const std::string& seed, std::size_
     return row.Take();
 }
 
-std::string FromPackedDelta(std::string_view data, const std::string& seed, std::size_t most) {
-    RowWriter row(seed, most);
-    for (std::size_t i = 0; i < data.size();) {
-        const int control = PclByte(data, i++);
-        const bool packed = (control & 0x80) != 0;
-        row.Skip(packed ? Continued(data, i, control >> 5 & 3, 3) : Continued(data, i, control >> 3 & 15, 15));
-        const std::size_t count = packed ? Continued(data, i, control & 31, 31) + 2 : Continued(data, i, control & 7, 7) + 1;
-        if (packed) {
-            if (i < data.size()) row.Put(data[i++], count);
-        } else {
-            const std::string_view literal = data.substr(std::min(i, data.size()), count);
-            row.Put(literal);
-            i += literal.size();
-        }
-    }
-    return row.Take();
-}
-
 }  // namespace
 
 bool PclRaster::KnowsMethod(int method) {
-    return (method >= 0 && method <= 3) || method == 5 || method == 9;
+    return (method >= 0 && method <= 3) || method == 5;
 }
 
 void PclRaster::AddRow(std::string_view data, int method) {
     switch (method) {
         case 1:
-            return AddDecoded(FromRunLengths(data, mostStride_));
+            return AddDecoded(FromRunLengths(data, MostStride()));
         case 2:
-            return AddDecoded(FromPackedBits(data, mostStride_));
+            return AddDecoded(FromPackedBits(data, MostStride()));
         case 3:
-            return AddDecoded(FromDelta(data, seed_, mostStride_));
+            return AddDecoded(FromDelta(data, seed_, MostStride()));
         case 5:
             return AddMixed(data);
-        case 9:
-            return AddDecoded(FromPackedDelta(data, seed_, mostStride_));
         default:
-            return AddDecoded(std::string(data.substr(0, mostStride_)));
+            return AddDecoded(std::string(data.substr(0, MostStride())));
     }
 }
 
@@ -160,7 +140,7 @@ void PclRaster::SkipRows(int count) {
 PclBitmap PclRaster::Take() {
     PclBitmap bitmap;
     if (!rows_.empty()) {
-        bitmap.Width = static_cast<int>(stride_ * 8);
+        bitmap.Width = std::min(static_cast<int>(stride_ * 8), mostWidth_);
         bitmap.Height = rows_.back().Y + 1;
         bitmap.Rows.assign(stride_ * static_cast<std::size_t>(bitmap.Height), '\0');
         for (const Row& row : rows_)

@@ -11,7 +11,7 @@ namespace tallymar {
 class PclRaster {
  public:
     // The greatest size, in dots; what lies beyond is dropped.
-    PclRaster(int mostWidth, int mostHeight) : mostStride_((mostWidth + 7) / 8), mostHeight_(mostHeight) {}
+    PclRaster(int mostWidth, int mostHeight) : mostWidth_(mostWidth), mostHeight_(mostHeight) {}
 
     // ESC*b#W in a method of ESC*b#M: 0 plain, 1 run lengths, 2 TIFF packed bits, 3 what differs from the row before, 5 a mixture
     // of these row by row, 9 what differs, in run lengths. Data that ends too soon leaves the rest of its row as the method has
@@ -28,7 +28,9 @@ class PclRaster {
     void AddDecoded(std::string row);
     void AddMixed(std::string_view data);
 
-    std::size_t mostStride_;
+    std::size_t MostStride() const { return static_cast<std::size_t>(mostWidth_ + 7) / 8; }
+
+    int mostWidth_;
     int mostHeight_;
     int height_ = 0;
     std::size_t stride_ = 0;

@@ -44,12 +44,12 @@ std::optional<char> ToWindows1252(int symbolSet, unsigned char code) {
             return same;
         case kLatin1:
             return code >= 160 ? std::optional<char>(same) : std::nullopt;
-        case kPc8:
-            return At(kPc8From128, code - 128);
+        case kRoman8:
+            return At(kRoman8From161, code - 161);
         case kAscii:
             return std::nullopt;
         default:
-            return At(kRoman8From161, code - 161);
+            return At(kPc8From128, code - 128);
     }
 }
 

@@ -17,7 +17,7 @@ inline constexpr int kPc8 = PclSymbolSet(10, 'U');
 // Does the set hold letters and figures, as far as is known here?
 bool IsTextSymbolSet(int symbolSet);
 
-// None for a code that prints nothing. The symbols of a set that is not known are read as Roman-8, as printers do that lack it.
+// None for a code that prints nothing. The symbols of a set that is not known are read as PC-8, which a printer begins with.
 std::optional<char> ToWindows1252(int symbolSet, unsigned char code);
 
 }  // namespace tallymar
