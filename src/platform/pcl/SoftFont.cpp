@@ -56,6 +56,7 @@ std::optional<SoftFont> ParseSoftFontHeader(std::string_view data) {
     font.SymbolSet = PclUnsigned16(data, 14);
     font.Pitch = PclUnsigned16(data, 16);
     font.Height = PclUnsigned16(data, 18);
+    if (font.Height == 0) font.Height = std::max(font.CellHeight, 1) * 4;  // not told: as high as its cell
     font.Style = PclByte(data, 4) << 8 | PclByte(data, 23);
     font.Weight = PclSigned8(data, 24);
     font.Typeface = PclByte(data, 26) << 8 | PclByte(data, 25);
