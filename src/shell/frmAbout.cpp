@@ -5,10 +5,12 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QStringList>
 #include <QVBoxLayout>
 
 #include "platform/controls/CSCmdBtn.h"
 #include "platform/controls/FieldRows.h"
+#include "shell/frmSystemInfo.h"
 
 namespace tallymar {
 
@@ -56,9 +58,18 @@ frmAbout::frmAbout(QWidget* parent) : CSForm("frmAbout", tr("About Tallymar for 
 
 void frmAbout::ShowSystemInformation() {
     // Desktops name their own tool; the first one that is there is taken.
-    for (const char* tool : {"kinfocenter", "hardinfo2", "hardinfo"}) {
-        const QString path = QStandardPaths::findExecutable(QString::fromLatin1(tool));
-        if (!path.isEmpty() && QProcess::startDetached(path, {})) return;
+    struct Tool {
+        const char* Program;
+        QStringList Arguments;
+    };
+    for (const Tool& tool : {Tool{"hardinfo2", {}}, Tool{"hardinfo", {}}, Tool{"kinfocenter", {}},
+                             Tool{"gnome-control-center", {QStringLiteral("info-overview")}}}) {
+        const QString path = QStandardPaths::findExecutable(QString::fromLatin1(tool.Program));
+        if (!path.isEmpty() && QProcess::startDetached(path, tool.Arguments)) return;
+    }
+    if (const auto facts = SystemFacts(); !facts.empty()) {
+        frmSystemInfo(facts, this).ShowModal();
+        return;
     }
     QMessageBox::information(this, windowTitle(), tr("System Information Is Unavailable At This Time"));
 }

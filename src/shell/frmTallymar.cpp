@@ -44,6 +44,7 @@
 #include "reports/frmLabelOptions.h"
 #include "reports/frmReportOptions.h"
 #include "shell/frmAbout.h"
+#include "shell/frmBrowser.h"
 #include "shell/frmEditCompany.h"
 #include "shell/frmEditUser.h"
 #include "shell/frmHelp.h"
@@ -192,6 +193,7 @@ void Tallymar::MakeRoutes() {
              const PrintOutcome outcome = DownloadSoftFontsWithDialog(session_.Paths(), prompts_, this);
              ShowDone(outcome.Problem.empty() ? outcome.Said : outcome.Problem);
          }},
+        {Command::Update, [this](int) { ShowUpdate(); }},
         {Command::HelpContents, [this](int) { ShowHelp([](frmHelp& help) { help.ShowContents(); }); }},
         {Command::HelpIndex, [this](int) { ShowHelp([](frmHelp& help) { help.ShowIndex(); }); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
@@ -398,6 +400,11 @@ void Tallymar::ViewForm(std::string_view pageCode) {
         CloseFrame(qobject_cast<QMdiSubWindow*>(shown->parentWidget()));
     }
     ShowChild(new frmHPViewer(session_.Paths(), pageCode));
+}
+
+void Tallymar::ShowUpdate() {
+    ShowOrMake(QStringLiteral("frmBrowser"),
+               [this] { return new frmBrowser(UpdateSites::Read(session_.Paths().Find("update.txt"))); });
 }
 
 void Tallymar::ShowHelp(const std::function<void(frmHelp&)>& show) {

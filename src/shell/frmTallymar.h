@@ -90,6 +90,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void CopyAsset(QWidget* over);
     void CreateForm(std::string_view form);    // "4562"
     void ViewForm(std::string_view pageCode);  // "245621"
+    void ShowUpdate();
     // Shows the help over the window that has the keyboard: one that is modal keeps the others from being used.
     void ShowHelp(const std::function<void(frmHelp&)>& show);
 

@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 
+#include <QHelpLink>
 #include <QProcess>
 
 #include <gtest/gtest.h>
@@ -87,6 +88,7 @@ constexpr NoMessages kNoMessages[] = {
     {"platform/recordset/Sql", "words of the database language"},
     {"platform/runtime/Pictures.h", "pictures of dates"},
     {"store/AppPath", "names of folders"},
+    {"shell/frmSystemInfo.cpp", "names of the facts, and a hint"},
     {"shell/main.cpp", "options of the program"},
 };
 
@@ -139,6 +141,23 @@ TEST(Messages, EachIsInTheHelpWordForWord) {
         }
     }
     EXPECT_GT(seen, 300u);
+}
+
+// Windows that no command of the menus opens are found by their names in the source.
+TEST(Windows, EachHasAPage) {
+    static const std::regex kWindow("frm[A-Z][A-Za-z0-9]+");
+    const auto books = test::OpenBooks();
+    std::set<std::string> windows;
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(TALLYMAR_SOURCE_DIR) / "src")) {
+        if (entry.path().extension() != ".cpp") continue;
+        for (const test::SourceText& text : test::TextsOf(entry.path())) {
+            if (std::regex_match(text.Text, kWindow)) windows.insert(text.Text);
+        }
+    }
+    EXPECT_GT(windows.size(), 25u);
+    for (const std::string& window : windows) {
+        EXPECT_FALSE(books->documentsForIdentifier(QString::fromStdString(window)).isEmpty()) << window;
+    }
 }
 
 TEST(Tool, EveryCommandIsInTheHelp) {
