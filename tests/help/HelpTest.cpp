@@ -45,7 +45,7 @@ class Help : public testing::Test {
     bool HasPage(const QString& key) { return !books_->documentsForIdentifier(key).isEmpty(); }
     // The fields and commands of a window that the keyboard can be in and that have no place of their own in the help.
     void LookAt(const QWidget* form) {
-        if (!HasPage(form->objectName())) missing_.insert(form->objectName());
+        if (const QString window = HelpKeysOf(form).value(0); !HasPage(window)) missing_.insert(window);
         for (const QWidget* control : form->findChildren<QWidget*>()) {
             const QString name = control->objectName();
             if (control->focusPolicy() == Qt::NoFocus || name.isEmpty() || name.startsWith("qt_")) continue;

@@ -110,9 +110,10 @@ bool ReadsLikeAMessage(const std::string& text) {
 std::vector<std::string> Pieces(const std::string& text) {
     static const std::regex kPlace("%[0-9n]");
     static const std::regex kBlanks("\\s+");
+    static const std::regex kAccess("&(\\w)");  // an access key
     std::vector<std::string> pieces;
     for (std::sregex_token_iterator part(text.begin(), text.end(), kPlace, -1), end; part != end; ++part) {
-        std::string piece = std::regex_replace(part->str(), kBlanks, " ");
+        std::string piece = std::regex_replace(std::regex_replace(part->str(), kAccess, "$1"), kBlanks, " ");
         while (piece.starts_with(' ')) piece.erase(0, 1);
         while (piece.ends_with(' ')) piece.pop_back();
         if (!piece.empty()) pieces.push_back(piece);
