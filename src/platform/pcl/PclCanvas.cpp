@@ -1,11 +1,45 @@
 #include "platform/pcl/PclCanvas.h"
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 #include "platform/runtime/PlatformError.h"
 
 namespace tallymar {
+
+namespace {
+
+using Runs = std::vector<std::pair<int, int>>;
+
+Runs RunsOf(const PclBitmap& bitmap, int y) {
+    Runs runs;
+    for (int x = 0; x < bitmap.Width; ++x) {
+        if (!bitmap.IsSet(x, y)) continue;
+        if (runs.empty() || runs.back().second != x) runs.emplace_back(x, x);
+        ++runs.back().second;
+    }
+    return runs;
+}
+
+// The few rectangles that a glyph of lines is made of; none when it is another shape.
+std::vector<PclCanvas::Part> PartsOf(const PclBitmap& bitmap) {
+    constexpr std::size_t kMost = 4;  // a frame; more are letters
+    std::vector<PclCanvas::Part> parts;
+    Runs open;
+    for (int y = 0; y < bitmap.Height; ++y) {
+        const Runs runs = RunsOf(bitmap, y);
+        if (runs == open) {
+            for (std::size_t i = parts.size() - runs.size(); i < parts.size(); ++i) ++parts[i].Bottom;
+            continue;
+        }
+        for (const auto& [left, right] : runs) parts.push_back({left, right, y, y + 1});
+        if (parts.size() > kMost) return {};
+        open = runs;
+    }
+    return parts;
+}
+
+}  // namespace
 
 void FailPclLimit(std::string_view what) {
     throw PlatformError(Failure::Overflow, "The page holds too much to be shown: too many " + std::string(what) + ".");
@@ -119,35 +153,41 @@ void PclCanvas::Character(int font, int grey, char c, int x, int y, int advance)
 void PclCanvas::Glyph(const SoftGlyph& glyph, int x, int y, int dot, int grey) {
     if (glyph.Rows.empty()) return;
     const bool textOpen = textOpen_;
-    const auto known = glyphs_.find(&glyph);
+    auto known = glyphs_.find(&glyph);
     if (known == glyphs_.end()) {
-        glyphs_.emplace(&glyph, static_cast<std::uint32_t>(drawing_.Bitmaps.size()));
-        Bitmap({.Width = glyph.Width, .Height = glyph.Height, .Rows = glyph.Rows}, x, y, dot, grey);
-    } else {
-        Add({.Op = PclOp::Kind::Bitmap,
-             .Grey = static_cast<std::uint8_t>(grey),
-             .X = x,
-             .Y = y,
-             .Width = glyph.Width * dot,
-             .Height = glyph.Height * dot,
-             .Start = known->second});
+        PclBitmap dots{.Width = glyph.Width, .Height = glyph.Height, .Rows = glyph.Rows};
+        KnownGlyph made{.Parts = PartsOf(dots)};
+        if (made.Parts.empty()) made.Bitmap = Keep(std::move(dots));
+        known = glyphs_.emplace(&glyph, std::move(made)).first;
     }
+    for (const Part& part : known->second.Parts) {
+        Rectangle(x + part.Left * dot, y + part.Top * dot, (part.Right - part.Left) * dot, (part.Bottom - part.Top) * dot, grey,
+                  grey == 255);
+    }
+    if (known->second.Parts.empty()) AddDots(known->second.Bitmap, x, y, dot, grey);
     textOpen_ = textOpen;  // the dots are those of its characters
 }
 
 void PclCanvas::Bitmap(PclBitmap bitmap, int x, int y, int dot, int grey) {
+    AddDots(Keep(std::move(bitmap)), x, y, dot, grey);
+}
+
+std::uint32_t PclCanvas::Keep(PclBitmap bitmap) {
     dotBytes_ += bitmap.Rows.size();
     if (dotBytes_ > PclLimits::kDotBytes) FailPclLimit("dots");
-    const int width = bitmap.Width * dot;
-    const int height = bitmap.Height * dot;
     drawing_.Bitmaps.push_back(std::move(bitmap));
+    return static_cast<std::uint32_t>(drawing_.Bitmaps.size() - 1);
+}
+
+void PclCanvas::AddDots(std::uint32_t number, int x, int y, int dot, int grey) {
+    const PclBitmap& bitmap = drawing_.Bitmaps[number];
     Add({.Op = PclOp::Kind::Bitmap,
          .Grey = static_cast<std::uint8_t>(grey),
          .X = x,
          .Y = y,
-         .Width = width,
-         .Height = height,
-         .Start = static_cast<std::uint32_t>(drawing_.Bitmaps.size() - 1)});
+         .Width = bitmap.Width * dot,
+         .Height = bitmap.Height * dot,
+         .Start = number});
 }
 
 }  // namespace tallymar

@@ -42,21 +42,36 @@ class PclCanvas {
     // A character of Windows-1252 at its origin on the baseline. Characters that follow each other join to a text; one that
     // stands after more than one blank begins a new one.
     void Character(int font, int grey, char c, int x, int y, int advance);
-    // Dots of size dot; the bitmap of a glyph is kept once.
+    // Dots of size dot. A glyph that is made of lines becomes rectangles, which are crisp at any size; another is kept once.
     void Glyph(const SoftGlyph& glyph, int x, int y, int dot, int grey);
     void Bitmap(PclBitmap bitmap, int x, int y, int dot, int grey);
     // Glyphs may have changed.
     void ForgetGlyphs() { glyphs_.clear(); }
 
+    // A rectangle of dots within a glyph.
+    struct Part {
+        int Left;
+        int Right;
+        int Top;
+        int Bottom;
+    };
+
  private:
     PclPage& Page();
     void Add(const PclOp& op);
     PclOp& OpenText() { return drawing_.Pages.back().Ops[text_]; }
+    struct KnownGlyph {
+        std::vector<Part> Parts;   // of one made of lines
+        std::uint32_t Bitmap = 0;  // else its number
+    };
+
+    std::uint32_t Keep(PclBitmap bitmap);
+    void AddDots(std::uint32_t number, int x, int y, int dot, int grey);
     void AppendToText(char c, int x);
     void PutGreysUnder();
 
     PclDrawing& drawing_;
-    std::map<const SoftGlyph*, std::uint32_t> glyphs_;
+    std::map<const SoftGlyph*, KnownGlyph> glyphs_;
     std::size_t ops_ = 0;
     std::size_t dotBytes_ = 0;
     int width_ = 0;
