@@ -5,7 +5,7 @@
 #include <hb-subset.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <cmath>
 #include <iterator>
 #include <memory>
 
@@ -21,7 +21,8 @@ constexpr PageFontFamily kFamilies[] = {
     {"Courier New", {"Liberation Mono", "Courier New"}, false},
 };
 
-constexpr int kWidthTolerance = 1;  // font units
+constexpr double kWidthTolerance = 1;  // font units
+constexpr std::size_t kAsciiEnd = 0x7F;
 
 template <auto Destroy>
 struct Release {
@@ -67,8 +68,7 @@ bool Agrees(hb_face_t* face, const FontMetrics& metrics) {
     for (int byte = 0; byte < 256; ++byte) {
         hb_codepoint_t glyph = 0;
         if (!hb_font_get_nominal_glyph(font.get(), CodePointOf(static_cast<char>(byte)), &glyph)) return false;
-        const int width = hb_font_get_glyph_h_advance(font.get(), glyph);
-        if (std::abs(width - metrics.Advances[static_cast<std::size_t>(byte)]) > kWidthTolerance) return false;
+        if (!IsWidthOf(metrics, static_cast<std::size_t>(byte), hb_font_get_glyph_h_advance(font.get(), glyph))) return false;
     }
     return true;
 }
@@ -131,6 +131,10 @@ const PageFontFamily* FindPageFontFamily(std::string_view pageName) {
     const auto* found = std::find_if(std::begin(kFamilies), std::end(kFamilies),
                                      [&](const PageFontFamily& family) { return family.PageName == pageName; });
     return found == std::end(kFamilies) ? nullptr : found;
+}
+
+bool IsWidthOf(const FontMetrics& metrics, std::size_t byte, double width) {
+    return byte >= kAsciiEnd || std::abs(width - metrics.Advances[byte]) <= kWidthTolerance;
 }
 
 PlatformError MissingPageFont(std::string_view pageName) {

@@ -1,7 +1,6 @@
 #include "platform/page/QtPageFont.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include <QFont>
 #include <QFontDatabase>
@@ -33,7 +32,7 @@ bool Agrees(const QRawFont& font, const FontMetrics& metrics) {
     QPointF advances[256];
     if (!atUnits.advancesForGlyphIndexes(glyphs.data(), advances, 256)) return false;
     for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
-        if (glyphs[byte] == 0 || std::abs(advances[byte].x() - metrics.Advances[byte]) > 1) return false;
+        if (glyphs[byte] == 0 || !IsWidthOf(metrics, byte, advances[byte].x())) return false;
     }
     return true;
 }
