@@ -54,6 +54,10 @@ void SplitCityState(std::string& city, std::string& state) {
     }
 }
 
+std::int16_t ScaledInteger(float first, float second) {
+    return ToInteger(static_cast<double>(first / second));
+}
+
 void RequireNumberPrefix(std::string_view prefix) {
     const bool isPlain =
         std::all_of(prefix.begin(), prefix.end(), [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });

@@ -37,6 +37,9 @@ std::int32_t DaysBetween(Date from, Date to);
 // keeps its case. Without a code at the end both stay as they are.
 void SplitCityState(std::string& city, std::string& state);
 
+// first / second, ties to even. Overflow fails with Failure::Overflow.
+std::int16_t ScaledInteger(float first, float second);
+
 // What new asset numbers are to begin with is of the letters A to Z and digits; else Failure::InvalidCall.
 void RequireNumberPrefix(std::string_view prefix);
 

@@ -67,5 +67,12 @@ TEST(SplitCityState, TakesACodeAfterABlankOnly) {
     }
 }
 
+TEST(ScaledInteger, RoundsTiesToEvenAndFailsOutsideSixteenBits) {
+    EXPECT_EQ(ScaledInteger(5.0F, 2.0F), 2);
+    EXPECT_EQ(ScaledInteger(7.0F, 2.0F), 4);
+    EXPECT_THROW(ScaledInteger(1.0F, 0.0F), PlatformError);
+    EXPECT_THROW(ScaledInteger(70000.0F, 1.0F), PlatformError);
+}
+
 }  // namespace
 }  // namespace tallymar
