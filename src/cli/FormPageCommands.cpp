@@ -11,6 +11,7 @@
 #include "formoutput/FormPagesPdf.h"
 #include "formoutput/PageEdits.h"
 #include "formoutput/PrintPCL.h"
+#include "formoutput/PrinterSettings.h"
 #include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
@@ -40,9 +41,13 @@ PrintDestination Destination(const std::string& text) {
 }
 
 void RunPdf(const PageFlags& flags, Context& context) {
-    RequireOrdinaryOutput(flags.Out);
+    if (!IsStandardOutput(flags.Out)) RequireOrdinaryOutput(flags.Out);
     const std::vector<std::string> files = FormPageFiles(flags.Folder, flags.Codes);
-    for (const std::string& file : files) RequireApart(flags.Out, flags.Folder / file);
+    for (const std::string& file : files) {
+        if (!IsStandardOutput(flags.Out) && IsSameFile(flags.Out, FindValues(flags.Folder, file))) {
+            throw PlatformError(Failure::PathAccess, FromUtf8(flags.Out.string()) + " is one of the pages; name another file");
+        }
+    }
     TextOutput out(flags.Out);
     out.Write(FormPagesPdf(context.Session().Paths(), flags.Folder, files));
     out.Finish();
@@ -74,11 +79,18 @@ void RequireSent(const std::string& problem) {
 }
 
 void RunPrint(const PageFlags& flags, Context& context) {
-    const PagePrint print = PreparePrint(context.Session().Paths(), flags.Folder, FormPageOf(FromArgument(flags.Code)));
+    const AppPath& paths = context.Session().Paths();
+    const PagePrint print = PreparePrint(paths, flags.Folder, FormPageOf(FromArgument(flags.Code)));
+    const PrintTarget target = LookAt(Destination(flags.To));
+    if (!target.TakesPcl) {
+        SendAsPdf(target.To, paths, flags.Folder, print);
+        std::cout << ToUtf8(target.Says) << '\n';
+        return;
+    }
     if (print.Overflows() && !flags.CutOff) {
         throw PlatformError(Failure::SubscriptOutOfRange, print.ValuesName + ": " + print.OverflowText() + " (form-pdf)");
     }
-    Spooler spooler(Destination(flags.To));
+    Spooler spooler(target.To);
     PrintBuffer buffer;
     PrintPrompts prompts(context.Asking(), flags.CutOff);
     RequireSent(PrintPage(spooler, print, buffer, prompts));
@@ -86,7 +98,12 @@ void RunPrint(const PageFlags& flags, Context& context) {
 }
 
 void RunSoftFonts(const PageFlags& flags, Context& context) {
-    Spooler spooler(Destination(flags.To));
+    const PrintTarget target = LookAt(Destination(flags.To));
+    if (!target.TakesPcl) {
+        throw PlatformError(Failure::InvalidCall,
+                            "The printer \"" + flags.To + "\" is no PCL printer: it has no use for soft fonts");
+    }
+    Spooler spooler(target.To);
     RequireSent(DownloadSoftFonts(spooler, context.Session().Paths()));
     spooler.Close();
     std::cout << kSoftFontsDone << '\n';

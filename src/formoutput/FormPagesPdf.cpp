@@ -6,7 +6,6 @@
 
 #include "formoutput/FormBlanks.h"
 #include "formoutput/PrintBuffer.h"
-#include "formoutput/PrintPCL.h"
 #include "platform/page/FormPdf.h"
 #include "platform/pcl/PclReader.h"
 #include "platform/runtime/FileFailure.h"
@@ -91,6 +90,15 @@ std::string FormPagesPdf(const AppPath& paths, const fs::path& folder, const std
     }
     const bool isOne = files.size() == 1;
     return PdfOf(sheets, isOne ? FormPageFileOf(sheets.front().Label).Page->Title : "Form pages");
+}
+
+void SendAsPdf(const PrintDestination& to, const AppPath& paths, const fs::path& folder, const PagePrint& print) {
+    const std::string pdf = FormPagesPdf(paths, folder, {print.ValuesName});
+    Spooler spooler(to);
+    spooler.StartDocument(print.DocumentName(), Spooler::Format::Pdf);
+    spooler.Write(pdf);
+    spooler.EndDocument();
+    spooler.Close();
 }
 
 std::string TestPagePdf(std::string_view destination) {

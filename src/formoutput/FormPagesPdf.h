@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "formoutput/FormPages.h"
+#include "formoutput/PrintPCL.h"
 #include "store/AppPath.h"
 
 namespace tallymar {
@@ -18,6 +19,9 @@ std::vector<std::string> FormPageFiles(const std::filesystem::path& folder, cons
 // The pages of these values files over their blanks, as one PDF with text that can be searched and copied. Failures: those of
 // reading the blanks and the values; a page without a file is its blank.
 std::string FormPagesPdf(const AppPath& paths, const std::filesystem::path& folder, const std::vector<std::string>& files);
+
+// Sends the page of a print as a PDF document of its own, to a printer that takes no PCL. Fails as Spooler and FormPagesPdf do.
+void SendAsPdf(const PrintDestination& to, const AppPath& paths, const std::filesystem::path& folder, const PagePrint& print);
 
 // The test page for a printer that takes no PCL.
 std::string TestPagePdf(std::string_view destination);

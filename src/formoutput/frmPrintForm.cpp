@@ -103,13 +103,8 @@ namespace {
 
 // As a job of its own to a queue; with any other destination, or none, into a file that is asked for.
 PrintOutcome PrintAsPdf(const AppPath& paths, const PagePrint& print, const PrintDestination& to, Prompts& prompts) {
-    const std::string pdf = FormPagesPdf(paths, paths.Folder(), {print.ValuesName});
     if (to.To() == PrintDestination::Kind::Queue) {
-        Spooler spooler(to);
-        spooler.StartDocument(print.DocumentName(), Spooler::Format::Pdf);
-        spooler.Write(pdf);
-        spooler.EndDocument();
-        spooler.Close();
+        SendAsPdf(to, paths, paths.Folder(), print);
         return {print.ValuesName + " was sent as PDF to " + to.Text(), {}};
     }
     const auto file = prompts.AskSaveFile({.Title = print.Title(),
@@ -121,7 +116,7 @@ PrintOutcome PrintAsPdf(const AppPath& paths, const PagePrint& print, const Prin
                                            .AsksToOverwrite = true});
     if (!file) return {};
     FileReplacement replacement(*file);
-    replacement.Write(pdf);
+    replacement.Write(FormPagesPdf(paths, paths.Folder(), {print.ValuesName}));
     replacement.Commit();
     return {"Saved as " + file->string(), {}};
 }
