@@ -57,7 +57,7 @@ FormPageText FormPageText::Parse(std::string_view contents, std::string_view nam
     if (lines.size() > kMostLines) throw Refusal(name, "it has too many lines");
     page.firstLine_ = first;
     for (const std::string_view line : lines) {
-        if (line.size() > kLongestLine) throw Refusal(name, "a line of it is too long");
+        if (RTrim(line).size() > kLongestLine) throw Refusal(name, "a line of it is too long");
         page.lines_.push_back({true, std::string(line), CellsOf(line)});
     }
     return page;
