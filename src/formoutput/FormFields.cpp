@@ -74,6 +74,7 @@ int FieldAt(const std::vector<FormField>& fields, int column, int line) {
     int hit = -1;
     for (std::size_t i = 0; i < fields.size(); ++i) {
         const FormField& field = fields[i];
+        // COMPAT: the cell behind a field belongs to it.
         if (field.Line == line && column >= field.Column && column <= field.Column + field.Width) hit = static_cast<int>(i);
     }
     return hit;

@@ -30,8 +30,7 @@ std::vector<FormField> ReadFormFields(const std::filesystem::path& path);
 // The same from the contents; `name` is for the failure's text.
 std::vector<FormField> ParseFormFields(std::string_view contents, std::string_view name);
 
-// The last field that a click on that cell hits; -1 when there is none. As the keyboard grids of old have it, the cell behind a
-// field still belongs to it.
+// The last field that a click on that cell hits, which may be the cell behind it; -1 when there is none.
 int FieldAt(const std::vector<FormField>& fields, int column, int line);
 
 }  // namespace tallymar

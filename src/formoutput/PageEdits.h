@@ -15,8 +15,8 @@ void RequireFits(const FormField& field, std::string_view text);
 
 // The page that is shown and what its user has put into its fields. Fields are counted from 0, in the order of the .FPF file.
 //
-// A page that is left without being saved loses its edits; they are remembered by the page's file name as long as this lives, and
-// Undo brings them back when the page is shown again.
+// COMPAT: a page that is left without being saved loses its edits; they are remembered by the page's file name as long as this
+// lives, and Undo brings them back when the page is shown again.
 class PageEdits {
  public:
     // text: of the page that is shown, which somebody else owns.

@@ -16,7 +16,7 @@ std::string PrintedValues(const std::filesystem::path& values);
 // Those bytes on their way to the printer.
 class PrintBuffer {
  public:
-    static constexpr std::size_t kSize = 4096;
+    static constexpr std::size_t kSize = 4096;  // COMPAT: a page of more lacks its end
 
     // Appends the page. Failure::SubscriptOutOfRange when it is longer than what is left; the buffer is then full with as much of
     // it as has room. Failures of reading: those of PrintedValues.

@@ -21,7 +21,7 @@ std::string SendRawFile(Spooler& spooler, const fs::path& file, const std::strin
         if (!extra.empty()) spooler.Write(extra);
         spooler.EndDocument();
         return {};
-    } catch (const PlatformError& failure) {
+    } catch (const PlatformError& failure) {  // COMPAT: the command goes on
         return failure.what();
     }
 }

@@ -15,7 +15,7 @@ class FormAmountEdit : public sidbEdit {
  public:
     explicit FormAmountEdit(QWidget* parent = nullptr);
 
-    // A text that is empty or reads as 0 is shown as "0.00".
+    // COMPAT: a text that is empty or reads as 0 is shown as "0.00", and stored so when the field is left.
     void Show(std::string_view pageText, int width);
     std::string Text() const;
 

@@ -293,6 +293,7 @@ bool frmHPViewer::eventFilter(QObject* watched, QEvent* event) {
 void frmHPViewer::showEvent(QShowEvent* event) {
     CSForm::showEvent(event);
     FitWidth();
+    picture_->verticalScrollBar()->setValue(0);  // the page begins at its top, if its first field is in sight there
     StartEdit();
 }
 

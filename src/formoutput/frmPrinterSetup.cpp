@@ -53,9 +53,10 @@ frmPrinterSetup::frmPrinterSetup(const AppPath& paths, QWidget* parent)
         return button;
     };
     QWidget* ways = MakeWays();
-    add("cmdTest", tr("&Test Print"), tr("Send a page of two lines to where form pages go"), &frmPrinterSetup::Test);
+    CSCmdBtn* test =
+        add("cmdTest", tr("&Test Print"), tr("Send a page of two lines to where form pages go"), &frmPrinterSetup::Test);
     buttons->addStretch(1);
-    add("OKButton", tr("OK"), tr("Use this printer from now on"), &frmPrinterSetup::Ok)->setDefault(true);
+    CSCmdBtn* ok = add("OKButton", tr("OK"), tr("Use this printer from now on"), &frmPrinterSetup::Ok);
     auto* cancel = Named(new CSCmdBtn(tr("Cancel"), this), "CancelButton");
     SetHint(cancel, tr("Leave the printer as it was"));
     connect(cancel, &QPushButton::clicked, this, &CSForm::Unload);
@@ -71,6 +72,12 @@ frmPrinterSetup::frmPrinterSetup(const AppPath& paths, QWidget* parent)
     all->addWidget(MakeHintLine());
     all->addLayout(buttons);
 
+    QWidget* last = List1_;
+    for (QWidget* next :
+         std::initializer_list<QWidget*>{ways_[0], ways_[1], ways_[2], sitxPort_, sitxFile_, cmdBrowse_, test, ok, cancel}) {
+        setTabOrder(last, next);
+        last = next;
+    }
     const PrinterSettings settings = LoadPrinterSettings(paths_.Folder());
     ShowPrinters(settings.Printer);
     ShowSettings(settings);
