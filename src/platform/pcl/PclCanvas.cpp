@@ -81,6 +81,7 @@ void PclCanvas::PutGreysUnder() {
 
 void PclCanvas::Add(const PclOp& op) {
     if (++ops_ > PclLimits::kOps) FailPclLimit("things drawn");
+    ChargeInk(op.Width, op.Height);
     textOpen_ = false;
     Page().Ops.push_back(op);
 }
@@ -100,6 +101,17 @@ void PclCanvas::Rectangle(int x, int y, int width, int height, int grey, bool op
          .Height = bottom - top});
 }
 
+// Whoever paints the drawing pays for what lies over each other too.
+void PclCanvas::ChargeInk(double width, double height) {
+    ink_ += width * height / (static_cast<double>(width_) * height_);
+    if (ink_ > PclLimits::kInk) FailPclLimit("things drawn over each other");
+}
+
+void PclCanvas::ChargeDots(std::size_t bytes) {
+    dotBytes_ += bytes;
+    if (dotBytes_ > PclLimits::kDotBytes) FailPclLimit("dots");
+}
+
 int PclCanvas::Font(const PclFont& font) {
     const auto found = std::find_if(drawing_.Fonts.begin(), drawing_.Fonts.end(), [&](const PclFont& known) {
         return known.Face == font.Face && known.Size == font.Size && known.Asked == font.Asked;
@@ -112,6 +124,8 @@ int PclCanvas::Font(const PclFont& font) {
 
 void PclCanvas::AppendToText(char c, int x) {
     if (drawing_.Texts.size() >= PclLimits::kCharacters) FailPclLimit("characters");
+    const double em = drawing_.Fonts[OpenText().Font].Size * kPclUnitsPerInch / 72;
+    ChargeInk(em, em);
     drawing_.Texts += c;
     drawing_.Positions.push_back(x);
     ++OpenText().Length;
@@ -173,8 +187,7 @@ void PclCanvas::Bitmap(PclBitmap bitmap, int x, int y, int dot, int grey) {
 }
 
 std::uint32_t PclCanvas::Keep(PclBitmap bitmap) {
-    dotBytes_ += bitmap.Rows.size();
-    if (dotBytes_ > PclLimits::kDotBytes) FailPclLimit("dots");
+    ChargeDots(bitmap.Rows.size());
     drawing_.Bitmaps.push_back(std::move(bitmap));
     return static_cast<std::uint32_t>(drawing_.Bitmaps.size() - 1);
 }

@@ -11,14 +11,15 @@ namespace tallymar {
 // How much a stream may draw and hold: far more than forms do, and little enough for any machine.
 struct PclLimits {
     static constexpr std::size_t kPages = 500;
-    static constexpr std::size_t kOps = 500'000;
-    static constexpr std::size_t kCharacters = 2'000'000;
+    static constexpr std::size_t kOps = 200'000;
+    static constexpr std::size_t kCharacters = 500'000;
     static constexpr std::size_t kDotBytes = 32U << 20;   // of bitmaps in the drawing
     static constexpr std::size_t kFontBytes = 32U << 20;  // of soft fonts downloaded
     static constexpr std::size_t kMacroBytes = 4U << 20;  // of macros held
-    static constexpr std::size_t kReadBytes = 32U << 20;  // of the stream and of macros run from it
-    static constexpr std::size_t kSoftFonts = 256;
-    static constexpr std::size_t kFonts = 10'000;  // of the drawing
+    static constexpr std::size_t kReadBytes = 16U << 20;  // of the stream and of macros run from it
+    static constexpr std::size_t kSoftFonts = 100;
+    static constexpr std::size_t kFonts = 300;  // of the drawing
+    static constexpr double kInk = 1000;        // of all things drawn, in whole pages
 };
 
 // Failure::Overflow, with what there is too much of.
@@ -45,6 +46,7 @@ class PclCanvas {
     // Dots of size dot. A glyph that is made of lines becomes rectangles, which are crisp at any size; another is kept once.
     void Glyph(const SoftGlyph& glyph, int x, int y, int dot, int grey);
     void Bitmap(PclBitmap bitmap, int x, int y, int dot, int grey);
+    void ChargeDots(std::size_t bytes);
     // Glyphs may have changed.
     void ForgetGlyphs() { glyphs_.clear(); }
 
@@ -59,6 +61,7 @@ class PclCanvas {
  private:
     PclPage& Page();
     void Add(const PclOp& op);
+    void ChargeInk(double width, double height);
     PclOp& OpenText() { return drawing_.Pages.back().Ops[text_]; }
     struct KnownGlyph {
         std::vector<Part> Parts;   // of one made of lines
@@ -74,6 +77,7 @@ class PclCanvas {
     std::map<const SoftGlyph*, KnownGlyph> glyphs_;
     std::size_t ops_ = 0;
     std::size_t dotBytes_ = 0;
+    double ink_ = 0;
     int width_ = 0;
     int height_ = 0;
     bool marked_ = false;

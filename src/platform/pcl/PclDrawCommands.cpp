@@ -124,6 +124,7 @@ void PclInterpreter::EndRaster() {
     if (now_.SourceIsOpaque && bitmap.Width > 0) {
         canvas_.Rectangle(x, rasterPlace_.Y, bitmap.Width * rasterDot_, bitmap.Height * rasterDot_, 255, true);
     }
+    if (!InkShows()) canvas_.ChargeDots(bitmap.Rows.size());
     if (bitmap.Width > 0 && InkShows()) canvas_.Bitmap(std::move(bitmap), x, rasterPlace_.Y, rasterDot_, Ink());
     MoveX(rasterPlace_.X, false);
     MoveY(rasterPlace_.Y + height, false, 0);

@@ -18,6 +18,7 @@ const ChosenFont& PclInterpreter::CurrentFont() {
             state.Chosen = ChooseFont(state.Asked, fonts_);
         }
         state.IsChosen = true;
+        state.InDrawing = -1;
     }
     return state.Chosen;
 }
@@ -91,7 +92,8 @@ void PclInterpreter::SetFontByNumber(const PclCommand& command) {
         return;
     }
     const std::size_t which = WhichFont(command);
-    now_.Fonts[which] = {.Asked = DescriptionOf(*font), .Number = command.Whole(), .IsChosen = false, .Chosen = {}};
+    now_.Fonts[which] = {
+        .Asked = DescriptionOf(*font), .Number = command.Whole(), .IsChosen = false, .Chosen = {}, .InDrawing = -1};
     if (which == now_.ActiveFont) now_.Spacing = -1;
 }
 

@@ -266,27 +266,33 @@ void PclInterpreter::Character(unsigned char code) {
     PrintCode(code);
 }
 
+int PclInterpreter::AdvanceOf(unsigned char code) {
+    const ChosenFont& font = CurrentFont();
+    if (!font.Drawn.Asked.Proportional) return Spacing();
+    if (font.Soft) {
+        const SoftGlyph* glyph = font.Soft->Find(static_cast<char>(code));
+        return glyph != nullptr ? glyph->DeltaX * kPclUnitsPerInch / (4 * font.Soft->Resolution) : Spacing();
+    }
+    const std::optional<char> character = ToWindows1252(font.Drawn.Asked.SymbolSet, code);
+    if (!character || code == ' ') return Spacing();
+    const int ems = font.Metrics->Advances[static_cast<unsigned char>(*character)];
+    constexpr double kUnitsPerPoint = kPclUnitsPerInch / 72.0;
+    return static_cast<int>(ems * font.Drawn.Size * kUnitsPerPoint / font.Metrics->UnitsPerEm + 0.5);
+}
+
 void PclInterpreter::PrintCode(unsigned char code) {
+    moved_ = true;
+    if (now_.Wraps && x_ + AdvanceOf(code) > TextEdge()) {
+        CarriageReturn();
+        LineFeed(now_.Page.LineSpacing);
+    }
+    // Looked up after the line's end, which may end the page and run a macro.
+    const int advance = AdvanceOf(code);
     const ChosenFont& font = CurrentFont();
     const int symbolSet = font.Drawn.Asked.SymbolSet;
     const SoftGlyph* glyph = font.Soft ? font.Soft->Find(static_cast<char>(code)) : nullptr;
     const std::optional<char> character = ToWindows1252(symbolSet, code);
     const bool prints = font.Soft ? glyph != nullptr : character.has_value();
-    int advance = Spacing();
-    if (prints && font.Drawn.Asked.Proportional && (code != ' ' || glyph != nullptr)) {
-        if (glyph != nullptr) {
-            advance = glyph->DeltaX * kPclUnitsPerInch / (4 * font.Soft->Resolution);
-        } else {
-            advance = static_cast<int>(font.Metrics->Advances[static_cast<unsigned char>(*character)] * font.Drawn.Size * 100 /
-                                           font.Metrics->UnitsPerEm +
-                                       0.5);
-        }
-    }
-    moved_ = true;
-    if (now_.Wraps && x_ + advance > TextEdge()) {
-        CarriageReturn();
-        LineFeed(now_.Page.LineSpacing);
-    }
     if (x_ >= TextEdge()) {
         if (code != ' ') ++drawing_.SkippedCharacters;
         return;
@@ -295,10 +301,12 @@ void PclInterpreter::PrintCode(unsigned char code) {
     if (InkShows()) {
         const int x = now_.Page.LogicalLeft + x_;
         const bool asText = !font.Drawn.Face.empty() || IsTextSymbolSet(symbolSet);
+        int& number = now_.Fonts[now_.ActiveFont].InDrawing;
+        if (number < 0) number = canvas_.Font(font.Drawn);
         if (code == ' ' || !prints) {
-            canvas_.Character(canvas_.Font(font.Drawn), Ink(), ' ', x, y_, advance);
+            canvas_.Character(number, Ink(), ' ', x, y_, advance);
         } else if (asText && character) {
-            canvas_.Character(canvas_.Font(font.Drawn), Ink(), *character, x, y_, advance);
+            canvas_.Character(number, Ink(), *character, x, y_, advance);
         }
         if (glyph != nullptr && font.Drawn.Face.empty()) {
             const int dot = kPclUnitsPerInch / font.Soft->Resolution;

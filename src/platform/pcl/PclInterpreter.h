@@ -32,6 +32,7 @@ class PclInterpreter {
         int Number = -1;  // of a soft font chosen by it, or -1
         bool IsChosen = false;
         ChosenFont Chosen;
+        int InDrawing = -1;  // its number there, once something is printed in it
     };
 
     // What a macro that is called gets a copy of.
@@ -72,6 +73,7 @@ class PclInterpreter {
     void Control(char c);
     // A code that is printed whatever it is; what is no character takes the room of a blank.
     void PrintCode(unsigned char code);
+    int AdvanceOf(unsigned char code);
     void Underline(int from, int to);
     void EndUnderline();
     bool ChoosesSymbolSet(const PclCommand& command);

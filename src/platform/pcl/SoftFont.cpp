@@ -12,18 +12,31 @@ constexpr int kLongestSide = 4200;  // dots: no character is larger than a page 
 constexpr std::size_t kHeaderSize = 64;
 constexpr std::size_t kGlyphHeadSize = 16;
 
+// Is there data for all rows? Looked at first: a character that is not whole must not cost what its size says.
+bool IsWhole(std::string_view data, int width, int height) {
+    std::size_t at = 0;
+    for (int y = 0; y < height;) {
+        if (at >= data.size()) return false;
+        y += PclByte(data, at++) + 1;
+        for (int x = 0; x < width;) {
+            if (at >= data.size()) return false;
+            x += PclByte(data, at++);
+        }
+    }
+    return true;
+}
+
 // Rows of white and black runs by turns; before each row how often it is repeated.
 std::optional<std::string> Unpack(std::string_view data, int width, int height) {
+    if (!IsWhole(data, width, height)) return std::nullopt;
     const std::size_t stride = static_cast<std::size_t>(width + 7) / 8;
     std::string rows;
     std::size_t at = 0;
     for (int y = 0; y < height;) {
-        if (at >= data.size()) return std::nullopt;
         const int repeats = std::min(static_cast<int>(static_cast<unsigned char>(data[at++])) + 1, height - y);
         std::string row(stride, '\0');
         bool black = false;
         for (int x = 0; x < width; black = !black) {
-            if (at >= data.size()) return std::nullopt;
             const int run = std::min<int>(static_cast<unsigned char>(data[at++]), width - x);
             for (int i = x; black && i < x + run; ++i) row[static_cast<std::size_t>(i) / 8] |= static_cast<char>(0x80 >> i % 8);
             x += run;
