@@ -1,19 +1,14 @@
-#include <unistd.h>
 #include <xlsxwriter.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdlib>
-#include <filesystem>
 #include <utility>
 
 #include "platform/page/DetailFiles.h"
 #include "platform/runtime/DateText.h"
-#include "platform/runtime/FileFailure.h"
-#include "platform/runtime/InputFile.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
+#include "platform/spreadsheet/WorkbookFile.h"
 
 namespace tallymar {
 
@@ -22,13 +17,6 @@ namespace {
 constexpr const char* kMoney = "#,##0.00_);(#,##0.00)";
 constexpr lxw_row_t kRowsBeforeTotals = 2;  // a blank one and their own
 constexpr double kFirstCountedDay = 61;     // 1900-03-01; spreadsheets believe in a February 29 before it
-
-void Check(lxw_error error) {
-    if (error == LXW_NO_ERROR) return;
-    const bool full = error == LXW_ERROR_CREATING_TMPFILE || error == LXW_ERROR_ZIP_FILE_OPERATION;
-    throw PlatformError(full && errno == ENOSPC ? Failure::DiskFull : Failure::DeviceError,
-                        std::string("The workbook could not be written: ") + lxw_strerror(error));
-}
 
 // A name that a sheet may have: at most 31 characters, without those that formulas use.
 std::string SheetName(std::string_view title) {
@@ -40,59 +28,32 @@ std::string SheetName(std::string_view title) {
     return name.empty() || LCase(name) == "history" ? "Report" : ToUtf8(name);
 }
 
-// The library writes by name only.
-class ScratchFile {
- public:
-    ScratchFile() : path_((std::filesystem::temp_directory_path() / "tallymar-XXXXXX").string()) {
-        const int descriptor = mkstemp(path_.data());
-        if (descriptor < 0) throw FileFailure(errno, path_);
-        close(descriptor);
-    }
-    ~ScratchFile() { unlink(path_.c_str()); }
-    ScratchFile(const ScratchFile&) = delete;
-    ScratchFile& operator=(const ScratchFile&) = delete;
-
-    const std::string& Path() const { return path_; }
-
- private:
-    std::string path_;
-};
+const auto Check = sheets::WorkbookFile::Check;
 
 class Workbook {
  public:
-    explicit Workbook(const DetailTable& table) : table_(table) {
-        lxw_workbook_options options{};
-        options.constant_memory = LXW_TRUE;
-        workbook_ = workbook_new_opt(file_.Path().c_str(), &options);
-        if (workbook_ == nullptr) Check(LXW_ERROR_CREATING_TMPFILE);
-    }
-    ~Workbook() {
-        if (workbook_ != nullptr) workbook_close(workbook_);
-    }
-    Workbook(const Workbook&) = delete;
-    Workbook& operator=(const Workbook&) = delete;
+    explicit Workbook(const DetailTable& table) : table_(table) {}
 
     std::string Write() {
         std::string title = ToUtf8(Trim(table_.Title));
         lxw_doc_properties properties{};
         properties.title = title.data();
-        Check(workbook_set_properties(workbook_, &properties));
-        sheet_ = workbook_add_worksheet(workbook_, SheetName(table_.Title).c_str());
-        if (sheet_ == nullptr) Check(LXW_ERROR_CREATING_TMPFILE);
+        Check(workbook_set_properties(file_.Book(), &properties));
+        sheet_ = file_.AddSheet(SheetName(table_.Title));
         SetUpColumns();
         WriteHeadings();
         for (std::size_t row = 0; row < table_.RowCount(); ++row) {
             for (std::size_t i = 0; i < formats_.size(); ++i) WriteCell(row, i);
         }
         if (table_.RowCount() > 0) WriteTotals();
-        const lxw_error error = workbook_close(std::exchange(workbook_, nullptr));
-        Check(error);
-        return ReadWholeFile(file_.Path());
+        std::string whole;
+        file_.Finish([&whole](std::string_view piece) { whole += piece; });
+        return whole;
     }
 
  private:
     lxw_format* FormatOf(const DetailColumn& column) {
-        lxw_format* format = workbook_add_format(workbook_);
+        lxw_format* format = workbook_add_format(file_.Book());
         switch (column.Kind) {
             case DetailKind::Text:
                 format_set_num_format(format, "@");
@@ -126,7 +87,7 @@ class Workbook {
     }
 
     void WriteHeadings() {
-        lxw_format* heading = workbook_add_format(workbook_);
+        lxw_format* heading = workbook_add_format(file_.Book());
         format_set_bold(heading);
         format_set_bottom(heading, LXW_BORDER_THIN);
         format_set_align(heading, LXW_ALIGN_CENTER);
@@ -157,7 +118,7 @@ class Workbook {
     void WriteTotals() {
         const auto last = static_cast<lxw_row_t>(table_.RowCount());
         const lxw_row_t row = last + kRowsBeforeTotals;
-        lxw_format* label = workbook_add_format(workbook_);
+        lxw_format* label = workbook_add_format(file_.Book());
         format_set_bold(label);
         Check(worksheet_write_string(sheet_, row, 0, "Total of the rows shown", label));
         for (std::size_t i = 0; i < formats_.size(); ++i) {
@@ -201,8 +162,7 @@ class Workbook {
     static lxw_col_t Col(std::size_t column) { return static_cast<lxw_col_t>(column); }
 
     const DetailTable& table_;
-    ScratchFile file_;
-    lxw_workbook* workbook_ = nullptr;
+    sheets::WorkbookFile file_;
     lxw_worksheet* sheet_ = nullptr;
     std::vector<lxw_format*> formats_;
 };

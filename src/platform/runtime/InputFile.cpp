@@ -44,7 +44,11 @@ std::size_t InputFile::Read(char* buffer, std::size_t room) {
 }
 
 void InputFile::Rewind() {
-    if (lseek(descriptor_, 0, SEEK_SET) != 0) throw FileFailure(errno, path_);
+    GoTo(0);
+}
+
+void InputFile::GoTo(std::uint64_t place) {
+    if (lseek(descriptor_, static_cast<off_t>(place), SEEK_SET) < 0) throw FileFailure(errno, path_);
 }
 
 std::string ReadWholeFile(const std::filesystem::path& path) {

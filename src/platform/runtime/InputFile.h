@@ -20,6 +20,8 @@ class InputFile {
     // The next bytes, at most `room`; 0 at the end.
     std::size_t Read(char* buffer, std::size_t room);
     void Rewind();
+    // Goes to this byte of the file.
+    void GoTo(std::uint64_t place);
     // As it was when the file was opened.
     std::size_t Size() const { return size_; }
 
