@@ -4,12 +4,12 @@
 
 #include "cli/Commands.h"
 #include "cli/FilePrompts.h"
+#include "cli/ImportCheck.h"
 #include "interchange/DosExchange.h"
 #include "interchange/ExchangeDialogs.h"
 #include "interchange/UserExport.h"
 #include "interchange/UserImport.h"
 #include "platform/runtime/PlatformError.h"
-#include "platform/runtime/Windows1252.h"
 
 namespace tallymar::cli {
 
@@ -75,16 +75,6 @@ void RequireMayWrite(CompanySession& session, const Flags& flags, Context& conte
 
 void PrintCounts(const std::vector<CountLine>& lines) {
     for (const CountLine& line : lines) std::cout << line.Label << " = " << line.Count << '\n';
-}
-
-// Fails when the import would.
-void EndCheck(const ImportCounts& counts) {
-    for (const ImportRemark& remark : counts.Remarks) {
-        std::cout << ToUtf8(ImportRemarkText(remark)) << (remark.Fails ? " (fails)\n" : "\n");
-    }
-    if (counts.RemarksLeftOut > 0) std::cout << "and " << counts.RemarksLeftOut << " more\n";
-    std::cout << ToUtf8(ImportCheckText(counts)) << '\n';
-    if (counts.Failing > 0) throw PlatformError(Failure::InvalidCall, "The file would not be taken whole; nothing was written");
 }
 
 }  // namespace

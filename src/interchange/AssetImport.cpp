@@ -38,6 +38,10 @@ std::string Place(std::int64_t record, int item) {
 
 std::string Place(const ImportRemark& remark) {
     if (remark.Line > 0) return "company file, line " + std::to_string(remark.Line);
+    if (!remark.RowWord.empty()) {
+        return std::string(remark.RowWord) + " " + std::to_string(remark.Record) +
+               (remark.Column.empty() ? "" : ", column " + remark.Column);
+    }
     return Place(remark.Record, remark.Item);
 }
 
@@ -47,17 +51,60 @@ std::string ImportRemarkText(const ImportRemark& remark) {
     return Place(remark) + ": " + remark.Text;
 }
 
+bool TakesNothing(const ImportCounts& counts) {
+    return counts.Failing > 0 && !counts.Remarks.front().RowWord.empty();
+}
+
 std::string ImportCheckText(const ImportCounts& counts) {
     std::string text = "Records to add: " + std::to_string(counts.Added) + "    to update: " + std::to_string(counts.Updated) +
                        "    to add as duplicates: " + std::to_string(counts.Duplicates);
     const auto failing =
         std::find_if(counts.Remarks.begin(), counts.Remarks.end(), [](const ImportRemark& remark) { return remark.Fails; });
-    if (failing != counts.Remarks.end()) {
+    if (TakesNothing(counts)) {
+        text += "\nNothing of the file would be taken: " + std::to_string(counts.Failing) +
+                (counts.Failing == 1 ? " value fails" : " values fail");
+    } else if (failing != counts.Remarks.end()) {
         const bool ofAll = failing->Record == 0 && failing->Line == 0;
         text += ofAll ? "\nNo record would be taken as it was meant" : "\nThe import would end at " + Place(*failing);
     }
     if (counts.Remarks.empty()) text += "\nEverything would be taken as it stands in the file";
     return text;
+}
+
+std::string DuplicateRemark(std::string_view number, std::string_view addedAs) {
+    return "asset " + std::string(RTrim(number)) + " is there already: added as " + std::string(addedAs);
+}
+
+std::string OpenImportedRow(recordset::Recordset& assets, std::string_view number, bool addNew, ImportCounts& counts) {
+    assets.Seek(number);
+    if (!assets.NoMatch() && !addNew) {
+        assets.Edit();
+        ++counts.Updated;
+        return {};
+    }
+    std::string key(number);
+    if (assets.NoMatch()) {
+        ++counts.Added;
+    } else {
+        for (long long n = 1; !assets.NoMatch(); ++n) {
+            key = "DUP" + Format(n, pictures::kNewNumber);
+            assets.Seek(key);
+        }
+        ++counts.Duplicates;
+    }
+    assets.AddNew();
+    assets.Set(std::string(ColumnOf(&AssetRecord::AssetNum).Name), key);
+    return key;
+}
+
+void AddRemark(ImportCounts& counts, ImportRemark remark) {
+    const bool isFirstFailure = remark.Fails && counts.Failing == 0;
+    counts.Failing += remark.Fails ? 1 : 0;
+    if (counts.Remarks.size() >= kMostRemarks && !isFirstFailure) {
+        ++counts.RemarksLeftOut;
+        return;
+    }
+    counts.Remarks.push_back(std::move(remark));
 }
 
 ImportedRows::ImportedRows(recordset::Recordset& assets, ImportEnding ending, ImportCounts& counts)
@@ -80,25 +127,9 @@ void ImportedRows::BeginRecord(int book) {
 }
 
 void ImportedRows::Open(std::string_view number, bool addNew) {
-    assets_.Seek(number);
-    if (!assets_.NoMatch() && !addNew) {
-        assets_.Edit();
-        ++counts_.Updated;
-        return;
-    }
-    std::string key(number);
-    if (assets_.NoMatch()) {
-        ++counts_.Added;
-    } else {
-        for (long long n = 1; !assets_.NoMatch(); ++n) {
-            key = "DUP" + Format(n, pictures::kNewNumber);
-            assets_.Seek(key);
-        }
-        ++counts_.Duplicates;
-        Remark("asset " + std::string(RTrim(number)) + " is there already: added as " + key);
-    }
-    assets_.AddNew();
-    Set(ColumnOf(&AssetRecord::AssetNum), key);
+    const std::int64_t duplicates = counts_.Duplicates;
+    const std::string added = OpenImportedRow(assets_, number, addNew, counts_);
+    if (counts_.Duplicates > duplicates) Remark(DuplicateRemark(number, added));
 }
 
 void ImportedRows::Update() {
@@ -160,13 +191,7 @@ double ImportedRows::NumberOf(std::string_view text) {
 
 void ImportedRows::Remark(std::string text, bool fails) {
     if (ending_ != ImportEnding::CheckOnly) return;
-    const bool isFirstFailure = fails && counts_.Failing == 0;
-    counts_.Failing += fails ? 1 : 0;
-    if (counts_.Remarks.size() >= kMostRemarks && !isFirstFailure) {
-        ++counts_.RemarksLeftOut;
-        return;
-    }
-    counts_.Remarks.push_back({record_, item_, std::move(text), fails});
+    AddRemark(counts_, {.Record = record_, .Item = item_, .Text = std::move(text), .Fails = fails});
 }
 
 int ImportedRows::Ordinal(const AssetColumn& column) const {

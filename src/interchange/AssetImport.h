@@ -27,11 +27,14 @@ enum class ImportEnding {
 
 // Something that an import would not take, or would take otherwise than the file says.
 struct ImportRemark {
-    std::int64_t Record = 0;  // from 1; 0: every record
+    std::int64_t Record = 0;  // from 1; 0: every record. Of a table its line or row
     int Item = 0;             // of the record, from 1; 0: the record as a whole
     std::string Text;
     bool Fails = false;  // the import would end here; of every record: none would be taken as it was meant
     int Line = 0;        // of the company file that comes before the records, from 1; 0: it is of the records
+    // Of a table whose columns have names:
+    std::string_view RowWord = {};  // "line", "row"; empty: it is of records and items
+    std::string Column = {};        // empty: the row as a whole
 };
 
 // "record 214, item 7: ...", "company file, line 8: ..."
@@ -47,6 +50,9 @@ struct ImportCounts {
     std::int64_t Failing = 0;         // of all remarks
 };
 
+// Of a check: kept as far as there is room for it.
+void AddRemark(ImportCounts& counts, ImportRemark remark);
+
 // What a check says of a file, or of a line of it, whose letters are not taken as they are meant.
 inline constexpr std::string_view kLostLetters = "has characters that Windows-1252 does not have: each is taken as ?";
 inline constexpr std::string_view kLooksUtf8 =
@@ -58,6 +64,13 @@ using ImportProgress = std::function<void(const ImportCounts& counts, double sha
 // What a check has found, on the whole: "Records to add: 3    to update: 0    to add as duplicates: 0", and where the import
 // would end.
 std::string ImportCheckText(const ImportCounts& counts);
+// A table is taken whole or not at all, and this one would not be.
+bool TakesNothing(const ImportCounts& counts);
+
+// Seeks the number and begins to edit its row, or to add one; counts which. With addNew a number that is taken gives way to the
+// first free one of "DUP001", "DUP002" and so on. Gives the number that a row was added under, nothing when one is edited.
+std::string OpenImportedRow(recordset::Recordset& assets, std::string_view number, bool addNew, ImportCounts& counts);
+std::string DuplicateRemark(std::string_view number, std::string_view addedAs);
 
 // The rows of Assets as an import writes them, one after the other: finds or adds the row of a number, takes the items of a
 // record in the words of a file, and knows which record and item it is at when something fails. Numbers are those that a text
@@ -71,8 +84,7 @@ class ImportedRows {
     void AtItem(int item) { item_ = item; }
     std::int64_t Written() const { return written_; }
 
-    // Seeks the number and begins to edit its row, or to add one. With addNew a number that is taken gives way to the first free
-    // one of "DUP001", "DUP002" and so on.
+    // As OpenImportedRow.
     void Open(std::string_view number, bool addNew);
     void Update();
 

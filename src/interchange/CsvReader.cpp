@@ -23,7 +23,7 @@ bool IsLineEnd(char c) {
 // The library pushes fields; fed at most one line at a time it can end at most one row a call, which makes rows to be pulled.
 struct CsvReader::Parser {
     csv_parser State{};
-    std::vector<CsvField>* Row = nullptr;
+    std::vector<TableField>* Row = nullptr;
     std::size_t Fields = 0;
     int Line = 0;  // 0: before the file
     int FieldLine = 0;
@@ -48,7 +48,7 @@ struct CsvReader::Parser {
         }
         // Fields are used again from row to row for the sake of their buffers.
         if (parser.Fields == parser.Row->size()) parser.Row->emplace_back();
-        CsvField& field = (*parser.Row)[parser.Fields++];
+        TableField& field = (*parser.Row)[parser.Fields++];
         field.IsNull = text == nullptr;
         field.Text.assign(field.IsNull ? "" : static_cast<const char*>(text), size);
         field.Line = parser.FieldLine;
@@ -66,7 +66,7 @@ CsvReader::~CsvReader() = default;
 
 void CsvReader::Rewind() {
     file_.Rewind();
-    begin_ = end_ = 0;
+    begin_ = end_ = read_ = 0;
     parser_ = std::make_unique<Parser>();
     while (end_ < kByteOrderMark.size() && Fill()) continue;
     if (std::string_view(buffer_.data(), end_).starts_with(kByteOrderMark)) begin_ = kByteOrderMark.size();
@@ -86,7 +86,12 @@ bool CsvReader::Fill() {
     }
     const std::size_t count = file_.Read(buffer_.data() + end_, buffer_.size() - end_);
     end_ += count;
+    read_ += count;
     return count > 0;
+}
+
+double CsvReader::ShareRead() const {
+    return file_.Size() == 0 ? 1.0 : std::min(1.0, static_cast<double>(read_) / static_cast<double>(file_.Size()));
 }
 
 std::string_view CsvReader::NextPiece() {
@@ -106,7 +111,7 @@ std::string_view CsvReader::NextPiece() {
     }
 }
 
-bool CsvReader::ReadRow(std::vector<CsvField>& row) {
+bool CsvReader::ReadRow(std::vector<TableField>& row) {
     Parser& parser = *parser_;
     parser.Row = &row;
     parser.Fields = 0;

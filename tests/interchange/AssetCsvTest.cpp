@@ -1,4 +1,3 @@
-#include "interchange/AssetCsv.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,6 +6,8 @@
 #include <fstream>
 #include <random>
 
+#include "interchange/AssetDump.h"
+#include "interchange/AssetLoad.h"
 #include "platform/runtime/PlatformError.h"
 #include "store/Schema.h"
 #include "support/TempFolder.h"
@@ -30,7 +31,7 @@ struct Company {
         DumpAssets(Assets, columns, [&out](std::string_view text) { out += text; });
         return out;
     }
-    CsvCounts Load(const std::filesystem::path& path) { return LoadAssets(File, Assets, path); }
+    ImportCounts Load(const std::filesystem::path& path) { return LoadAssets(File, Assets, path); }
 
     recordset::Database File;
     recordset::Recordset Assets;
@@ -58,7 +59,7 @@ TEST_F(AssetCsvTest, AFileOfManyPiecesLoadsLikeOneOfFew) {
     EXPECT_EQ(company_.Load(Write(text)).Added, 9000);
     const std::string dumped = company_.Dump({"AssetNum", "Description", "Descrip2"});
     EXPECT_EQ(dumped.size(), text.size());
-    EXPECT_EQ(company_.Load(Write(dumped)).Rewritten, 9000);
+    EXPECT_EQ(company_.Load(Write(dumped)).Updated, 9000);
     EXPECT_EQ(company_.Dump({"AssetNum", "Description", "Descrip2"}), dumped);
 }
 
@@ -132,9 +133,9 @@ TEST_F(AssetCsvTest, DumpAndLoadIntoANewFileReproduceEveryValue) {
     const std::string dumped = company_.Dump();
 
     Company copy(folder_ / "b.mdb");
-    const CsvCounts counts = copy.Load(Write(dumped));
+    const ImportCounts counts = copy.Load(Write(dumped));
     EXPECT_EQ(counts.Added, kRows);
-    EXPECT_EQ(counts.Rewritten, 0);
+    EXPECT_EQ(counts.Updated, 0);
     ASSERT_EQ(copy.Assets.RecordCount(), kRows);
     company_.Assets.SetIndex("AssetNum");
     for (copy.Assets.MoveFirst(); !copy.Assets.Eof(); copy.Assets.MoveNext(), company_.Assets.MoveNext()) {
@@ -144,19 +145,27 @@ TEST_F(AssetCsvTest, DumpAndLoadIntoANewFileReproduceEveryValue) {
         }
     }
     EXPECT_EQ(copy.Dump(), dumped);
-    EXPECT_EQ(copy.Load(Write(dumped)).Rewritten, kRows);
+    EXPECT_EQ(copy.Load(Write(dumped)).Updated, kRows);
     EXPECT_EQ(copy.Dump(), dumped);
+
+    // The same by a workbook.
+    std::ofstream book(folder_ / "book.xlsx", std::ios::binary);
+    DumpWorkbook(company_.Assets, {}, [&book](std::string_view piece) { book << piece; });
+    book.close();
+    Company third(folder_ / "c.mdb");
+    EXPECT_EQ(third.Load(folder_ / "book.xlsx").Added, kRows);
+    EXPECT_EQ(third.Dump(), dumped);
 }
 
 TEST_F(AssetCsvTest, AKnownNumberRewritesItsRowAndLeavesOtherColumnsAlone) {
     company_.Load(
         Write("AssetNum,Description,Basis(1),Sold\r\nA1    ,Lathe,1250.5,True\r\nB2,\"Drill, \"\"big\"\"\",,False\r\n"));
     // The other line end, a byte order mark, another order of columns, other letter case, an empty line, no end of the last line.
-    const CsvCounts counts =
+    const ImportCounts counts =
         company_.Load(Write("\xEF\xBB\xBF"
                             "basis(1),ASSETNUM,Purchased\n-.25,a1,2003-02-28\n\n7,C3,1899-12-30"));
     EXPECT_EQ(counts.Added, 1);
-    EXPECT_EQ(counts.Rewritten, 1);
+    EXPECT_EQ(counts.Updated, 1);
     EXPECT_EQ(company_.Dump({"AssetNum", "Description", "BASIS(1)", "Sold", "Purchased"}),
               "AssetNum,Description,Basis(1),Sold,Purchased\r\n"
               "a1,Lathe,-0.25,True,2003-02-28\r\n"
@@ -190,7 +199,8 @@ TEST_F(AssetCsvTest, ABadFileIsRefusedWholeWithItsLineAndColumn) {
         {"AssetNum,FedLife\nA1,32768\n", Failure::Overflow, "column FedLife: \"32768\" is not within"},
         {"AssetNum,Sold\nA1,-1\n", Failure::TypeMismatch, "column Sold: \"-1\" is neither True nor False"},
         {"AssetNum,Sold\nA1,\n", Failure::InvalidUseOfNull, "column Sold: True or False is wanted"},
-        {"AssetNum,NewUsed\nA1,NEW\n", Failure::FieldTooSmall, "column NewUsed: \"NEW\" has 3 characters; the column holds 1"},
+        {"AssetNum,NewUsed\nA1,NEWER\n", Failure::FieldTooSmall,
+         "column NewUsed: \"NEWER\" has 5 characters; the column holds 1"},
         {"AssetNum,Description\nA1,\"one\ntwo\"\nA2,\xE4\xB8\xAD\n", Failure::TypeMismatch,
          "line 4, column Description: \"?\" has a character"},
         {"AssetNum,Description\nA1,\xFF\n", Failure::TypeMismatch, "line 2, column Description: \"?\" has a character"},

@@ -5,7 +5,7 @@
 
 #include <sstream>
 
-#include "interchange/AssetCsv.h"
+#include "interchange/AssetDump.h"
 #include "interchange/JetCopy.h"
 #include "platform/recordset/Database.h"
 #include "store/Schema.h"

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "interchange/AssetCsv.h"
+#include "interchange/AssetLoad.h"
 #include "irsforms/IrsForm.h"
 #include "support/Files.h"
 #include "support/TestCompany.h"

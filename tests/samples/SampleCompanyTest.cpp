@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "batch/ComputeCurrent.h"
-#include "interchange/AssetCsv.h"
+#include "interchange/AssetLoad.h"
 #include "interchange/FieldText.h"
 #include "samples/TextTable.h"
 #include "store/Books.h"

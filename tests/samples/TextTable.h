@@ -23,8 +23,8 @@ inline std::string ReadText(const std::filesystem::path& path) {
 // A CSV that accountants read and write, as rows by the names of the header.
 inline std::vector<std::map<std::string, std::string>> ReadTable(const std::filesystem::path& path) {
     CsvReader reader(path);
-    std::vector<CsvField> header;
-    std::vector<CsvField> cells;
+    std::vector<TableField> header;
+    std::vector<TableField> cells;
     std::vector<std::map<std::string, std::string>> rows;
     reader.ReadRow(header);
     while (reader.ReadRow(cells)) {

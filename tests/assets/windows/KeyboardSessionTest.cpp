@@ -14,7 +14,7 @@
 #include "assets/frmCopyAsset.h"
 #include "assets/frmEditAsset.h"
 #include "assets/frmFindAsset.h"
-#include "interchange/AssetCsv.h"
+#include "interchange/AssetDump.h"
 #include "support/Files.h"
 #include "support/Keyboard.h"
 #include "support/TestCompany.h"
