@@ -41,6 +41,13 @@ FileDialog UserImportDialog(CompanySession& session) {
     return Dialog("Select Aascii Import File", AssetFiles("Import"), FolderOr(session, session.DatabaseFileName().parent_path()));
 }
 
+FileDialog SpreadsheetDialog(CompanySession& session) {
+    const FileFilter tables = {"Spreadsheets and CSV files (*.xlsx, *.ods, *.csv)", "*.xlsx;*.ods;*.csv"};
+    FileDialog dialog = Dialog("Select Spreadsheet or CSV", tables, FolderOr(session, session.DatabaseFileName().parent_path()));
+    dialog.FilterIndex = 1;
+    return dialog;
+}
+
 FileDialog ExportDialog(CompanySession& session, std::string_view type) {
     return Dialog("Export File", ExchangeBook(type) == 0 ? kCompanyFiles : AssetFiles("Export"),
                   FolderOr(session, session.Paths().Folder()));

@@ -11,6 +11,7 @@ namespace tallymar {
 // type: "Company", which asks for the company file, "Federal", "State", "Book" or "AMT".
 FileDialog DosImportDialog(CompanySession& session, std::string_view type);
 FileDialog UserImportDialog(CompanySession& session);
+FileDialog SpreadsheetDialog(CompanySession& session);
 FileDialog ExportDialog(CompanySession& session, std::string_view type);  // of both exports
 
 // Asked before an export asks for its file. False, after a message, when the book has no fiscal year end.

@@ -108,7 +108,8 @@ CSCmdBtn* frmExchangeForm::MakeCheckFile() {
 }
 
 ImportEnding frmExchangeForm::ChosenEnding() const {
-    return chkAllOrNothing_->isChecked() ? ImportEnding::AllOrNothing : ImportEnding::KeepDone;
+    const bool keep = chkAllOrNothing_ != nullptr && !chkAllOrNothing_->isChecked();
+    return keep ? ImportEnding::KeepDone : ImportEnding::AllOrNothing;
 }
 
 void frmExchangeForm::ImportNow() {

@@ -51,11 +51,12 @@ class frmExchangeForm : public CSForm {
     QCheckBox* MakeAllOrNothing();
     CSCmdBtn* MakeCheckFile();
     void ImportNow();
+    // Reads a file, lists what would become of it, and imports it when its user wants that.
+    void CheckFile();
 
  private:
-    void CheckFile();
     void Take(const std::filesystem::path& file);
-    ImportEnding ChosenEnding() const;
+    ImportEnding ChosenEnding() const;  // of a window without that choice, all or nothing
 
     CompanySession& session_;
     ImportWays ways_;

@@ -19,19 +19,23 @@ constexpr QSize kFirstSize(760, 460);
 QTableWidget* MakeList(const ImportCounts& counts, QWidget* parent) {
     auto* list = Named(new QTableWidget(static_cast<int>(counts.Remarks.size()), 4, parent), "lstRemarks");
     list->setAccessibleName(QObject::tr("What would fail or be changed"));
-    list->setHorizontalHeaderLabels({QObject::tr("Record"), QObject::tr("Item"), QObject::tr("Result"), QObject::tr("What")});
+    const bool ofTable = !counts.Remarks.front().RowWord.empty();
+    list->setHorizontalHeaderLabels({ofTable ? QObject::tr("Row") : QObject::tr("Record"),
+                                     ofTable ? QObject::tr("Column") : QObject::tr("Item"), QObject::tr("Result"),
+                                     QObject::tr("What")});
     int row = 0;
     for (const ImportRemark& remark : counts.Remarks) {
         const QString record = remark.Line > 0     ? QObject::tr("company, line %1").arg(remark.Line)
                                : remark.Record > 0 ? QString::number(remark.Record)
                                                    : QObject::tr("every");
-        const QString texts[] = {record, remark.Item == 0 ? QString() : QString::number(remark.Item),
-                                 remark.Fails ? QObject::tr("Fails") : QObject::tr("Changed"), ToQString(remark.Text)};
+        const QString item = remark.Item == 0 ? ToQString(remark.Column) : QString::number(remark.Item);
+        const QString texts[] = {record, item, remark.Fails ? QObject::tr("Fails") : QObject::tr("Changed"),
+                                 ToQString(remark.Text)};
         int column = 0;
         for (const QString& text : texts) {
             auto* cell = new QTableWidgetItem(text);
             cell->setToolTip(text);
-            if (column < 2) cell->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            if (column < (ofTable ? 1 : 2)) cell->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
             list->setItem(row, column++, cell);
         }
         ++row;
@@ -60,6 +64,7 @@ frmImportCheck::frmImportCheck(const ImportCounts& counts, const std::filesystem
     QTableWidget* list = counts.Remarks.empty() ? nullptr : MakeList(counts, this);
     auto* cmdImport = Named(new CSCmdBtn(tr("Import Now"), this), "cmdImport");
     SetHint(cmdImport, tr("Import this file as it is"));
+    cmdImport->setEnabled(!TakesNothing(counts));
     auto* cmdCancel = Named(new CSCmdBtn(tr("&Close"), this), "cmdCancel");
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(MakeHintLine(), 1);

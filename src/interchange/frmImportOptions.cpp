@@ -7,11 +7,13 @@
 #include "interchange/DosExchange.h"
 #include "interchange/ExchangeDialogs.h"
 #include "interchange/frmExchangeParts.h"
+#include "interchange/frmSpreadsheetImport.h"
 #include "interchange/frmUserImport.h"
 #include "platform/controls/CSCmdBtn.h"
 #include "platform/controls/CSOptList.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
+#include "platform/controls/QtPrompts.h"
 #include "platform/controls/ScreenText.h"
 
 namespace tallymar {
@@ -32,6 +34,8 @@ frmImportOptions::frmImportOptions(CompanySession& session, QWidget* parent)
     auto* chkAllOrNothing = MakeAllOrNothing();
     auto* cmdUserImport = Named(new CSCmdBtn(tr("Define User Import  File"), this), "cmdUserImport");
     SetHint(cmdUserImport, tr("Import a comma-delimited file in a layout of your own"));
+    auto* cmdSpreadsheet = Named(new CSCmdBtn(tr("Spreadsheet or CSV"), this), "cmdSpreadsheet");
+    SetHint(cmdSpreadsheet, tr("Import an .xlsx, .ods or .csv file whose first row has headings"));
     auto* cmdOK = Named(new CSCmdBtn(tr("Import Now"), this), "cmdOK");
     SetHint(cmdOK, tr("Import the files of the DOS edition"));
 
@@ -41,7 +45,8 @@ frmImportOptions::frmImportOptions(CompanySession& session, QWidget* parent)
     grid->addWidget(optlDuplicate_, 0, 1);
     grid->addWidget(counts_, 1, 1);
     grid->addWidget(chkAllOrNothing, 2, 0, 1, 2);
-    grid->addWidget(cmdUserImport, 3, 0, 1, 2);
+    grid->addWidget(cmdUserImport, 3, 0);
+    grid->addWidget(cmdSpreadsheet, 3, 1);
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(16, 14, 16, 12);
     all->setSpacing(12);
@@ -68,10 +73,17 @@ frmImportOptions::frmImportOptions(CompanySession& session, QWidget* parent)
          .ShowCancelled = [] {}});
     connect(cmdOK, &QPushButton::clicked, this, Guarded([this] { ImportNow(); }));
     connect(cmdUserImport, &QPushButton::clicked, this, Guarded([this] { UserImport(); }));
+    connect(cmdSpreadsheet, &QPushButton::clicked, this, Guarded([this] { SpreadsheetImport(); }));
 }
 
 void frmImportOptions::UserImport() {
     frmUserImport(Session(), BookName(*optlBook_), optlDuplicate_->Index() == kAddNew, this).ShowModal();
+}
+
+void frmImportOptions::SpreadsheetImport() {
+    QtPrompts prompts(this);
+    const auto file = prompts.AskOpenFile(SpreadsheetDialog(Session()));
+    if (file) frmSpreadsheetImport(Session(), *file, optlDuplicate_->Index() == kAddNew, this).ShowModal();
 }
 
 }  // namespace tallymar

@@ -7,7 +7,8 @@ namespace tallymar {
 class CSOptList;
 class frmCounts;
 
-// "Import Asset Records": the files of the DOS edition, and the way to layouts of the user's own.
+// "Import Asset Records": the files of the DOS edition, and the way to layouts of the user's own and to
+// spreadsheets.
 class frmImportOptions : public frmExchangeForm {
     Q_OBJECT
 
@@ -16,6 +17,7 @@ class frmImportOptions : public frmExchangeForm {
 
  private:
     void UserImport();
+    void SpreadsheetImport();
 
     CSOptList* optlBook_ = nullptr;
     CSOptList* optlDuplicate_ = nullptr;
