@@ -24,8 +24,8 @@ namespace tallymar {
 namespace {
 
 constexpr std::size_t kPreviewRows = 3;
-constexpr int kHeadingLetters = 28;
-constexpr int kSampleLetters = 18;
+constexpr int kHeadingLetters = 22;
+constexpr int kSampleLetters = 16;
 constexpr int kTitleBar = 40;  // pixels that a window manager may take of the screen's height
 constexpr int kAddNew = 1;     // its place in optlDuplicate
 

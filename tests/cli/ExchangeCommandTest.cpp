@@ -38,5 +38,30 @@ TEST(ExchangeCommand, AsksBeforeAFileIsReplacedAndFailsWhenARunIsRefused) {
     EXPECT_EQ(cli("exchange import c.mdb assetctl.c01 --type company").ExitStatus, 1);
 }
 
+TEST(TableCommands, ADumpLoadsAgainAndACheckWritesNothing) {
+    const CliRunner cli;
+    cli.Good("new a.mdb");
+    cli.Good("new b.mdb");
+    cli.Write("in.csv", "Number,Cost,Remark\nA1,1250.5,x\nA2,7,y\n");
+    const std::string pairs = " --pair 'Cost=Federal Asset Cost' --pair Remark=";
+    EXPECT_THAT(cli("load a.mdb in.csv").Error, HasSubstr("line 1, column 2: the table has no column \"Cost\""));
+    EXPECT_THAT(cli.Good("load a.mdb in.csv --check" + pairs), HasSubstr("Records to add: 2    to update: 0"));
+    EXPECT_EQ(cli.Good("load a.mdb in.csv" + pairs), "Assets added: 2, rewritten: 0\n");
+    EXPECT_EQ(cli.Good("load a.mdb in.csv --add-new" + pairs), "Assets added: 2, rewritten: 0\n");
+
+    cli.Good("dump a.mdb --out out.xlsx");
+    EXPECT_EQ(cli.Good("load b.mdb out.xlsx"), "Assets added: 4, rewritten: 0\n");
+    EXPECT_EQ(cli.Good("dump b.mdb"), cli.Good("dump a.mdb"));
+    cli.Good("dump a.mdb --out out.csv");
+    EXPECT_EQ(cli.Read("out.csv"), cli.Good("dump a.mdb"));
+
+    cli.Write("bad.csv", "AssetNum,Basis(1)\nA1,much\nA9,1\n");
+    const CliResult check = cli("load a.mdb bad.csv --check");
+    EXPECT_EQ(check.ExitStatus, 1);
+    EXPECT_THAT(check.Out, StartsWith("line 2, column Basis(1): \"much\" is no amount"));
+    EXPECT_EQ(cli("dump a.mdb --out a.mdb").ExitStatus, 1);
+    EXPECT_EQ(cli.Good("dump b.mdb"), cli.Good("dump a.mdb"));
+}
+
 }  // namespace
 }  // namespace tallymar::test

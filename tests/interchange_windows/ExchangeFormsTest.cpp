@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -169,6 +170,52 @@ TEST_F(ExchangeForms, TheOptionsGoToTheRunAndAMissingTwinIsTold) {
     EXPECT_EQ(company_.Session.CompanyName(), "Ladders Ltd");
     company_.Session.AssetsRecordset().Seek("DUP001");
     EXPECT_EQ(company_.Session.AssetsRecordset().Get("Description").Text(), "Lathe");
+}
+
+TEST_F(ExchangeForms, ASpreadsheetIsPairedCheckedAndImportedByKeyboard) {
+    const auto choice = [](int heading) {
+        return Window()->findChild<QComboBox*>(QString("cboField(%1)").arg(heading))->currentText().toStdString();
+    };
+    const std::filesystem::path file = company_.Folder / "in.csv";
+    test::WriteAll(file, "Asset No.,Colour,Cost\nA1,Mill,1250.5\nA2,Mill,much\n");
+    frmImportOptions form(company_.Session);
+    Keyboard::WhenModal("frmImportOptions", [&] {
+        Keyboard::WhenModal("frmSpreadsheetImport", [&] {
+            EXPECT_EQ(choice(1) + "|" + choice(2) + "|" + choice(3), "Asset Number|(not imported)|Federal Asset Cost");
+            TabTo("cboField(2)");
+            EXPECT_EQ(Line(), "Choose the field that this column of the file holds");
+            keys_.Type("Division");
+            // A table with a value that fails is not taken: its list has nothing to press.
+            bool isOffered = true;
+            Keyboard::WhenModal("frmImportCheck", [&] {
+                isOffered = Window()->findChild<QPushButton*>("cmdImport")->isEnabled();
+                EXPECT_EQ(Window()->findChild<QTableWidget*>("lstRemarks")->item(0, 1)->text(), "Basis(1)");
+                keys_.Press(Qt::Key_Escape);
+            });
+            keys_.Alt(Qt::Key_I);
+            EXPECT_FALSE(isOffered);
+            EXPECT_EQ(Assets(), 0);
+
+            test::WriteAll(file, "Asset No.,Colour,Cost\nA1,Mill,1250.5\nA2,Mill,7\n");
+            Keyboard::WhenModal("frmImportCheck", [&] { Press("cmdImport"); });
+            keys_.Alt(Qt::Key_I);
+            EXPECT_EQ(Line(), "The file has been imported");
+            EXPECT_EQ((Count(1) + Count(2) + Count(3)).simplified().remove(u' '), "020");
+            keys_.Alt(Qt::Key_G);
+            EXPECT_EQ(choice(2), "(not imported)");
+            keys_.Press(Qt::Key_Escape);
+        });
+        Press("cmdSpreadsheet", file);
+        Keyboard::WhenModal("frmSpreadsheetImport", [&] {
+            EXPECT_EQ(choice(2), "Division") << "remembered";
+            keys_.Press(Qt::Key_Escape);
+        });
+        Press("cmdSpreadsheet", file);
+        keys_.Press(Qt::Key_Escape);
+    });
+    form.ShowModal();
+    company_.Session.AssetsRecordset().Seek("A2");
+    EXPECT_EQ(company_.Session.AssetsRecordset().Get("Division").Text(), "Mill");
 }
 
 }  // namespace
