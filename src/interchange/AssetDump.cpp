@@ -63,10 +63,12 @@ class AssetSheet {
         sheet_ = file_.AddSheet("Assets");
         lxw_format* heading = workbook_add_format(file_.Book());
         format_set_bold(heading);
-        for (const char* code : {"@", "yyyy-mm-dd", "yyyy-mm-dd hh:mm:ss", "#,##0.00##"}) {
-            formats_.push_back(workbook_add_format(file_.Book()));
-            format_set_num_format(formats_.back(), code);
-        }
+        while (formats_.size() <= kAmount) formats_.push_back(workbook_add_format(file_.Book()));
+        // Days stand as they do where the file is opened: by the numbers that every spreadsheet program has for that.
+        format_set_num_format(formats_[kText], "@");
+        format_set_num_format_index(formats_[kDay], 14);
+        format_set_num_format_index(formats_[kMoment], 22);
+        format_set_num_format(formats_[kAmount], "#,##0.00##");
         worksheet_freeze_panes(sheet_, 1, 1);
         for (std::size_t i = 0; i < ordinals_.size(); ++i) {
             const recordset::Field& field = assets.Definition().Fields[static_cast<std::size_t>(ordinals_[i])];
