@@ -5,12 +5,12 @@
 #include <string>
 
 #include <CLI/CLI.hpp>
-#include <QIcon>
 
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/runtime/Trace.h"
 #include "platform/runtime/Version.h"
+#include "shell/frmLooks.h"
 #include "shell/frmTallymar.h"
 #include "store/AppPath.h"
 
@@ -18,27 +18,13 @@ namespace {
 
 using namespace tallymar;
 
-constexpr const char* kFontFamily = "Arial";
 // A file for what is done with the company, or - for standard error: to look for faults.
 constexpr const char* kTraceVariable = "TALLYMAR_TRACE";
-constexpr double kFontPoints = 10.0;
 
 struct Options {
     std::string CompanyFile;
     std::string AppPathFolder;
 };
-
-void SetLooks(QApplication& application) {
-    QFont font(QString::fromLatin1(kFontFamily));
-    font.setPointSizeF(kFontPoints);
-    QApplication::setFont(font);
-    QIcon icon;
-    for (const char* picture : {":/icons/tallymar-48.png", ":/icons/tallymar-256.png"})
-        icon.addFile(QString::fromLatin1(picture));
-    QApplication::setWindowIcon(icon);
-    QGuiApplication::setDesktopFileName(QStringLiteral("tallymar"));
-    application.setApplicationName(QStringLiteral("Tallymar"));
-}
 
 int Start(const Options& options) {
     // The folder is changed below, so a relative name must be made whole before.
