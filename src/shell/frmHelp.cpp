@@ -126,11 +126,15 @@ frmHelp::frmHelp(const std::filesystem::path& collection, QWidget* parent)
     };
     showWays();
     connect(page_, &QTextBrowser::historyChanged, this, showWays);
-    connect(page_, &QTextBrowser::sourceChanged, this, [this](const QUrl& address) {
+    // The contents follow the page; they are read beside, and may come after it.
+    const auto follow = [this] {
         QHelpContentWidget* contents = engine_->contentWidget();
-        if (const QModelIndex row = contents->indexOf(address.adjusted(QUrl::RemoveFragment)); row.isValid()) {
-            contents->setCurrentIndex(row);
-        }
+        contents->setCurrentIndex(contents->indexOf(Shown().adjusted(QUrl::RemoveFragment)));
+    };
+    connect(page_, &QTextBrowser::sourceChanged, this, follow);
+    connect(engine_->contentModel(), &QHelpContentModel::contentsCreated, this, [this, follow] {
+        engine_->contentWidget()->expandToDepth(0);
+        follow();
     });
     connect(cmdBack, &QPushButton::clicked, page_, &QTextBrowser::backward);
     connect(cmdForward, &QPushButton::clicked, page_, &QTextBrowser::forward);
@@ -153,7 +157,6 @@ QWidget* frmHelp::MakeContents() {
         if (const QHelpContentItem* item = engine_->contentModel()->contentItemAt(row)) Open(item->url());
         contents->setExpanded(row, true);
     });
-    connect(engine_->contentModel(), &QHelpContentModel::contentsCreated, contents, [contents] { contents->expandToDepth(0); });
     return contents;
 }
 
