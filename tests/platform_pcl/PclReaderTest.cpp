@@ -105,6 +105,13 @@ TEST(PclReader, EndlessStreamsFailInOneLine) {
     EXPECT_EQ(ReadPcl(Esc("&f1y0X") + "a" + Esc("&f1y2X") + Esc("&f1X") + Esc("&f1y2X"), {}).Pages.size(), 1U);
 }
 
+// A line that wraps ends the page, whose macro deletes the very character that is to be printed.
+TEST(PclReader, AMacroMayDeleteWhatTheLineGoesOnWith) {
+    const PclDrawing drawing = ReadPcl(ReadWholeFile(TALLYMAR_SOURCE_DIR "/tests/fuzz/corpus/Pcl/wrap-into-macro.pcl"), {});
+    ASSERT_EQ(drawing.Pages.size(), 1U);
+    EXPECT_THAT(TextsOf(drawing), ElementsAre("A"));
+}
+
 // The page's dots after each way of packing them.
 TEST(PclReader, RasterRowsAreUnpacked) {
     const std::string start = Esc("*t300R") + Esc("*r1A");

@@ -49,9 +49,9 @@ QRect Stray(const QImage& image, const QImage& other) {
 TEST(SmallStreams, PrintLikeAnothersPrinter) {
     const Judge judge;
     if (!judge.IsThere()) GTEST_SKIP() << "tools/pcl-judge has built no PCL printer to compare with";
-    // Greys are dots in the one and even in the other; the judge takes the first block of a character for all of it, and shows
-    // signs for control characters.
-    const std::set<std::string> differ = {"pattern.pcl", "soft-font-in-blocks.pcl", "transparent.pcl"};
+    // Greys are dots in the one and even in the other; the judge takes the first block of a character for all of it, shows signs
+    // for control characters, and prints a character once more that the macro at the page's end has deleted.
+    const std::set<std::string> differ = {"pattern.pcl", "soft-font-in-blocks.pcl", "transparent.pcl", "wrap-into-macro.pcl"};
     for (const auto& file : std::filesystem::directory_iterator(TALLYMAR_SOURCE_DIR "/tests/fuzz/corpus/Pcl")) {
         const std::string name = file.path().filename().string();
         if (differ.contains(name)) continue;
