@@ -104,6 +104,7 @@ namespace {
 // As a job of its own to a queue; with any other destination, or none, into a file that is asked for.
 PrintOutcome PrintAsPdf(const AppPath& paths, const PagePrint& print, const PrintDestination& to, Prompts& prompts) {
     if (to.To() == PrintDestination::Kind::Queue) {
+        const class_Hourglass wait;
         SendAsPdf(to, paths, paths.Folder(), print);
         return {print.ValuesName + " was sent as PDF to " + to.Text(), {}};
     }
@@ -115,6 +116,7 @@ PrintOutcome PrintAsPdf(const AppPath& paths, const PagePrint& print, const Prin
                                            .DefaultExtension = "pdf",
                                            .AsksToOverwrite = true});
     if (!file) return {};
+    const class_Hourglass wait;
     FileReplacement replacement(*file);
     replacement.Write(FormPagesPdf(paths, paths.Folder(), {print.ValuesName}));
     replacement.Commit();
@@ -139,10 +141,11 @@ PrintOutcome PrintWithDialog(const AppPath& paths, const FormPageInfo& page, boo
     frmPrintForm dialog(paths, ToQString(print.Title()), what, FailureToQString(print.OverflowText()), true, over);
     dialog.ShowModal();
     if (dialog.Chosen() == frmPrintForm::Choice::Cancel) return Canceled(print, prompts);
-    const class_Hourglass wait;
     try {
         const PrintDestination& to = dialog.Target().To;
         if (dialog.Chosen() == frmPrintForm::Choice::Pdf) return PrintAsPdf(paths, print, to, prompts);
+        std::optional<class_Hourglass> wait;
+        if (!print.Overflows()) wait.emplace();  // else there is a message on the way
         Spooler spooler(to);
         if (std::string problem = PrintPage(spooler, print, buffer, prompts); !problem.empty()) return {{}, problem};
         spooler.Close();

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -137,6 +138,32 @@ TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
     EXPECT_TRUE(menu->actions()[2]->isChecked());
     menu->actions()[1]->trigger();
     EXPECT_EQ(window_.findChild<QMdiArea*>()->activeSubWindow()->widget(), Form("frmEditCompany"));
+}
+
+TEST_F(MainWindow, AFormsEditButtonOpensTheViewerAnewButNotOverUnsavedChanges) {
+    std::filesystem::create_directories(folder_ / "Laser");
+    std::string fields(170, ' ');
+    fields.replace(85 + 49, 9, "  1  0 10");
+    test::WriteAll(folder_ / "Laser/242551.FPF", fields);
+    test::WriteAll(folder_ / "Laser/242551.HP", "\x1B&l0O\x1B&l8c66p");
+    Open(MakeCompany(true));
+    Action("mnuCreate4255")->trigger();
+    const auto edit = [&] {
+        In<QPushButton>("frmCreate4255", "cmdEdit4255")->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the viewer that was there
+    };
+    edit();
+    EXPECT_EQ(Windows(), QStringList({"frmEditAsset", "frmCreate4255", "frmHPViewer"}));
+    test::WriteAll(folder_ / "242551.LDT", "x \r\n  Old name \r\n\x1A");
+    edit();
+    auto* field = In<QLineEdit>("frmHPViewer", "sitxEdit1");
+    EXPECT_EQ(field->text(), "Old name");
+    QTest::keyClicks(field, "New");
+    edit();
+    EXPECT_EQ(Windows(), QStringList({"frmEditAsset", "frmCreate4255", "frmHPViewer"}));
+    EXPECT_EQ(In<QLineEdit>("frmHPViewer", "sitxEdit1"), field);
+    EXPECT_EQ(field->text(), "New");
+    EXPECT_EQ(In<QLabel>("frmHPViewer", "TextMessage")->text(), "Changes on this page are not saved");
 }
 
 TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
