@@ -98,6 +98,7 @@ void FormPageText::Set(int column, int line, std::string_view text, int width) {
     if (cells.size() < start + length) cells.resize(start + length, ' ');
     std::string put(text.substr(0, length));
     put.resize(length, ' ');
+    std::replace_if(put.begin(), put.end(), IsControl, ' ');  // a line end in a field would tear its line apart
     cells.replace(start, length, put);
     cells.resize(RTrim(cells).size());
 }

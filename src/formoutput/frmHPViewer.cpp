@@ -4,6 +4,7 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -29,9 +30,9 @@ namespace {
 
 const QString kFont = QStringLiteral("Courier New");
 constexpr double kFontPoints = 11;
-constexpr double kSmallestCell = 7;     // pixels: below it nobody reads
-constexpr double kLargestCell = 20;     // the page of a very wide window does not become a wall
-constexpr QSize kFirstSize(1050, 560);  // fits the main window's first size
+constexpr double kSmallestCell = 7;  // pixels: below it nobody reads
+constexpr double kLargestCell = 20;  // the page of a very wide window does not become a wall
+constexpr QSize kFirstSize(1050, 560);
 
 QString UnsavedText() {
     return frmHPViewer::tr("Changes on this page are not saved");
@@ -63,7 +64,7 @@ frmHPViewer::frmHPViewer(AppPath paths, std::string_view pageCode, QWidget* pare
     all->addWidget(picture_, 1);
     all->addWidget(MakeHintLine());
     all->addWidget(buttons);
-    resize(kFirstSize);
+    resize(sizeHint());
 
     connect(sheet_, &FormSheetView::Clicked, this, Guarded([this](int x, int y) { Click(x, y); }));
     sheet_->SetFont(kFont, kFontPoints, false, false);
@@ -144,9 +145,10 @@ bool frmHPViewer::IsDirty() const {
     return edits_.IsDirty() || IsTyped();
 }
 
-// As a child of the main window: the page is to be read, whatever the layout would do with.
+// The page is to be read, whatever the layout would do with, and the window to fit into the main one.
 QSize frmHPViewer::sizeHint() const {
-    return kFirstSize;
+    const QSize room = screen()->availableSize();
+    return kFirstSize.boundedTo(QSize(room.width() * 85 / 100, room.height() * 7 / 10));
 }
 
 void frmHPViewer::SayUnsaved() {

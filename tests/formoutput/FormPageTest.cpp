@@ -84,6 +84,7 @@ TEST(FormPageText, AChangeTouchesItsOwnLineAlone) {
     page.Set(9, 3, "5", 10);
     page.Set(3, 6, "new", 8);
     page.Set(84, 1, "off", 3);  // beyond the page
+    page.Set(30, 1, "\r\n\x1A", 3);
     EXPECT_EQ(page.ToFile(), "\\\\245621 \r\n \r\n  Oak               12-345 \r\nX         5 \r\n \r\n \r\n    new \r\n\x1A");
     page.Set(1, 2, "Elm Street", 10);
     page.Set(9, 3, "  1,234.", 10);
