@@ -127,14 +127,14 @@ frmHelp::frmHelp(const std::filesystem::path& collection, QWidget* parent)
     showWays();
     connect(page_, &QTextBrowser::historyChanged, this, showWays);
     // The contents follow the page; they are read beside, and may come after it.
-    const auto follow = [this] {
+    const auto follow = [this](const QUrl& address) {
         QHelpContentWidget* contents = engine_->contentWidget();
-        contents->setCurrentIndex(contents->indexOf(Shown().adjusted(QUrl::RemoveFragment)));
+        contents->setCurrentIndex(contents->indexOf(address.adjusted(QUrl::RemoveFragment)));
     };
     connect(page_, &QTextBrowser::sourceChanged, this, follow);
     connect(engine_->contentModel(), &QHelpContentModel::contentsCreated, this, [this, follow] {
         engine_->contentWidget()->expandToDepth(0);
-        follow();
+        follow(Shown());
     });
     connect(cmdBack, &QPushButton::clicked, page_, &QTextBrowser::backward);
     connect(cmdForward, &QPushButton::clicked, page_, &QTextBrowser::forward);

@@ -153,6 +153,11 @@ TEST_F(Help, ContentsIndexAndSearchLeadToPages) {
     EXPECT_EQ(help->Shown().toString().section('/', -1), "mcrs.html#mid-month");
     window_.findChild<QAction*>("mnuHelpContents")->trigger();
     EXPECT_EQ(help->Shown().toString(), "qthelp://tallymar.tallymar/doc/index.html");
+    // The contents stand at the page that is shown.
+    QTest::mouseClick(help->findChild<QPushButton*>("cmdTutorial"), Qt::LeftButton);
+    keys_.Press(Qt::Key_Down, Qt::NoModifier, 3);
+    keys_.Press(Qt::Key_Return);
+    EXPECT_EQ(help->Shown().toString(), "qthelp://tallymar.helptutorial/doc/compute.html");
 }
 
 }  // namespace
