@@ -193,18 +193,33 @@ QWidget* frmHelp::MakeSearch() {
     return Column(words_, hits_);
 }
 
-void frmHelp::Search() {
-    if (texts_.empty()) {
-        const class_Hourglass wait;
-        for (const QString& book : engine_->registeredDocumentations()) {
-            for (const QUrl& address : engine_->files(book, QString(), QStringLiteral("html"))) {
-                const QString html = QString::fromUtf8(engine_->fileData(address));
-                const QString title = html.section(QStringLiteral("<title>"), 1).section(QStringLiteral("</title>"), 0, 0);
-                texts_.push_back({address, QTextDocumentFragment::fromHtml(title).toPlainText(),
-                                  QTextDocumentFragment::fromHtml(html).toPlainText()});
-            }
+void frmHelp::ReadTexts() {
+    if (!texts_.empty()) return;
+    const class_Hourglass wait;
+    for (const QString& book : engine_->registeredDocumentations()) {
+        for (const QUrl& address : engine_->files(book, QString(), QStringLiteral("html"))) {
+            const QString html = QString::fromUtf8(engine_->fileData(address));
+            const QString title = html.section(QStringLiteral("<title>"), 1).section(QStringLiteral("</title>"), 0, 0);
+            texts_.push_back({address, QTextDocumentFragment::fromHtml(title).toPlainText(),
+                              QTextDocumentFragment::fromHtml(html).toPlainText()});
         }
     }
+}
+
+void frmHelp::ShowMessageHelp(const QString& text) {
+    ReadTexts();
+    const auto place = FindMessage(texts_, text);
+    if (!place) {
+        ShowKey({QStringLiteral("QMessageBox")});
+        return;
+    }
+    Open(place->Address);
+    page_->find(place->Words);
+    page_->setFocus();
+}
+
+void frmHelp::Search() {
+    ReadTexts();
     hits_->clear();
     for (const HelpHit& hit : SearchHelp(texts_, words_->text())) {
         auto* item = new QListWidgetItem(hit.Title + u'\n' + hit.Excerpt, hits_);

@@ -40,6 +40,8 @@ class frmHelp : public CSForm {
     // The page of the first key that has one ("frmComputeOptions.silgMonth", then "frmComputeOptions"); the contents when none
     // has.
     void ShowKey(const QStringList& keys);
+    // The place that tells of a message; the page of all messages when none does.
+    void ShowMessageHelp(const QString& text);
 
     QUrl Shown() const;
 
@@ -52,10 +54,11 @@ class frmHelp : public CSForm {
     QWidget* MakeSearch();
     void Open(const QUrl& address);
     void Search();
+    void ReadTexts();
     void Zoom(int steps);
 
     std::unique_ptr<QHelpEngine> engine_;
-    std::vector<HelpText> texts_;  // of all pages, read at the first search
+    std::vector<HelpText> texts_;  // of all pages, read when they are first looked through
     QTabWidget* tabs_ = nullptr;
     HelpBrowser* page_ = nullptr;
     QLineEdit* words_ = nullptr;

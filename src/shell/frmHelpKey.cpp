@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMessageBox>
 #include <QWidget>
 
 #include "platform/controls/EventGuard.h"
@@ -23,10 +24,12 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     const QStringList keys = HelpKeysOf(at);
+    const auto* message = qobject_cast<const QMessageBox*>(at->window());
+    const QString text = message ? message->text() : QString();
     while (QWidget* open = QApplication::activePopupWidget()) {
         if (!open->close()) break;
     }
-    Guarded([&] { show_(keys); })();
+    Guarded([&] { show_(keys, text); })();
     return true;
 }
 

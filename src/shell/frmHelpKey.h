@@ -12,7 +12,8 @@ class HelpKey : public QObject {
     Q_OBJECT
 
  public:
-    using Show = std::function<void(const QStringList& keys)>;
+    // keys: of the field or menu item, the nearest first; message: the text of the message that it was asked in.
+    using Show = std::function<void(const QStringList& keys, const QString& message)>;
 
     explicit HelpKey(Show show, QObject* parent = nullptr);
 

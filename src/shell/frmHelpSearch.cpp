@@ -59,4 +59,20 @@ std::vector<HelpHit> SearchHelp(const std::vector<HelpText>& pages, const QStrin
     return hits;
 }
 
+std::optional<HelpPlace> FindMessage(const std::vector<HelpText>& pages, const QString& message) {
+    constexpr qsizetype kFewest = 2;  // "Disk full"
+    const QStringList words = message.simplified().split(u' ');
+    std::optional<HelpPlace> place;
+    for (qsizetype length = words.size(); length >= kFewest && !place; --length) {
+        for (qsizetype from = 0; from + length <= words.size() && !place; ++from) {
+            const QString run = words.mid(from, length).join(u' ');
+            const auto page = std::find_if(pages.begin(), pages.end(), [&](const HelpText& each) {
+                return each.Address.fileName().startsWith(QStringLiteral("messages-")) && each.Text.contains(run);
+            });
+            if (page != pages.end()) place = HelpPlace{page->Address, run};
+        }
+    }
+    return place;
+}
+
 }  // namespace tallymar

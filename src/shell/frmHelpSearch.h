@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <QString>
@@ -23,5 +24,14 @@ struct HelpHit {
 // stands between quotation marks is looked for as it stands. First the pages that have the words in their titles, then those that
 // have them most often; none for an empty request.
 std::vector<HelpHit> SearchHelp(const std::vector<HelpText>& pages, const QString& request);
+
+struct HelpPlace {
+    QUrl Address;
+    QString Words;  // as they stand on the page
+};
+
+// Where a message is told of: the page with the longest run of its words, two at least. The names and numbers that a message puts
+// in stand on no page.
+std::optional<HelpPlace> FindMessage(const std::vector<HelpText>& pages, const QString& message);
 
 }  // namespace tallymar

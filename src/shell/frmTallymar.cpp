@@ -110,7 +110,17 @@ Tallymar::Tallymar(AppPath paths)
     MakeToolbar();
     statusBar();
     ApplyEnabled({});
-    new HelpKey([this](const QStringList& keys) { ShowHelp([&](frmHelp& help) { help.ShowKey(keys); }); }, this);
+    new HelpKey(
+        [this](const QStringList& keys, const QString& message) {
+            ShowHelp([&](frmHelp& help) {
+                if (message.isEmpty()) {
+                    help.ShowKey(keys);
+                } else {
+                    help.ShowMessageHelp(message);
+                }
+            });
+        },
+        this);
 }
 
 Tallymar::~Tallymar() {

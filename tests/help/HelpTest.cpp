@@ -133,6 +133,20 @@ TEST_F(Help, StandsOverAModalWindowAndCanBeUsedThere) {
     EXPECT_EQ(page, "qthelp://tallymar.helptutorial/doc/index.html");
 }
 
+TEST_F(Help, F1InAMessageShowsWhereItIsToldOf) {
+    QString shown, words;
+    Keyboard::WhenModal("", [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        QTest::keyClick(box, Qt::Key_F1);
+        shown = Shown(box);
+        words = box->findChild<QTextBrowser*>()->textCursor().selectedText();
+        box->close();
+    });
+    window_.findChild<QPushButton*>("cmdDelete")->click();
+    EXPECT_EQ(shown, "messages-assets.html");
+    EXPECT_EQ(words, "Delete Asset");
+}
+
 TEST_F(Help, ContentsIndexAndSearchLeadToPages) {
     window_.findChild<QAction*>("mnuHelpIndex")->trigger();
     auto* help = window_.findChild<frmHelp*>();
