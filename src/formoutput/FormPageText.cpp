@@ -75,9 +75,8 @@ FormPageText FormPageText::Read(const FormPageInfo& page, const std::filesystem:
 std::string FormPageText::Line(int line) const {
     if (line < 1 || line > LineCount()) return {};
     std::string text = lines_[static_cast<std::size_t>(line) - 1].Text;
-    for (char& c : text) {
-        if (IsControl(c)) c = ' ';
-    }
+    std::replace_if(text.begin(), text.end(), IsControl, ' ');
+    text.resize(RTrim(text).size());
     return text;
 }
 

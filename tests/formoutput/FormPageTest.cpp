@@ -92,6 +92,12 @@ TEST(FormPageText, AChangeTouchesItsOwnLineAlone) {
     EXPECT_EQ(page.ToFile(), std::string(kFile.substr(0, kFile.size() - 1)) + " \r\n \r\n\x1A");
 }
 
+TEST(FormPageText, ControlCharactersAreBlanksToTheEye) {
+    const FormPageText page = FormPageText::Parse("x\r\n  a\x01 b\x7F \r\n\x1A", "x");
+    EXPECT_EQ(page.Line(1), "a  b");
+    EXPECT_EQ(page.ToFile(), "x\r\n  a\x01 b\x7F \r\n\x1A");
+}
+
 TEST(FormPageText, WithoutAFileIsAnEmptyPageOfItsCode) {
     const test::TempFolder folder;
     FormPageText page = FormPageText::Read(FormPageOf("245622"), folder / "245622.LDT");
