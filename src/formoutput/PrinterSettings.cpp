@@ -74,15 +74,16 @@ void SavePrinterSettings(const std::filesystem::path& folder, const PrinterSetti
 PrintTarget LookAt(const PrintDestination& to) {
     switch (to.To()) {
         case Kind::Queue: {
-            const bool takesPcl = TakesPcl(AbilitiesOf(to.QueueName()));
-            return {to, takesPcl,
+            const QueueAbilities queue = AbilitiesOf(to.QueueName());
+            const bool takesPcl = TakesPcl(queue);
+            return {to, takesPcl, !IsRaw(queue),
                     "The printer \"" + to.QueueName() +
                         (takesPcl ? "\", which prints PCL" : "\", which is no PCL printer: it gets the page as PDF")};
         }
         case Kind::Port:
-            return {to, true, "The printer at " + to.Text()};
+            return {to, true, false, "The printer at " + to.Text()};
         case Kind::File:
-            return {to, true, "The file " + to.Text() + ", which is replaced"};
+            return {to, true, false, "The file " + to.Text() + ", which is replaced"};
         case Kind::None:
             break;
     }

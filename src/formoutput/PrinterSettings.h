@@ -29,8 +29,9 @@ void SavePrinterSettings(const std::filesystem::path& folder, const PrinterSetti
 // A destination as it stands before a print.
 struct PrintTarget {
     PrintDestination To;
-    bool TakesPcl = true;  // else pages go to it as PDF
-    std::string Says;      // "The printer \"HP4\", which prints PCL"
+    bool TakesPcl = true;   // else pages go to it as PDF
+    bool TakesPdf = false;  // the print service makes of a PDF what the printer understands
+    std::string Says;       // "The printer \"HP4\", which prints PCL"
 };
 // Asks the print service about a queue. Failures: those of AbilitiesOf; DeviceError when no printer has been chosen.
 PrintTarget LookAt(const PrintDestination& to);

@@ -101,9 +101,10 @@ void frmPrintForm::Choose(Choice choice) {
 
 namespace {
 
-// As a job of its own to a queue; with any other destination, or none, into a file that is asked for.
-PrintOutcome PrintAsPdf(const AppPath& paths, const PagePrint& print, const PrintDestination& to, Prompts& prompts) {
-    if (to.To() == PrintDestination::Kind::Queue) {
+// As a job of its own where a PDF can be printed; else, and without a printer, into a file that is asked for.
+PrintOutcome PrintAsPdf(const AppPath& paths, const PagePrint& print, const PrintTarget& target, Prompts& prompts) {
+    const PrintDestination& to = target.To;
+    if (target.TakesPdf) {
         const class_Hourglass wait;
         SendAsPdf(to, paths, paths.Folder(), print);
         return {print.ValuesName + " was sent as PDF to " + to.Text(), {}};
@@ -143,7 +144,7 @@ PrintOutcome PrintWithDialog(const AppPath& paths, const FormPageInfo& page, boo
     if (dialog.Chosen() == frmPrintForm::Choice::Cancel) return Canceled(print, prompts);
     try {
         const PrintDestination& to = dialog.Target().To;
-        if (dialog.Chosen() == frmPrintForm::Choice::Pdf) return PrintAsPdf(paths, print, to, prompts);
+        if (dialog.Chosen() == frmPrintForm::Choice::Pdf) return PrintAsPdf(paths, print, dialog.Target(), prompts);
         std::optional<class_Hourglass> wait;
         if (!print.Overflows()) wait.emplace();  // else there is a message on the way
         Spooler spooler(to);

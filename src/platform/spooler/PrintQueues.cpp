@@ -40,13 +40,16 @@ bool HasWord(std::string_view text, bool (*isIt)(std::string_view)) {
 
 }  // namespace
 
+bool IsRaw(const QueueAbilities& queue) {
+    return HasWord(UCase(queue.MakeAndModel), [](std::string_view word) { return word == kRawQueue; });
+}
+
 bool TakesPcl(const QueueAbilities& queue) {
     const std::string id = UCase(queue.DeviceId);
     std::string_view languages = ValueOf(id, "CMD");
     if (languages.empty()) languages = ValueOf(id, "COMMAND SET");
     if (!languages.empty()) return HasWord(languages, IsPcl);
-    const std::string name = UCase(queue.MakeAndModel);
-    if (HasWord(name, [](std::string_view word) { return word == kRawQueue; }) || HasWord(name, IsPcl)) return true;
+    if (IsRaw(queue) || HasWord(UCase(queue.MakeAndModel), IsPcl)) return true;
     // The print service lists for a queue of its own what it can make something of; a PCL printer on the network names PCL.
     return std::any_of(queue.Formats.begin(), queue.Formats.end(),
                        [](const std::string& format) { return UCase(format) == kPclFormat; });

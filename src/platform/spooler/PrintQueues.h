@@ -26,6 +26,8 @@ struct QueueAbilities {
 // Does it print PCL 5 sent raw? By the languages of its device id; without one, a raw queue does, one whose name says PCL, and
 // one that takes application/vnd.hp-PCL by itself. What can only print what the print service has made of it does not.
 bool TakesPcl(const QueueAbilities& queue);
+// Does it hand everything on as it is? Then a PDF is for the printer itself to understand.
+bool IsRaw(const QueueAbilities& queue);
 // Asks the print service. Failure::DeviceError, with one line, when it does not answer or knows no such queue.
 QueueAbilities AbilitiesOf(const std::string& queue);
 
