@@ -40,6 +40,43 @@ std::string DateField(Date date) {
     return kSerialMark + std::string(digits, written.ptr);
 }
 
+// "6/30/2003". A year of two digits would be a guess.
+std::optional<Date> ParseUnitedStatesDate(std::string_view text) {
+    const std::size_t year = text.rfind('/');
+    const bool isPlain = text.find_first_not_of("0123456789/") == std::string_view::npos;
+    if (!isPlain || year == std::string_view::npos || text.size() - year - 1 != 4) return std::nullopt;
+    return ParseDate(text, Date());
+}
+
+// "$1,250.00" and "(1,250.00)" as "1250.00" and "-1250.00". A text whose commas do not stand between thousands, or with a sign
+// that is out of place, comes back as it is, to be refused.
+std::string PlainAmount(std::string_view text) {
+    std::string_view rest = text;
+    bool negative = false;
+    if (rest.starts_with('(') && rest.ends_with(')')) {
+        negative = true;
+        rest = rest.substr(1, rest.size() - 2);
+    } else if (rest.starts_with('-')) {
+        negative = true;
+        rest.remove_prefix(1);
+    }
+    if (rest.starts_with('$')) rest.remove_prefix(1);
+    if (rest.empty() || rest.find_first_not_of("0123456789,.") != std::string_view::npos) return std::string(text);
+
+    const std::string_view whole = rest.substr(0, rest.find('.'));
+    std::string plain = negative ? "-" : "";
+    if (whole.find(',') != std::string_view::npos) {
+        for (std::size_t i = 0; i < whole.size(); ++i) {
+            if ((whole[i] == ',') != (i > 0 && (whole.size() - i) % 4 == 0)) return std::string(text);
+        }
+        if (whole.front() == ',') return std::string(text);
+    }
+    for (const char c : whole) {
+        if (c != ',') plain += c;
+    }
+    return plain.append(rest.substr(whole.size()));
+}
+
 bool HasMoreThanFourDecimals(std::string_view number) {
     const std::size_t point = number.find('.');
     return point != std::string_view::npos && number.size() - point - 1 > 4;
@@ -95,13 +132,15 @@ Value ParseFieldText(const recordset::Field& field, std::string_view utf8, std::
             return ParseText(field, utf8, buffer);
         case FieldType::Date: {
             std::optional<Date> date = ParseIsoDate(utf8);
+            if (!date) date = ParseUnitedStatesDate(utf8);
             if (!date) date = ParseSerial(utf8);
-            if (!date) Refuse(Failure::TypeMismatch, utf8, "is no date of the form YYYY-MM-DD");
+            if (!date) Refuse(Failure::TypeMismatch, utf8, "is no date of the form YYYY-MM-DD or m/d/yyyy");
             return Value(RequireCalendar(*date, utf8));
         }
         case FieldType::Currency: {
-            const std::optional<CurrencyAmount> amount = CurrencyAmount::Parse(utf8);
-            if (!amount || HasMoreThanFourDecimals(utf8)) {
+            const std::string plain = PlainAmount(utf8);
+            const std::optional<CurrencyAmount> amount = CurrencyAmount::Parse(plain);
+            if (!amount || HasMoreThanFourDecimals(plain)) {
                 Refuse(Failure::TypeMismatch, utf8, "is no amount (digits, a point, at most four decimals)");
             }
             return Value(*amount);
@@ -109,8 +148,8 @@ Value ParseFieldText(const recordset::Field& field, std::string_view utf8, std::
         case FieldType::Integer:
             return ParseInteger(utf8);
         case FieldType::Boolean:
-            if (UCase(utf8) == "TRUE") return Value(true);
-            if (UCase(utf8) == "FALSE") return Value(false);
+            if (UCase(utf8) == "TRUE" || UCase(utf8) == "YES") return Value(true);
+            if (UCase(utf8) == "FALSE" || UCase(utf8) == "NO") return Value(false);
             Refuse(Failure::TypeMismatch, utf8, "is neither True nor False");
     }
     throw PlatformError(Failure::TypeMismatch);

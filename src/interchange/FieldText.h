@@ -11,7 +11,8 @@
 // Dates are YYYY-MM-DD, with THH:MM:SS after it when there is a time of day; amounts have a point, at most four decimals and no
 // commas; integers are plain, booleans True and False. A moment that the calendar form cannot tell exactly (finer than a second,
 // or a year that has not four digits) is its count of days after an "@". What one way writes, the other reads back to the same
-// value.
+// value. What other programs of a United States desk write is read too: dates as m/d/yyyy, the year with four digits; amounts
+// with a dollar sign, with commas between the thousands, and negative ones in parentheses; Yes and No.
 namespace tallymar {
 
 // A text value is a view of `buffer`, which must outlive it. Failures, each with a text that says what is wrong with this one:

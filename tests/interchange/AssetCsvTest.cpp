@@ -157,6 +157,15 @@ TEST_F(AssetCsvTest, DumpAndLoadIntoANewFileReproduceEveryValue) {
     EXPECT_EQ(third.Dump(), dumped);
 }
 
+TEST_F(AssetCsvTest, DatesAndAmountsAreReadAsAUnitedStatesDeskWritesThem) {
+    company_.Load(
+        Write("AssetNum,InService,Basis(1),SoldAmount,Sold\n"
+              "A1,6/30/2003,\"$1,234,567.89\",\"(1,250.5)\",Yes\nA2,12/01/1999,-$5,\"1,000\",no\n"));
+    EXPECT_EQ(company_.Dump({"AssetNum", "InService", "Basis(1)", "SoldAmount", "Sold"}),
+              "AssetNum,InService,Basis(1),SoldAmount,Sold\r\n"
+              "A1,2003-06-30,1234567.89,-1250.5,True\r\nA2,1999-12-01,-5,1000,False\r\n");
+}
+
 TEST_F(AssetCsvTest, AKnownNumberRewritesItsRowAndLeavesOtherColumnsAlone) {
     company_.Load(
         Write("AssetNum,Description,Basis(1),Sold\r\nA1    ,Lathe,1250.5,True\r\nB2,\"Drill, \"\"big\"\"\",,False\r\n"));
@@ -190,9 +199,12 @@ TEST_F(AssetCsvTest, ABadFileIsRefusedWholeWithItsLineAndColumn) {
         {"AssetNum,Sold\nA1,True,\n", Failure::TypeMismatch, "line 2, column 3: the row has 3 fields where the header has 2"},
         {"AssetNum,Purchased\nA1,2003-02-28\nA2,2003-02-29\n", Failure::TypeMismatch,
          "line 3, column Purchased: \"2003-02-29\" is no date"},
-        {"AssetNum,Purchased\nA1,2/28/2003\n", Failure::TypeMismatch, "column Purchased: \"2/28/2003\" is no date"},
+        {"AssetNum,Purchased\nA1,2003/02/28\n", Failure::TypeMismatch, "column Purchased: \"2003/02/28\" is no date"},
         {"AssetNum,Purchased\nA1,\"\"\n", Failure::TypeMismatch, "column Purchased: \"\" is no date"},
-        {"AssetNum,Basis(2)\nA1,\"1,250.00\"\n", Failure::TypeMismatch, "column Basis(2): \"1,250.00\" is no amount"},
+        {"AssetNum,Basis(2)\nA1,\"12,50.00\"\n", Failure::TypeMismatch, "column Basis(2): \"12,50.00\" is no amount"},
+        {"AssetNum,Basis(2)\nA1,$-5\n", Failure::TypeMismatch, "column Basis(2): \"$-5\" is no amount"},
+        {"AssetNum,InService\nA1,6/30/03\n", Failure::TypeMismatch, "column InService: \"6/30/03\" is no date"},
+        {"AssetNum,InService\nA1,2/30/2003\n", Failure::TypeMismatch, "column InService: \"2/30/2003\" is no date"},
         {"AssetNum,Basis(2)\nA1,1.23456\n", Failure::TypeMismatch, "column Basis(2): \"1.23456\" is no amount"},
         {"AssetNum,Basis(2)\nA1,1e5\n", Failure::TypeMismatch, "column Basis(2): \"1e5\" is no amount"},
         {"AssetNum,FedLife\nA1,5.0\n", Failure::TypeMismatch, "column FedLife: \"5.0\" is no whole number"},

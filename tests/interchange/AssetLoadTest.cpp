@@ -79,7 +79,8 @@ TEST_F(AssetLoadTest, ACellThatItsColumnDoesNotTakeIsToldByRowAndColumn) {
     };
     EXPECT_EQ(one("Federal Asset Cost", Number("33.33333")),
               "in.ods, row 3, column Basis(1): \"33.33333\" is no amount (digits, a point, at most four decimals)");
-    EXPECT_EQ(one("InService", Number("37986")), "in.ods, row 3, column InService: \"37986\" is no date of the form YYYY-MM-DD");
+    EXPECT_EQ(one("InService", Number("37986")),
+              "in.ods, row 3, column InService: \"37986\" is no date of the form YYYY-MM-DD or m/d/yyyy");
     EXPECT_EQ(one("SerialNum", Day("2003-01-02")),
               "in.ods, row 3, column SerialNum: \"2003-01-02\" is a date; the column holds none");
     EXPECT_EQ(one("SoldAmount",
