@@ -104,7 +104,7 @@ std::optional<std::string> UpdateSites::Follow(std::string_view address) const {
 }
 
 std::string VersionNamed(std::string_view html) {
-    static const std::regex kMeta("<meta\\s+name=\"tallymar-version\"\\s+content=\"([0-9]{1,4}(\\.[0-9]{1,4}){0,3})\"",
+    static const std::regex kMeta("<meta\\s{1,8}name=\"tallymar-version\"\\s{1,8}content=\"([0-9]{1,4}(\\.[0-9]{1,4}){0,3})\"",
                                   std::regex::icase);
     // A page says it in its head.
     constexpr std::size_t kHead = 4096;
