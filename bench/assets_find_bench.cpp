@@ -1,5 +1,5 @@
-// The find list on a large company: opening, filling, sorting and jumping, beside the floor of a bare recordset pass that reads
-// the same columns. Usage: assets_find_bench [rows] [folder]
+// The find list on a large company: opening, filling, sorting, searching and jumping, beside the floor of a bare recordset pass
+// that reads the same columns. Usage: assets_find_bench [rows] [folder]
 
 #include <cstdio>
 #include <cstdlib>
@@ -29,6 +29,7 @@ void Build(CompanySession& session, const std::filesystem::path& path, int rows)
             record.Division = kWords[row % 7];
             record.Department = std::to_string(row % 40);
             record.Description = std::string(kWords[row * 7919 % 10]) + " " + std::to_string(row * 31 % 100000);
+            record.SerialNum = "SN-" + std::to_string(row * 7) + "-" + std::to_string(row % 97);
             record.AccountNum = "1500-" + std::to_string(row % 25);
             record.InService = Date::FromSerial(30000.0 + row * 17 % 8000);
             record.Sold = row % 50 == 0;
@@ -83,6 +84,10 @@ int main(int argc, char** argv) {
         for (int column = 0; column < FindColumns::kCount; ++column) {
             const std::string name = "sort by " + std::string(found->Columns().Heading(column));
             Print(name.c_str(), NanosecondsPer(1, [&] { found->Sort(column); }));
+        }
+        for (const char* text : {"l", "lathe", "lathe 31", "no asset has it", ""}) {
+            const std::string name = "search for \"" + std::string(text) + "\"";
+            Print(name.c_str(), NanosecondsPer(1, [&] { found->Search(text); }));
         }
         Print("jump over the whole list (nothing begins so)",
               NanosecondsPer(1, [&] { sum += found->Jump("ZZ", 0).has_value(); }));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <limits>
 
 #include "platform/runtime/Format.h"
@@ -27,6 +28,11 @@ constexpr std::array<ColumnDef, 6> kColumnDefs = {{{"Asset #", "AssetNum"},
 const ColumnDef& DefOf(FindColumn column) {
     return kColumnDefs[static_cast<std::size_t>(column)];
 }
+
+// What a search looks at.
+constexpr std::string_view kSearchColumns[] = {"AssetNum", "Description", "Descrip2", "SerialNum", "AccountNum"};
+constexpr char kBetweenTexts = '\0';  // no word reaches over it
+constexpr std::string_view kBlanks = " \t";
 
 // The text that sorts in the order of the days.
 constexpr std::string_view kDatePicture = "yyyy/mm/dd";
@@ -150,11 +156,13 @@ FindAssets::FindAssets(CompanySession& session, bool byDate, bool byGLNumber)
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         ordinals_[column] = assets_.Ordinal(DefOf(columns_.Columns[column]).Column);
     }
+    for (const std::string_view column : kSearchColumns) searchOrdinals_.push_back(assets_.Ordinal(column));
     assets_.SetIndex("AssetNum");
     assets_.MoveFirst();
     const auto count = static_cast<std::size_t>(assets_.RecordCount());
     rows_.reserve(count);
     order_.reserve(count);
+    shown_.reserve(count);
 }
 
 bool FindAssets::FillMore(std::int64_t rows) {
@@ -170,8 +178,10 @@ void FindAssets::FillAll() {
 }
 
 void FindAssets::Append() {
-    Row row{
-        .Start = static_cast<std::uint32_t>(texts_.size()), .Lengths = {}, .Disposed = CheckDisposed(disposal_.Read(assets_))};
+    Row row{.Start = static_cast<std::uint32_t>(texts_.size()),
+            .SearchStart = static_cast<std::uint32_t>(searched_.size()),
+            .Lengths = {},
+            .Disposed = CheckDisposed(disposal_.Read(assets_))};
     for (std::size_t column = 0; column < ordinals_.size(); ++column) {
         const recordset::Value value = assets_.Get(ordinals_[column]);
         const std::size_t start = texts_.size();
@@ -184,8 +194,48 @@ void FindAssets::Append() {
         texts_.resize(std::min(texts_.size(), start + std::numeric_limits<std::uint8_t>::max()));
         row.Lengths[column] = static_cast<std::uint8_t>(texts_.size() - start);
     }
-    order_.push_back(static_cast<std::uint32_t>(rows_.size()));
+    for (const int ordinal : searchOrdinals_) {
+        const recordset::Value value = assets_.Get(ordinal);
+        if (value.Type() == recordset::Value::Kind::Text) {
+            for (const char c : RTrim(value.Text())) searched_ += static_cast<char>(Weight(c, true));
+        }
+        searched_ += kBetweenTexts;
+    }
+    const auto place = static_cast<std::uint32_t>(rows_.size());
     rows_.push_back(row);
+    order_.push_back(place);
+    if (Matches(place)) shown_.push_back(place);
+}
+
+bool FindAssets::Matches(std::uint32_t row) const {
+    const std::size_t start = rows_[row].SearchStart;
+    const std::size_t end = row + 1 < rows_.size() ? rows_[row + 1].SearchStart : searched_.size();
+    const std::string_view text = std::string_view(searched_).substr(start, end - start);
+    return std::all_of(words_.begin(), words_.end(),
+                       [text](const std::string& word) { return text.find(word) != std::string_view::npos; });
+}
+
+void FindAssets::Search(std::string_view text) {
+    words_.clear();
+    while (!text.empty()) {
+        const std::size_t start = std::min(text.find_first_not_of(kBlanks), text.size());
+        const std::size_t end = std::min(text.find_first_of(kBlanks, start), text.size());
+        if (end > start) words_.push_back(UCase(text.substr(start, end - start)));
+        text.remove_prefix(end);
+    }
+    ShowMatches();
+}
+
+void FindAssets::ShowMatches() {
+    shown_.clear();
+    std::copy_if(order_.begin(), order_.end(), std::back_inserter(shown_), [this](std::uint32_t row) { return Matches(row); });
+}
+
+std::optional<int> FindAssets::RowOf(std::string_view assetNum) const {
+    const auto found = std::find_if(shown_.begin(), shown_.end(),
+                                    [&](std::uint32_t row) { return CompareTexts(Text(row, 0), RTrim(assetNum), true) == 0; });
+    if (found == shown_.end()) return std::nullopt;
+    return static_cast<int>(found - shown_.begin());
 }
 
 std::string_view FindAssets::Text(std::uint32_t row, int column) const {
@@ -196,14 +246,14 @@ std::string_view FindAssets::Text(std::uint32_t row, int column) const {
 }
 
 std::string FindAssets::Cell(int row, int column) const {
-    const std::uint32_t entry = order_.at(static_cast<std::size_t>(row));
+    const std::uint32_t entry = shown_.at(static_cast<std::size_t>(row));
     std::string text(Text(entry, column));
     if (column == 0 && rows_[entry].Disposed) text += kDisposedMark;
     return text;
 }
 
 std::string FindAssets::AssetNum(int row) const {
-    return std::string(Text(order_.at(static_cast<std::size_t>(row)), 0));
+    return std::string(Text(shown_.at(static_cast<std::size_t>(row)), 0));
 }
 
 void FindAssets::Sort(int column) {
@@ -225,13 +275,15 @@ void FindAssets::Sort(int column, bool ascending) {
     });
     std::transform(keys.begin(), keys.end(), order_.begin(), [](const SortKey& key) { return key.Row; });
     sortedColumn_ = column;
+    descending_ = !ascending;
+    ShowMatches();
 }
 
 std::optional<int> FindAssets::Jump(std::string_view text, int from) const {
     const int count = RowCount();
     for (int i = 0; i < count; ++i) {
         const int row = (from + i) % count;
-        const std::string_view cell = Text(order_[static_cast<std::size_t>(row)], sortedColumn_);
+        const std::string_view cell = Text(shown_[static_cast<std::size_t>(row)], sortedColumn_);
         if (cell.size() >= text.size() && CompareTexts(cell.substr(0, text.size()), text, true) == 0) return row;
     }
     return std::nullopt;

@@ -3,11 +3,13 @@
 #include <algorithm>
 
 #include <QAbstractTableModel>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -17,6 +19,7 @@
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/ScreenText.h"
+#include "platform/controls/WindowMemory.h"
 
 namespace tallymar {
 
@@ -24,6 +27,7 @@ namespace {
 
 constexpr std::int64_t kFirstRows = 200;  // more than any screen shows
 constexpr std::int64_t kRowsAtATime = 2000;
+constexpr qint64 kOpeningTime = 100;   // milliseconds that the opening may take to come to the current asset
 constexpr qint64 kTypingPause = 1000;  // milliseconds after which a key begins a new text
 
 }  // namespace
@@ -55,9 +59,11 @@ class FindModel : public QAbstractTableModel {
         found_.FillAll();
         Grow();
     }
-    void Sort(int column) {
+    // Whatever orders or narrows the list.
+    template <typename Change>
+    void Reset(const Change& change) {
         beginResetModel();
-        found_.Sort(column);
+        change();
         shown_ = found_.RowCount();
         endResetModel();
     }
@@ -113,6 +119,21 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
                    this);
     label->setWordWrap(true);
 
+    txtSearch_ = Named(new QLineEdit(this), "txtSearch");
+    txtSearch_->setPlaceholderText(tr("number, description, serial or G/L number"));
+    txtSearch_->setClearButtonEnabled(true);
+    SetHint(txtSearch_, tr("Lists the assets that have these words in their number, description, serial or G/L number"));
+    txtSearch_->setToolTip(HintOf(txtSearch_));
+    txtSearch_->installEventFilter(this);
+    auto* lblSearch = new QLabel(tr("&Search"), this);
+    Join(lblSearch, txtSearch_);
+    lblCount_ = Named(new QLabel(this), "lblCount");
+    lblCount_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* searchRow = new QHBoxLayout;
+    searchRow->addWidget(lblSearch);
+    searchRow->addWidget(txtSearch_, 1);
+    searchRow->addWidget(lblCount_);
+
     model_ = new FindModel(found_, this);
     grid_ = Named(new FindGrid(found_, *model_, this), "MSFlexGrid1");
     grid_->setAccessibleName(tr("Assets"));
@@ -127,6 +148,7 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
     grid_->horizontalHeader()->setHighlightSections(false);
     grid_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     grid_->horizontalHeader()->setStretchLastSection(true);
+    grid_->horizontalHeader()->setSortIndicatorShown(true);
     const int letter = fontMetrics().horizontalAdvance(u'M');
     const int widths[] = {11 * letter, 16 * letter, 16 * letter, 26 * letter};
     int whole = 40;
@@ -134,7 +156,7 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
         grid_->setColumnWidth(column, widths[column]);
         whole += widths[column];
     }
-    grid_->setMinimumSize(whole, fontMetrics().height() * 20);
+    grid_->setMinimumSize(whole, fontMetrics().height() * 12);
     grid_->installEventFilter(this);
 
     auto* cmdSelect = Named(new CSCmdBtn(tr("Select Asset"), this), "cmdSelect");
@@ -147,6 +169,7 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
     buttons->addWidget(cmdClose);
     auto* all = new QVBoxLayout(this);
     all->addWidget(label);
+    all->addLayout(searchRow);
     all->addWidget(grid_, 1);
     all->addLayout(buttons);
 
@@ -157,7 +180,12 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
         assets.MoveLast();
         if (!assets.Eof()) assets.MoveNext();
     }
-    found_.FillMore(kFirstRows);
+    current_ = state.CurrentAssetNum;
+    QElapsedTimer opening;
+    opening.start();
+    for (found_.FillMore(kFirstRows); !current_.empty() && !found_.RowOf(current_) && opening.elapsed() < kOpeningTime;) {
+        if (!found_.FillMore(kRowsAtATime)) break;
+    }
     model_->Grow();
     filling_ = new QTimer(this);
     connect(filling_, &QTimer::timeout, this, Guarded([this] { FillSome(); }));
@@ -167,9 +195,14 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
     connect(grid_, &QAbstractItemView::doubleClicked, this, Guarded([this] { DoubleClick(); }));
     connect(cmdSelect, &QPushButton::clicked, this, Guarded([this] { CmdSelect(); }));
     connect(cmdClose, &QPushButton::clicked, this, Guarded([this] { CmdClose(); }));
+    connect(txtSearch_, &QLineEdit::textChanged, this, Guarded([this](const QString& text) { Search(text); }));
     SetCancelButton(cmdClose);
+    setTabOrder(txtSearch_, grid_);
     grid_->SelectRow(0);
-    grid_->setFocus();
+    ShowCurrent();
+    ShowCount();
+    ShowSortArrow();
+    txtSearch_->setFocus();
 }
 
 frmFindAsset::~frmFindAsset() = default;
@@ -177,23 +210,106 @@ frmFindAsset::~frmFindAsset() = default;
 void frmFindAsset::FillSome() {
     if (!found_.FillMore(kRowsAtATime)) filling_->stop();
     model_->Grow();
+    if (grid_->currentIndex().row() < 0) grid_->SelectRow(0);
+    ShowCurrent();
+    ShowCount();
+}
+
+// The list opens on the asset of the form, as soon as its row is there; a user who has gone elsewhere meanwhile stays there.
+void frmFindAsset::ShowCurrent() {
+    if (current_.empty()) return;
+    if (const auto row = found_.RowOf(current_)) {
+        current_.clear();
+        grid_->SelectRow(*row);
+    } else if (found_.IsFilled()) {
+        current_.clear();
+    }
+}
+
+void frmFindAsset::ShowCount() {
+    const auto number = [this](int count) { return locale().toString(count); };
+    const QString all = number(found_.AssetsRead());
+    lblCount_->setText(txtSearch_->text().trimmed().isEmpty() ? tr("%1 assets").arg(all)
+                                                              : tr("%1 of %2 assets").arg(number(found_.RowCount()), all));
+}
+
+void frmFindAsset::ShowSortArrow() {
+    grid_->horizontalHeader()->setSortIndicator(found_.SortedColumn(),
+                                                found_.IsDescending() ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void frmFindAsset::Search(const QString& text) {
+    const int row = grid_->currentIndex().row();
+    const std::string chosen = !current_.empty() ? current_ : row < 0 ? std::string() : found_.AssetNum(row);
+    model_->Reset([&] { found_.Search(ToWindows1252(text)); });
+    current_.clear();
+    grid_->SelectRow(found_.RowOf(chosen).value_or(0));
+    ShowCount();
 }
 
 void frmFindAsset::Sort(int column) {
     const class_Hourglass wait;
     filling_->stop();
-    model_->Sort(column);
+    current_.clear();
+    model_->Reset([&] { found_.Sort(column); });
     grid_->SelectRow(0);
+    ShowSortArrow();
+    ShowCount();
+}
+
+// The columns differ by the profile's settings, and so do their widths.
+QString frmFindAsset::ColumnsKey() const {
+    const FindColumns& columns = found_.Columns();
+    QString key = QStringLiteral("Columns/frmFindAsset");
+    for (const FindColumn column : columns.Columns) key += QStringLiteral("-%1").arg(static_cast<int>(column));
+    return key;
+}
+
+void frmFindAsset::Recall(const WindowMemory& memory) {
+    const QList<int> widths = memory.Numbers(ColumnsKey());
+    if (widths.size() != FindColumns::kCount) return;
+    for (int column = 0; column < FindColumns::kCount; ++column) {
+        if (widths[column] > 0) grid_->setColumnWidth(column, widths[column]);
+    }
+}
+
+void frmFindAsset::Remember(WindowMemory& memory) const {
+    QList<int> widths;
+    for (int column = 0; column < FindColumns::kCount; ++column) widths.append(grid_->columnWidth(column));
+    memory.Keep(ColumnsKey(), widths);
+}
+
+bool frmFindAsset::OnSearchKey(QKeyEvent& event) {
+    switch (event.key()) {
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+            QApplication::sendEvent(grid_, &event);
+            return true;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            Guarded([this] { CmdSelect(); })();
+            return true;
+        case Qt::Key_Escape:
+            if (txtSearch_->text().isEmpty()) return false;
+            txtSearch_->clear();
+            return true;
+        default:
+            return false;
+    }
 }
 
 bool frmFindAsset::eventFilter(QObject* watched, QEvent* event) {
     if (watched == grid_ && event->type() == QEvent::KeyPress) {
+        current_.clear();
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
             Guarded([this] { CmdSelect(); })();
             return true;
         }
     }
+    if (watched == txtSearch_ && event->type() == QEvent::KeyPress && OnSearchKey(*static_cast<QKeyEvent*>(event))) return true;
     return CSForm::eventFilter(watched, event);
 }
 

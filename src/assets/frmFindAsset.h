@@ -7,6 +7,9 @@
 #include "platform/controls/CSForm.h"
 #include "platform/controls/QtPrompts.h"
 
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
 class QTimer;
 
 namespace tallymar {
@@ -14,7 +17,8 @@ namespace tallymar {
 class FindGrid;
 class FindModel;
 
-// "Find Asset": all assets of the company in a grid, sorted by a click on a heading.
+// "Find Asset": all assets of the company in a grid, sorted by a click on a heading and narrowed by what is typed above it. From
+// the search box the arrows go through the grid, Enter selects, and Escape first clears the box.
 class frmFindAsset : public CSForm {
     Q_OBJECT
 
@@ -28,10 +32,18 @@ class frmFindAsset : public CSForm {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void Recall(const WindowMemory& memory) override;
+    void Remember(WindowMemory& memory) const override;
 
  private:
+    bool OnSearchKey(QKeyEvent& event);
+    void Search(const QString& text);
     void Sort(int column);
     void FillSome();
+    void ShowCurrent();
+    void ShowCount();
+    void ShowSortArrow();
+    QString ColumnsKey() const;
     bool Select();
     void CmdSelect();
     void DoubleClick();
@@ -43,8 +55,11 @@ class frmFindAsset : public CSForm {
     Prompts& prompts_;
     FindAssets found_;
     FindModel* model_;
+    QLineEdit* txtSearch_;
+    QLabel* lblCount_;
     FindGrid* grid_;
     QTimer* filling_;
+    std::string current_;  // number of the asset to be chosen when its row has been read
 };
 
 }  // namespace tallymar

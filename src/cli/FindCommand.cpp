@@ -11,6 +11,7 @@ namespace {
 
 struct Options {
     std::filesystem::path File;
+    std::string Search;
     std::string Sort;
     bool Descending = false;
     bool ByDate = false;
@@ -28,6 +29,7 @@ std::string HeadingsOf(const FindColumns& columns) {
 void Run(const Options& options, Context& context) {
     FindAssets found(context.Open(options.File), options.ByDate, options.ByGLNumber);
     found.FillAll();
+    found.Search(FromArgument(options.Search));
     if (!options.Sort.empty() || options.Descending) {
         const auto column = options.Sort.empty() ? 0 : found.Columns().Find(FromArgument(options.Sort));
         if (!column) {
@@ -56,6 +58,8 @@ void AddFindCommand(CLI::App& app, Context& context) {
     auto options = std::make_shared<Options>();
     CLI::App* command = app.add_subcommand("find", "List the assets; (*) after a number marks one sold or otherwise disposed of");
     command->add_option("FILE", options->File, "Company file")->required();
+    command->add_option("--search", options->Search,
+                        "Only assets that have these words in their number, description, serial or G/L number");
     command->add_option("--sort", options->Sort, "Column to sort by, by its heading or name: \"Asset #\" or AssetNum");
     command->add_flag("--descending", options->Descending, "Sort from the greatest down");
     command->add_flag("--date", options->ByDate, "Show dates in service");

@@ -41,6 +41,7 @@
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/Icons.h"
 #include "platform/controls/ScreenText.h"
+#include "platform/controls/WindowMemory.h"
 #include "reports/frmLabelOptions.h"
 #include "reports/frmReportOptions.h"
 #include "shell/frmAbout.h"
@@ -56,6 +57,8 @@ namespace tallymar {
 namespace {
 
 constexpr std::string_view kProduct = "Tallymar";
+// Beside the user profile, whose positions are taken.
+constexpr const char* kWindowSettings = "Windows.ini";
 constexpr QSize kFirstSize(1120, 760);
 
 const QString kEditFormName = QStringLiteral("frmEditAsset");
@@ -89,7 +92,8 @@ QString ControlName(const MenuItem& item) {
 Tallymar::Tallymar(AppPath paths)
     : session_(std::move(paths), profile_),
       engine_([this](const std::string& table) { return session_.Paths().Find(table); }),
-      prompts_(this) {
+      prompts_(this),
+      memory_(new WindowMemory(session_.Paths().Folder() / kWindowSettings, this)) {
     setObjectName(ToQString(kProduct));
     setWindowTitle(ToQString(kProduct));
     profile_.Load(session_.Paths().Profile());

@@ -23,6 +23,7 @@ namespace tallymar {
 class CSForm;
 class frmBatchForm;
 class frmHelp;
+class WindowMemory;
 class frmReportOptions;
 
 // The main window: menu, toolbar, status line and the child windows. It owns the session, the user profile and the engine, and
@@ -119,6 +120,7 @@ class Tallymar : public QMainWindow, private SessionObserver {
         EnabledWhen When;
     };
     std::vector<Switched> switched_;
+    WindowMemory* memory_;
     QMdiArea* area_ = nullptr;
     QMenu* windowMenu_ = nullptr;
     bool closing_ = false;

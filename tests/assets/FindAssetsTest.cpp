@@ -112,6 +112,43 @@ TEST_F(FindAssetsTest, SortsNumbersAsNumbersAndTextsAsTexts) {
     EXPECT_EQ(found.Cell(found.Jump("WE", 0).value(), 0), "A3");
 }
 
+TEST_F(FindAssetsTest, ASearchFindsEveryWordInAnyOfItsFields) {
+    const auto add = [this](const char* number, const char* description, const char* second, const char* serial, const char* gl) {
+        AssetRecord record = test::Machine(number, Date(), 1);
+        record.Description = description;
+        record.Descrip2 = second;
+        record.SerialNum = serial;
+        record.AccountNum = gl;
+        record.Division = "lathe";  // is not looked at
+        company_.Session.AddAssetRecord(record);
+    };
+    add("A1", "Lathe, big", "", "SN-77", "1500");
+    add("A2", "Desk", "Caf\xe9 table", "", "1500-LATHE");
+    add("A3", "Press", "", "SN-78", "");
+    add("77", "Lat", "he", "", "");
+    FindAssets found(company_.Session, false, false);
+    found.FillMore(1);
+    const auto search = [&found](const char* text) {
+        found.Search(text);
+        std::string numbers;
+        for (int row = 0; row < found.RowCount(); ++row) numbers += found.AssetNum(row) + " ";
+        return numbers;
+    };
+    EXPECT_EQ(search("lathe"), "");
+    found.FillAll();
+    EXPECT_EQ(found.RowCount(), 2) << "rows read later are searched too, and no word reaches from one field into the next";
+    EXPECT_EQ(found.AssetsRead(), 4);
+    EXPECT_EQ(search("77"), "77 A1 ");
+    EXPECT_EQ(search("  sn big "), "A1 ");
+    EXPECT_EQ(search("CAF\xc9"), "A2 ");
+    EXPECT_EQ(search("lathe"), "A1 A2 ");
+    found.Sort(0, false);
+    EXPECT_EQ(found.Cell(0, 0), "A2");
+    EXPECT_EQ(found.RowOf("a1    "), 1);
+    EXPECT_EQ(found.RowOf("A3"), std::nullopt);
+    EXPECT_EQ(search(" "), "A3 A2 A1 77 ");
+}
+
 TEST_F(FindAssetsTest, DatesComeNewestFirst) {
     Add("A1", "", "", Date::FromYmd(1999, 12, 1));
     Add("A2", "", "", Date::FromYmd(2003, 1, 31));

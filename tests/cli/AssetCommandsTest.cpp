@@ -56,6 +56,9 @@ TEST_F(AssetCommandsTest, FindListsAndSorts) {
               "A2                   2000/07/01  Caf\xC3\xA9 table\n");
     EXPECT_THAT(Good("find c.mdb --sort division"), HasSubstr("A2       9                     Caf\xC3\xA9 table\nA1(*)"));
     EXPECT_THAT(Bad("find c.mdb --sort Price"), HasSubstr("Price"));
+    EXPECT_EQ(Good("find c.mdb --search 'caf\xC3\xA9 a'"),
+              "Asset #  Division  Department  Description\n"
+              "A2       9                     Caf\xC3\xA9 table\n");
 }
 
 TEST_F(AssetCommandsTest, CopyIsAllOrNothing) {

@@ -18,6 +18,7 @@
 #include "platform/controls/EntryEdit.h"
 #include "platform/controls/HintLine.h"
 #include "platform/controls/Hourglass.h"
+#include "platform/controls/WindowMemory.h"
 
 namespace tallymar {
 
@@ -58,22 +59,40 @@ void CSForm::ShowModal() {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowCloseButtonHint);
     setWindowModality(Qt::ApplicationModal);
-    if (!testAttribute(Qt::WA_Resized)) adjustSize();
-    QRect frame({}, size());
-    const QScreen* screen = over ? over->screen() : QApplication::primaryScreen();
-    const QRect room = screen->availableGeometry();
-    frame.moveCenter(over && over->isVisible() ? over->geometry().center() : room.center());
-    // Over a window at the screen's edge it would hang off the screen.
-    frame.moveRight(qMin(frame.right(), room.right()));
-    frame.moveBottom(qMin(frame.bottom(), room.bottom()));
-    frame.moveTopLeft({qMax(frame.left(), room.left()), qMax(frame.top(), room.top())});
-    move(frame.topLeft());
+    PlaceOver(over);
     QEventLoop loop;
     connect(this, &CSForm::Unloaded, &loop, &QEventLoop::quit);
     unloaded_ = false;
     show();
     activateWindow();
     loop.exec();
+}
+
+void CSForm::PlaceOver(const QWidget* over) {
+    if (!testAttribute(Qt::WA_Resized)) adjustSize();
+    QRect frame({}, size());
+    const QScreen* screen = over ? over->screen() : QApplication::primaryScreen();
+    const QRect room = screen->availableGeometry();
+    frame.moveCenter(over && over->isVisible() ? over->geometry().center() : room.center());
+    const WindowMemory* memory = WindowMemory::Of(this);
+    const auto kept = memory ? memory->PlaceOf(objectName()) : std::nullopt;
+    if (kept && !kept->Frame.isEmpty()) frame = kept->Frame;
+    // Over a window at the screen's edge it would hang off the screen.
+    frame = Within(room, frame);
+    resize(frame.size());
+    move(frame.topLeft());
+    placed_ = {pos(), size()};
+}
+
+void CSForm::RememberAll() {
+    WindowMemory* memory = WindowMemory::Of(this);
+    if (!memory) return;
+    Remember(*memory);
+    // One that nobody has moved or sized opens as its contents and the main window have it.
+    if (!isWindow() || !placed_.isValid()) return;
+    constexpr int kNudge = 16;  // pixels by which a window manager may put it beside its place
+    const bool moved = (pos() - placed_.topLeft()).manhattanLength() > kNudge;
+    if (moved || size() != placed_.size()) memory->KeepPlace(objectName(), {.Frame = {pos(), size()}});
 }
 
 bool CSForm::Unload() {
@@ -127,7 +146,6 @@ void CSForm::EndNotice() {
 }
 
 void CSForm::Adopt() {
-    if (adopted_) return;
     adopted_ = true;
     for (QWidget* field : findChildren<QWidget*>()) {
         if (!IsField(field)) continue;
@@ -145,7 +163,10 @@ void CSForm::Adopt() {
 }
 
 void CSForm::showEvent(QShowEvent* event) {
-    Adopt();
+    if (!adopted_) {
+        Adopt();
+        if (const WindowMemory* memory = WindowMemory::Of(this)) Recall(*memory);
+    }
     QWidget::showEvent(event);
     FocusFirst();
 }
@@ -287,6 +308,7 @@ void CSForm::closeEvent(QCloseEvent* event) {
             event->ignore();
             return;
         }
+        RememberAll();
         OnUnload();
         unloaded_ = true;
         emit Unloaded();

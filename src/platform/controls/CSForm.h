@@ -11,6 +11,7 @@ class QTabWidget;
 namespace tallymar {
 
 class HintLine;
+class WindowMemory;
 
 // The base of every window but the main one: a child of the main window, or a modal one.
 //
@@ -69,6 +70,11 @@ class CSForm : public QWidget {
     // The field has been left for another tab: false keeps its tab, and the form has said why.
     virtual bool MayTurn(QWidget* /*left*/) { return true; }
 
+    // What the form keeps from one opening to the next beside its size and place: asked for when it is shown first, and told when
+    // it has been unloaded.
+    virtual void Recall(const WindowMemory&) {}
+    virtual void Remember(WindowMemory&) const {}
+
     // The button that Escape presses.
     void SetCancelButton(QAbstractButton* button) { cancelButton_ = button; }
 
@@ -79,6 +85,8 @@ class CSForm : public QWidget {
 
  private:
     void Adopt();
+    void PlaceOver(const QWidget* over);
+    void RememberAll();
     bool TurnTab(QTabWidget& tabs, int tab);
     bool StepTab(int step);
     void ShowNotice(const QString& text, bool isWarning);
@@ -90,6 +98,7 @@ class CSForm : public QWidget {
 
     HintLine* hintLine_ = nullptr;
     QPointer<QAbstractButton> cancelButton_;
+    QRect placed_;               // where a modal form came up
     bool noticeStands_ = false;  // a result or a warning is on the status line
     bool adopted_ = false;
     bool unloaded_ = false;
