@@ -393,6 +393,11 @@ class Driver {
         EXPECT_EQ(records.Eof(), cursor.At == Cursor::Eof || cursor.At == Cursor::Empty);
         EXPECT_EQ(records.NoMatch(), cursor.At == Cursor::NoMatch);
         EXPECT_EQ(records.EditPending(), cursor.Edits != Cursor::None);
+        if (cursor.At == Cursor::OnRow) {
+            const auto isBefore = [&](const Row& row) { return cursor.By->Less(row, cursor.Seen); };
+            const std::vector<Row> sorted = cursor.Sorted(rows_);
+            EXPECT_EQ(records.RowsBefore(), std::count_if(sorted.begin(), sorted.end(), isBefore));
+        }
         const Cells* shown = cursor.Edits != Cursor::None ? &cursor.After
                              : cursor.At == Cursor::OnRow ? &cursor.Seen.Values
                                                           : nullptr;

@@ -65,6 +65,10 @@ bool Recordset::HasCurrentRow() const {
     return state_->HasCurrentRow();
 }
 
+std::int64_t Recordset::RowsBefore() const {
+    return state_->RowsBefore();
+}
+
 std::int64_t Recordset::RecordCount() const {
     return state_->RecordCount();
 }

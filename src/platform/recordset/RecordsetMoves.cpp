@@ -94,10 +94,7 @@ void RecordsetState::DropNeighbours() {
 bool RecordsetState::StepFromHere(bool forward) {
     const std::span<const std::size_t> keys = Order().Keys();
     const std::size_t count = keys.size();
-    std::uint32_t nulls = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        if (Cells()[keys[i]].Type == Cell::Kind::Null) nulls |= 1U << i;
-    }
+    std::uint32_t nulls = NullKeys();
     const auto tryProbe = [&](std::size_t depth, bool beyond) {
         const std::size_t given = depth + (beyond && depth < count ? 1 : 0);
         const std::uint32_t mask = nulls & ((std::uint32_t{1} << given) - 1);
@@ -116,15 +113,58 @@ bool RecordsetState::StepFromHere(bool forward) {
     return false;
 }
 
+std::uint32_t RecordsetState::NullKeys() const {
+    const std::span<const std::size_t> keys = Order().Keys();
+    std::uint32_t nulls = 0;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (Cells()[keys[i]].Type == Cell::Kind::Null) nulls |= 1U << i;
+    }
+    return nulls;
+}
+
+// The same tries as those of a step back, each counted.
+std::int64_t RecordsetState::RowsBefore() {
+    RequireRow();
+    const std::size_t count = Order().Keys().size();
+    std::uint32_t nulls = NullKeys();
+    std::int64_t rows = !Order().IsUnique() || nulls != 0 ? CountBefore(count, true, nulls) : 0;
+    for (std::size_t depth = count; depth-- > 0;) {
+        if ((nulls >> depth & 1U) != 0) continue;  // Null is first
+        rows += CountBefore(depth, true, nulls);
+        nulls |= 1U << depth;
+        rows += CountBefore(depth + 1, false, nulls);
+    }
+    return rows;
+}
+
+std::int64_t RecordsetState::CountBefore(std::size_t depth, bool beyond, std::uint32_t nulls) {
+    const std::span<const std::size_t> keys = Order().Keys();
+    const std::size_t given = depth + (beyond && depth < keys.size() ? 1 : 0);
+    const sql::StepShape shape{.Depth = static_cast<int>(depth),
+                               .Beyond = beyond,
+                               .Descending = true,
+                               .NullMask = nulls & ((std::uint32_t{1} << given) - 1)};
+    Statement& statement = Order().Count(shape);
+    const StatementRun run(statement);
+    int parameter = 0;
+    BindShape(statement, parameter, shape, keys.first(given));
+    return statement.Step() ? statement.Int64(0) : 0;
+}
+
+void RecordsetState::BindShape(Statement& statement, int& parameter, const sql::StepShape& shape,
+                               std::span<const std::size_t> keys) const {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if ((shape.NullMask >> i & 1U) == 0) BindKey(statement, ++parameter, keys[i]);
+    }
+    if (shape.Beyond && static_cast<std::size_t>(shape.Depth) == keys.size()) statement.Bind(++parameter, block_.Row(slot_));
+}
+
 // The keys are those of the current row.
 bool RecordsetState::Probe(const sql::StepShape& shape, std::span<const std::size_t> keys, bool forward) {
     Statement& statement = Order().Step(shape);
     const StatementRun run(statement);
     int parameter = 0;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        if ((shape.NullMask >> i & 1U) == 0) BindKey(statement, ++parameter, keys[i]);
-    }
-    if (shape.Beyond && static_cast<std::size_t>(shape.Depth) == keys.size()) statement.Bind(++parameter, block_.Row(slot_));
+    BindShape(statement, parameter, shape, keys);
     statement.Bind(++parameter, static_cast<std::int64_t>(std::max<std::size_t>(readAhead_, 1)));
     return Take(statement, forward);
 }

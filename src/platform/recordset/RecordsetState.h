@@ -38,6 +38,7 @@ class RecordsetState {
     bool NoMatch() const { return position_ == Position::NoMatch; }
     bool HasCurrentRow();
     std::int64_t RecordCount();
+    std::int64_t RowsBefore();
 
     std::string Bookmark();
     void SetBookmark(const std::string& bookmark);
@@ -77,6 +78,9 @@ class RecordsetState {
     bool CanUseBlock() const;
     bool MoveInBlock(bool forward);
     bool StepFromHere(bool forward);
+    std::int64_t CountBefore(std::size_t depth, bool beyond, std::uint32_t nulls);
+    std::uint32_t NullKeys() const;
+    void BindShape(Statement& statement, int& parameter, const sql::StepShape& shape, std::span<const std::size_t> keys) const;
     bool Probe(const sql::StepShape& shape, std::span<const std::size_t> keys, bool forward);
     bool Take(Statement& statement, bool forward);
     bool IsTableEmpty() const;

@@ -65,6 +65,39 @@ bool TakeKey(Tokens& tokens, const TableDef& table, std::vector<std::string>& fi
     return true;
 }
 
+std::vector<std::string> KeysOf(const TableDef& table, const Index* index) {
+    std::vector<std::string> keys;
+    if (index != nullptr) {
+        for (const std::string& name : index->Fields) keys.push_back(KeyExpression(*table.FindField(name)));
+    }
+    return keys;
+}
+
+// " FROM ... WHERE ...": the rows of a shape.
+std::string RowsLike(const TableDef& table, const Index* index, const StepShape& shape) {
+    const std::vector<std::string> keys = KeysOf(table, index);
+    const auto isNull = [&](int key) { return (shape.NullMask >> key & 1U) != 0; };
+
+    std::string where;
+    const auto condition = [&](const std::string& text) { where += (where.empty() ? " WHERE " : " AND ") + text; };
+    for (int key = 0; key < shape.Depth; ++key)
+        condition(keys[static_cast<std::size_t>(key)] + (isNull(key) ? " IS NULL" : " = ?"));
+    if (shape.Beyond) {
+        const char* comparison = shape.Descending ? " < ?" : " > ?";
+        if (static_cast<std::size_t>(shape.Depth) == keys.size()) {
+            condition(std::string("_rowid_") + comparison);
+        } else {
+            // Null is first. What is not Null is at least the least number, which SQLite can search an index of texts for too; of
+            // IS NOT NULL it makes a walk past all that is Null.
+            condition(keys[static_cast<std::size_t>(shape.Depth)] + (isNull(shape.Depth) ? " >= -9e999" : comparison));
+        }
+    }
+    // Which index is walked is not left to the planner, which other tools' statistics could mislead.
+    const std::string source =
+        index == nullptr ? " NOT INDEXED" : " INDEXED BY " + Quote(StoredIndexName(table.Name, index->Name));
+    return " FROM " + Quote(table.Name) + source + where;
+}
+
 }  // namespace
 
 std::string Quote(std::string_view name) {
@@ -155,37 +188,16 @@ std::optional<Index> IndexFromSql(const TableDef& table, std::string_view sql) {
 }
 
 std::string Step(const TableDef& table, const Index* index, const StepShape& shape) {
-    std::vector<std::string> keys;
-    if (index != nullptr) {
-        for (const std::string& name : index->Fields) keys.push_back(KeyExpression(*table.FindField(name)));
-    }
-    const int keyCount = static_cast<int>(keys.size());
-    const auto isNull = [&](int key) { return (shape.NullMask >> key & 1U) != 0; };
-
-    std::string where;
-    const auto condition = [&](const std::string& text) { where += (where.empty() ? " WHERE " : " AND ") + text; };
-    for (int key = 0; key < shape.Depth; ++key)
-        condition(keys[static_cast<std::size_t>(key)] + (isNull(key) ? " IS NULL" : " = ?"));
-    if (shape.Beyond) {
-        const char* comparison = shape.Descending ? " < ?" : " > ?";
-        if (shape.Depth == keyCount) {
-            condition(std::string("_rowid_") + comparison);
-        } else {
-            // Null is first. What is not Null is at least the least number, which SQLite can search an index of texts for too; of
-            // IS NOT NULL it makes a walk past all that is Null.
-            condition(keys[static_cast<std::size_t>(shape.Depth)] + (isNull(shape.Depth) ? " >= -9e999" : comparison));
-        }
-    }
+    const std::vector<std::string> keys = KeysOf(table, index);
     const std::string direction = shape.Descending ? " DESC" : "";
     std::string order;
-    for (int key = shape.Depth; key < keyCount; ++key) order += keys[static_cast<std::size_t>(key)] + direction + ", ";
+    for (std::size_t key = static_cast<std::size_t>(shape.Depth); key < keys.size(); ++key) order += keys[key] + direction + ", ";
     order += "_rowid_" + direction;
+    return "SELECT _rowid_, " + FieldList(table) + RowsLike(table, index, shape) + " ORDER BY " + order + " LIMIT ?";
+}
 
-    // Which index is walked is not left to the planner, which other tools' statistics could mislead.
-    const std::string source =
-        index == nullptr ? " NOT INDEXED" : " INDEXED BY " + Quote(StoredIndexName(table.Name, index->Name));
-    return "SELECT _rowid_, " + FieldList(table) + " FROM " + Quote(table.Name) + source + where + " ORDER BY " + order +
-           " LIMIT ?";
+std::string Count(const TableDef& table, const Index* index, const StepShape& shape) {
+    return "SELECT count(*)" + RowsLike(table, index, shape);
 }
 
 std::string SelectByRow(const TableDef& table) {

@@ -44,6 +44,9 @@ struct StepShape {
 // row, then every field.
 std::string Step(const TableDef& table, const Index* index, const StepShape& shape);
 
+// How many rows there are of the kind, whatever their number. Parameters as Step, without the last.
+std::string Count(const TableDef& table, const Index* index, const StepShape& shape);
+
 std::string SelectByRow(const TableDef& table);  // ?1 the row; columns as Step
 std::string Insert(const TableDef& table);       // the fields, then the greatest row number given out before
 std::string DeleteByRow(const TableDef& table);

@@ -22,12 +22,13 @@ RowOrder::RowOrder(Connection& connection, const TableDef& table, const Index* i
     }
 }
 
-Statement& RowOrder::Step(const sql::StepShape& shape) {
-    for (auto& [known, statement] : steps_) {
-        if (known == shape) return statement;
+Statement& RowOrder::Compiled(Shaped& known, std::string (*makeSql)(const TableDef&, const Index*, const sql::StepShape&),
+                              const sql::StepShape& shape) {
+    for (auto& [its, statement] : known) {
+        if (its == shape) return statement;
     }
-    steps_.emplace_back(shape, Statement(connection_, sql::Step(table_, index_, shape)));
-    return steps_.back().second;
+    known.emplace_back(shape, Statement(connection_, makeSql(table_, index_, shape)));
+    return known.back().second;
 }
 
 TableState::TableState(Connection& connection, TableDef definition)

@@ -27,17 +27,27 @@ class RowOrder {
     // Rows with equal keys, none of them Null, cannot be.
     bool IsUnique() const { return index_ != nullptr && index_->Primary; }
 
-    Statement& Step(const sql::StepShape& shape);
-    void Release() { steps_.clear(); }
+    Statement& Step(const sql::StepShape& shape) { return Compiled(steps_, sql::Step, shape); }
+    Statement& Count(const sql::StepShape& shape) { return Compiled(counts_, sql::Count, shape); }
+    void Release() {
+        steps_.clear();
+        counts_.clear();
+    }
 
  private:
+    using Shaped = std::vector<std::pair<sql::StepShape, Statement>>;
+
+    Statement& Compiled(Shaped& known, std::string (*makeSql)(const TableDef&, const Index*, const sql::StepShape&),
+                        const sql::StepShape& shape);
+
     Connection& connection_;
     const TableDef& table_;
     const Index* index_;
     std::string name_;
     std::vector<std::size_t> keys_;
     ColumnSet keySet_;
-    std::vector<std::pair<sql::StepShape, Statement>> steps_;
+    Shaped steps_;
+    Shaped counts_;
 };
 
 // What all recordsets on one table of one database share: the definition, the compiled statements, the count of its changes.
