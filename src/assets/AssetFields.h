@@ -9,6 +9,7 @@
 
 #include "assets/AssetFieldValues.h"
 #include "store/AssetColumns.h"
+#include "store/CodeMeanings.h"
 
 // The fields of the asset form as one table: the window builds its controls from it, the session moves values by it, tests read
 // it.
@@ -102,6 +103,7 @@ struct AssetFieldDef {
     CurrencyAmount Maximum = {};
     bool Money = false;  // amounts: shown with commas
     std::span<const std::string_view> Entries = {};
+    std::span<const CodeMeaning> Meanings = {};  // of the entries
     bool ReadOnly = false;
     bool Computed = false;  // formed by the field rules, whatever is stored
 

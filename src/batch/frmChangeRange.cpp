@@ -12,6 +12,7 @@
 #include "platform/controls/NumberEdit.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/controls/sitxEdit.h"
+#include "store/CodeMeanings.h"
 #include "store/Vocabularies.h"
 
 namespace tallymar {
@@ -21,10 +22,11 @@ namespace {
 constexpr CurrencyAmount kLongestClassLife = Units(99);
 constexpr CurrencyAmount kLongestPeriod = CurrencyAmount::FromTenThousandths(999900);  // 99.99
 
-template <typename Texts>
-CSCombo* List(const std::string& name, const Texts& texts, QWidget* form) {
+template <typename Texts, typename Meanings>
+CSCombo* List(const std::string& name, const Texts& texts, const Meanings& meanings, QWidget* form) {
     auto* list = Named(new CSCombo(form), name.c_str());
     list->Fill(texts);
+    list->Explain(meanings);
     list->setCurrentIndex(-1);
     return list;
 }
@@ -98,9 +100,12 @@ frmChangeRange::frmChangeRange(CompanySession& session, QWidget* parent)
 
 frmChangeRange::Side frmChangeRange::MakeSide(const QString& which, const QString& other, const char* ending) {
     const auto name = [ending](const char* start) { return std::string(start) + ending; };
-    const Side side{List(name("cboAT"), kAssetTypes, this),         List(name("cboDT"), kDeprTypes, this),
-                    List(name("cboDM"), kDeprMethods, this),        List(name("cboDBP"), Percentages(), this),
-                    Years(name("sidbCL"), kLongestClassLife, this), Years(name("sidbP"), kLongestPeriod, this)};
+    const Side side{List(name("cboAT"), kAssetTypes, kAssetTypeMeanings, this),
+                    List(name("cboDT"), kDeprTypes, kDeprTypeMeanings, this),
+                    List(name("cboDM"), kDeprMethods, kDeprMethodMeanings, this),
+                    List(name("cboDBP"), Percentages(), kDecliningPercentMeanings, this),
+                    Years(name("sidbCL"), kLongestClassLife, this),
+                    Years(name("sidbP"), kLongestPeriod, this)};
     const auto hint = [&](QWidget* field, const QString& what) {
         SetHint(field, tr("Enter the %1 %2.  May be the same as the %3 %2").arg(which, what, other));
     };

@@ -128,6 +128,18 @@ std::span<const std::string_view> UserProfileEdit::Choices(List list) {
     return kDeprMethods;
 }
 
+std::span<const CodeMeaning> UserProfileEdit::Meanings(List list) {
+    switch (list) {
+        case List::NewUsed:
+            return kNewUsedMeanings;
+        case List::DeprType:
+            return kDeprTypeMeanings;
+        case List::DeprMethod:
+            break;
+    }
+    return kDeprMethodMeanings;
+}
+
 std::string_view UserProfileEdit::Chosen(List list) const {
     const ListPlace place = PlaceOf(list);
     const std::span<const std::string_view> choices = Choices(list);

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "store/CodeMeanings.h"
 #include "store/UserProfile.h"
 
 namespace tallymar {
@@ -37,6 +38,7 @@ class UserProfileEdit {
     void Click(Box box, bool checked);
 
     static std::span<const std::string_view> Choices(List list);
+    static std::span<const CodeMeaning> Meanings(List list);
     // Where the list stands when the form opens: at the stored value, at "New", "MCRS" or "DB" when that is unknown.
     std::string_view Chosen(List list) const;
     void Click(List list, std::string_view choice);

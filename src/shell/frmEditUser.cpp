@@ -106,6 +106,7 @@ QWidget* frmEditUser::MakeOther() {
     for (const ListRow& row : kListRows) {
         auto* list = Named(new CSCombo(page), row.Control);
         list->Fill(UserProfileEdit::Choices(row.List));
+        list->Explain(UserProfileEdit::Meanings(row.List));
         list->Choose(body_.Chosen(row.List));
         rows.Add(tr(row.Label), list);
         connect(list, &QComboBox::activated, this, [this, list, which = row.List] { body_.Click(which, list->Text()); });
