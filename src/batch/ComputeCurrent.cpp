@@ -1,5 +1,7 @@
 #include "batch/ComputeCurrent.h"
 
+#include <algorithm>
+
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Pictures.h"
 #include "store/AssetPass.h"
@@ -12,6 +14,7 @@ namespace tallymar {
 namespace {
 
 constexpr int kLastMonthOfThirdQuarter = 9;
+constexpr double kMidQuarterPercent = 40.0;
 
 void AddToTotals(const AssetRecord& record, Date asOfDate, int book, InServiceTotals& totals) {
     if (record.AssetType != "PP" || record.DeprType[book] != kMcrs) return;
@@ -29,6 +32,11 @@ void NoteFirstError(const AssetRecord& record, const ADepre& engine, ComputedBoo
     if (const std::string table = engine.MissingTable(); !table.empty()) book.FirstErrorStatus += " (" + table + ")";
 }
 
+std::string ShareText(const InServiceTotals& totals) {
+    if (!(totals.InService > CurrencyAmount())) return " no MCRS personal property this year";
+    return " " + totals.PercentText() + "% in the 4th quarter" + (totals.IsAboveFortyPercent() ? ": above 40%" : "");
+}
+
 std::string CountOfAssets(std::int64_t count) {
     return std::to_string(count) + (count == 1 ? " asset" : " assets");
 }
@@ -37,6 +45,10 @@ std::string CountOfAssets(std::int64_t count) {
 
 double InServiceTotals::FourthQuarterPercent() const {
     return InService > CurrencyAmount() ? FourthQuarter.ToDouble() / InService.ToDouble() * 100.0 : 0.0;
+}
+
+bool InServiceTotals::IsAboveFortyPercent() const {
+    return FourthQuarterPercent() > kMidQuarterPercent;
 }
 
 std::string InServiceTotals::InServiceText() const {
@@ -71,15 +83,30 @@ std::vector<std::string> RemarksOn(const ComputeCurrentResult& result) {
     return remarks;
 }
 
-std::string SmoothRun(const ComputeCurrentResult& result) {
-    std::string books;
+std::string SummaryOf(const ComputeCurrentResult& result) {
+    struct Share {
+        std::string Books;
+        std::string Text;
+    };
+    std::vector<Share> shares;
     std::int64_t assets = 0;
     for (int book = kFirstBook; book <= kLastBook; ++book) {
-        if (!result[book].Chosen) continue;
-        books.append(books.empty() ? "" : ", ").append(BookOf(book).Name);
-        assets = result[book].Computed;
+        const ComputedBook& done = result[book];
+        if (!done.Chosen) continue;
+        assets = std::max(assets, done.Computed);
+        const std::string text = ShareText(done.Totals);
+        const std::string name(BookOf(book).Name);
+        const auto same = std::find_if(shares.begin(), shares.end(), [&](const Share& share) { return share.Text == text; });
+        if (same != shares.end()) {
+            same->Books += ", " + name;
+        } else {
+            shares.push_back({name, text});
+        }
     }
-    return books.empty() ? "No book is checked." : CountOfAssets(assets) + " computed: " + books;
+    if (shares.empty()) return "No book is checked.";
+    std::string summary = CountOfAssets(assets);
+    for (const Share& share : shares) summary.append(&share == &shares.front() ? ", " : "; ").append(share.Books + share.Text);
+    return summary;
 }
 
 void ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options, Prompts& prompts,

@@ -24,6 +24,8 @@ struct InServiceTotals {
     CurrencyAmount FourthQuarter;
 
     double FourthQuarterPercent() const;  // 0 when nothing went into service
+    // Above 40% the mid-quarter convention applies (IRC section 168(d)(3)(A)); whether it is used stays the preparer's decision.
+    bool IsAboveFortyPercent() const;
 
     // As the window and the command line tool show them.
     std::string InServiceText() const;
@@ -48,8 +50,8 @@ using ComputeCurrentResult = PerBook<ComputedBook>;
 // What a preparer must know of a run beside its figures, one sentence each and none after a smooth run: books without a year end,
 // assets with an error status, how far a failed run has come. Shown by the window and on standard error.
 std::vector<std::string> RemarksOn(const ComputeCurrentResult& result);
-// What the window says of a run without remarks.
-std::string SmoothRun(const ComputeCurrentResult& result);
+// The run in one line: "73 assets, Federal 40.75% in the 4th quarter: above 40%". Books of the same share are told together.
+std::string SummaryOf(const ComputeCurrentResult& result);
 
 // One asset of one book, as it has just been computed.
 struct ComputedAsset {

@@ -9,6 +9,7 @@
 #include "platform/controls/CSCmdBtn.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
+#include "platform/controls/HintLine.h"
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/QtPrompts.h"
 #include "platform/controls/ScreenText.h"
@@ -100,6 +101,8 @@ void frmBatchForm::ShowResult(const std::vector<std::string>& sentences) {
     QStringList lines;
     for (const std::string& sentence : sentences) lines.append(ToQString(sentence));
     lblResult_->setText(lines.join(QLatin1Char('\n')));
+    lblResult_->setAccessibleDescription(lblResult_->text());
+    Announce(lblResult_);
 }
 
 }  // namespace tallymar

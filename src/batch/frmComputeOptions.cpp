@@ -10,6 +10,7 @@
 #include "platform/controls/CSCmdBtn.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
+#include "platform/controls/HintLine.h"
 #include "platform/controls/NumberEdit.h"
 #include "platform/controls/ScreenText.h"
 #include "store/Books.h"
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int kBookingMonthBook = 3;  // the month counts in the Bookkeeping book alone
 constexpr int kLastMonth = 12;
+const QString kAbove = QStringLiteral("above 40%");
 
 QLabel* Heading(const QString& text) {
     auto* label = new QLabel(text);
@@ -69,6 +71,10 @@ frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QW
         grid->addWidget(lblInService_[book], book, 2);
         grid->addWidget(lbl4thQtr_[book], book, 3);
         grid->addWidget(lblPercent_[book], book, 4);
+        lblAbove_[book] = Named(new HintLine(this), "lblAbove", book);
+        lblAbove_[book]->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+        lblAbove_[book]->setMinimumWidth(fontMetrics().horizontalAdvance(kAbove) * 2);
+        grid->addWidget(lblAbove_[book], book, 5);
     }
 
     silgMonth_ = Named(new silgEdit(0, kLastMonth, this), "silgMonth");
@@ -89,7 +95,8 @@ frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QW
     all->addLayout(grid);
     all->addLayout(monthRow);
     all->addLayout(MakeFoot(
-        Named(new CSCmdBtn(tr("OK"), this), "cmdOK"), [this](Prompts& prompts) { Compute(prompts); }, tr("&Close"), kLastBook));
+        Named(new CSCmdBtn(tr("OK"), this), "cmdOK"), [this](Prompts& prompts) { Compute(prompts); }, tr("&Close"),
+        kLastBook + 1));
     SetDoneCaption({});  // the totals are read, and OK may be pressed again
 
     connect(silgMonth_, &EntryEdit::Changed, this, Guarded([this] { TakeMonth(); }));
@@ -120,14 +127,25 @@ void frmComputeOptions::Compute(Prompts& prompts) {
         ShowResult(RemarksOn(result));
         throw;
     }
-    const std::vector<std::string> remarks = RemarksOn(result);
-    ShowResult(remarks.empty() ? std::vector{SmoothRun(result)} : remarks);
+    std::vector<std::string> lines = RemarksOn(result);
+    lines.insert(lines.begin(), SummaryOf(result));
+    ShowResult(lines);
     for (int book = kFirstBook; book <= kLastBook; ++book) {
-        if (!options.Compute[book]) continue;
-        lblInService_[book]->setText(ToQString(result[book].Totals.InServiceText()));
-        lbl4thQtr_[book]->setText(ToQString(result[book].Totals.FourthQuarterText()));
-        lblPercent_[book]->setText(ToQString(result[book].Totals.PercentText()));
+        if (options.Compute[book]) ShowTotals(book, result[book].Totals);
     }
+}
+
+void frmComputeOptions::ShowTotals(int book, const InServiceTotals& totals) {
+    const bool above = totals.IsAboveFortyPercent();
+    lblInService_[book]->setText(ToQString(totals.InServiceText()));
+    lbl4thQtr_[book]->setText(ToQString(totals.FourthQuarterText()));
+    QLabel* percent = lblPercent_[book];
+    percent->setText(ToQString(totals.PercentText()));
+    QFont font = percent->font();
+    font.setBold(above);
+    percent->setFont(font);
+    percent->setAccessibleDescription(above ? tr("above 40%: see Use MQ") : QString());
+    lblAbove_[book]->Show(above ? kAbove : QString(), HintLine::Mark::Warning);
 }
 
 }  // namespace tallymar

@@ -8,6 +8,7 @@ class QCheckBox;
 
 namespace tallymar {
 
+class HintLine;
 class silgEdit;
 
 // "Compute Options": computes the current year for the chosen books and shows the 4th quarter's share of what went into service.
@@ -23,6 +24,7 @@ class frmComputeOptions : public frmBatchForm {
  private:
     void TakeMonth();
     void Compute(Prompts& prompts);
+    void ShowTotals(int book, const InServiceTotals& totals);
 
     CompanySession& session_;
     ADepre& engine_;
@@ -31,6 +33,7 @@ class frmComputeOptions : public frmBatchForm {
     PerBook<QLabel*> lblInService_;
     PerBook<QLabel*> lbl4thQtr_;
     PerBook<QLabel*> lblPercent_;
+    PerBook<HintLine*> lblAbove_;  // says beside a percentage that it is above 40%
     silgEdit* silgMonth_ = nullptr;
 };
 

@@ -85,6 +85,25 @@ TEST_F(ComputeCurrentTest, TheQuarterIsTheFiscalYears) {
     const auto result = Compute(Books({2}));
     EXPECT_EQ(result[2].Totals.InServiceText(), "2,000.00");
     EXPECT_EQ(result[2].Totals.PercentText(), "50.00");
+    EXPECT_EQ(SummaryOf(result), "2 assets, State 50.00% in the 4th quarter: above 40%");
+}
+
+TEST_F(ComputeCurrentTest, TheSummaryTellsBooksOfTheSameShareTogether) {
+    ComputeCurrentResult result;
+    EXPECT_EQ(SummaryOf(result), "No book is checked.");
+    for (const int book : {1, 3, 4}) {
+        result[book].Chosen = true;
+        result[book].Computed = 73;
+        result[book].Totals = {Units(1000), Units(book == 3 ? 400 : 401)};
+    }
+    EXPECT_FALSE(result[3].Totals.IsAboveFortyPercent()) << "40% is not above 40%";
+    EXPECT_EQ(SummaryOf(result),
+              "73 assets, Federal, A.M.T. 40.10% in the 4th quarter: above 40%; "
+              "Bookkeeping 40.00% in the 4th quarter");
+    result[3].Totals = {};
+    EXPECT_EQ(SummaryOf(result),
+              "73 assets, Federal, A.M.T. 40.10% in the 4th quarter: above 40%; "
+              "Bookkeeping no MCRS personal property this year");
 }
 
 TEST_F(ComputeCurrentTest, AMonthShapesTheBookkeepingBookAlone) {

@@ -1,5 +1,6 @@
 #include "platform/controls/HintLine.h"
 
+#include <QAccessible>
 #include <QPainter>
 
 namespace tallymar {
@@ -23,6 +24,12 @@ void PaintSign(QPainter& painter, const QRectF& box, const QColor& color, const 
 
 QColor WarningColor(const QColor& ground) {
     return ground.lightness() < 128 ? QColor(0xff8a80) : QColor(0xb3261e);
+}
+
+void Announce(QLabel* label) {
+    if (label->text().isEmpty() || !QAccessible::isActive()) return;
+    QAccessibleEvent said(label, QAccessible::Alert);
+    QAccessible::updateAccessibility(&said);
 }
 
 HintLine::HintLine(QWidget* parent) : QLabel(parent) {
