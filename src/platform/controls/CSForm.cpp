@@ -6,9 +6,11 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QMdiSubWindow>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
@@ -18,6 +20,7 @@
 #include "platform/controls/EntryEdit.h"
 #include "platform/controls/HintLine.h"
 #include "platform/controls/Hourglass.h"
+#include "platform/controls/ScrollPage.h"
 #include "platform/controls/WindowMemory.h"
 
 namespace tallymar {
@@ -132,6 +135,7 @@ void CSForm::ShowNotice(const QString& text, bool isWarning) {
     if (!hintLine_) return;
     noticeStands_ = true;
     hintLine_->Show(text, isWarning ? HintLine::Mark::Warning : HintLine::Mark::None);
+    Announce(hintLine_);
 }
 
 bool CSForm::WarningStands() const {
@@ -189,6 +193,12 @@ void CSForm::FocusFirst() {
 bool CSForm::eventFilter(QObject* watched, QEvent* event) {
     auto* field = qobject_cast<QWidget*>(watched);
     int tab = 0;
+    // A file that is dropped on a field is the form's or the main window's to take, and no text.
+    const bool isDrag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove || event->type() == QEvent::Drop;
+    if (isDrag && static_cast<QDropEvent*>(event)->mimeData()->hasUrls()) {
+        event->ignore();
+        return true;
+    }
     if (event->type() == QEvent::ShortcutOverride) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (CommandOf(*key) || TabsOf(*key, tab)) {
@@ -206,6 +216,7 @@ bool CSForm::eventFilter(QObject* watched, QEvent* event) {
         if (QTabWidget* tabs = TabsOf(*key, tab)) return TurnTab(*tabs, tab);
         if (OnFieldKey(field, key->key(), key->modifiers())) return true;
     } else if (event->type() == QEvent::FocusIn) {
+        BringIntoView(field);
         ShowMessage(HintOf(field));
         OnFieldFocus(field);
     }
