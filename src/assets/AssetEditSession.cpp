@@ -33,6 +33,13 @@ std::string AssetEditSession::Caption() {
            " Assets in the database";
 }
 
+std::optional<AssetEditSession::Standing> AssetEditSession::Place() {
+    if (!HasRow() || !company_.IsOpen()) return std::nullopt;
+    const recordset::Recordset& assets = company_.AssetsRecordset();
+    if (!assets.HasCurrentRow() || assets.Bookmark() != editBookmark_) return std::nullopt;
+    return Standing{.Number = assets.RowsBefore() + 1, .Count = assets.RecordCount()};
+}
+
 void AssetEditSession::Open() {
     recordset::Recordset& assets = company_.AssetsRecordset();
     if (assets.RecordCount() == 0) {
@@ -112,7 +119,7 @@ void AssetEditSession::TellRefusal(const PlatformError& refusal) {
 }
 
 std::optional<KeptAsset> AssetEditSession::Unsaved(bool pending) const {
-    if (editBookmark_.empty() || Values == stored_) return std::nullopt;
+    if (!HasUnsaved()) return std::nullopt;
     return KeptAsset{.What = KeptAsset::Kind::Entries,
                      .AssetNum = std::string(editRecord_.AssetNum.Trimmed()),
                      .Bookmark = editBookmark_,

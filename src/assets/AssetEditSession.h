@@ -55,6 +55,16 @@ class AssetEditSession {
 
     const AssetRecord& EditRecord() const { return editRecord_; }
     bool HasRow() const { return !editBookmark_.empty(); }
+    // Something stands in the fields that is not stored.
+    bool HasUnsaved() const { return HasRow() && Values != stored_; }
+
+    // The place of the asset among all, counted from 1 in the order of the recordset; nullopt when it is not on the screen's
+    // asset.
+    struct Standing {
+        std::int64_t Number;
+        std::int64_t Count;
+    };
+    std::optional<Standing> Place();
 
     std::string Caption();
     // The first asset of a form just opened.

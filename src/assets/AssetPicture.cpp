@@ -53,20 +53,24 @@ std::optional<std::string> AddPicture(const fs::path& images, Prompts& prompts) 
                              .InitialFolder = images,
                              .FileName = {},
                              .DefaultExtension = {}});
-    if (!chosen || chosen->string().size() < kShortestPath) return std::nullopt;
+    if (!chosen) return std::nullopt;
+    return TakePicture(*chosen, images, prompts);
+}
 
+std::optional<std::string> TakePicture(const fs::path& chosen, const fs::path& images, Prompts& prompts) {
+    if (chosen.string().size() < kShortestPath) return std::nullopt;
     bool lossy = false;
-    const std::string name = FromUtf8(chosen->filename().string(), &lossy);
+    const std::string name = FromUtf8(chosen.filename().string(), &lossy);
     if (lossy || name.size() > kPictureNameLength) {
         prompts.Message("The name of the picture file may have at most " + std::to_string(kPictureNameLength) +
                             " characters of Western European writing. Give it a shorter name first.",
                         kTitle, MessageKind::Warning);
         return std::nullopt;
     }
-    const fs::path target = images / chosen->filename();
-    if (!SameFile(target, *chosen)) {
-        prompts.Message("Paths = " + Screen(chosen->parent_path()) + " - " + Screen(target) + " - " + Screen(*chosen), kTitle);
-        ReplaceFile(target, ReadWholeFile(*chosen));
+    const fs::path target = images / chosen.filename();
+    if (!SameFile(target, chosen)) {
+        prompts.Message("Paths = " + Screen(chosen.parent_path()) + " - " + Screen(target) + " - " + Screen(chosen), kTitle);
+        ReplaceFile(target, ReadWholeFile(chosen));
     }
     return name;
 }

@@ -25,6 +25,9 @@ PictureCommand PictureCommandFor(std::string_view pictureName);
 // Asks for a picture, copies it into the folder of pictures if it lies elsewhere, and returns its name; nullopt when cancelled
 // or, after a message, when the asset cannot hold the name. A failed copy leaves a picture of that name as it was.
 std::optional<std::string> AddPicture(const std::filesystem::path& images, Prompts& prompts);
+// The same with the picture chosen already.
+std::optional<std::string> TakePicture(const std::filesystem::path& chosen, const std::filesystem::path& images,
+                                       Prompts& prompts);
 
 // Where the picture of that name lies; letter case counts only where two names differ in nothing else.
 std::filesystem::path PicturePath(const std::filesystem::path& images, std::string_view pictureName);

@@ -1,5 +1,6 @@
 #include "assets/frmAssetControls.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QEvent>
 #include <QLineEdit>
@@ -18,6 +19,24 @@ namespace tallymar {
 
 namespace {
 
+// The form's ground for a field, whatever the colours of the windows are or come to be.
+class QuietGround : public QObject {
+ public:
+    explicit QuietGround(QWidget* field) : QObject(field) { Apply(*field); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::ApplicationPaletteChange) Apply(*qobject_cast<QWidget*>(watched));
+        return false;
+    }
+
+ private:
+    static void Apply(QWidget& field) {
+        QPalette quiet;
+        quiet.setBrush(QPalette::Base, QApplication::palette().brush(QPalette::Window));
+        field.setPalette(quiet);
+    }
+};
+
 QWidget* MakeText(const AssetFieldDef& field, QWidget* parent) {
     auto* edit = new sitxEdit(static_cast<int>(MaxLengthOf(field)), parent);
     if (field.LettersAndDigits) {
@@ -30,6 +49,7 @@ QWidget* MakeText(const AssetFieldDef& field, QWidget* parent) {
 QWidget* MakeList(const AssetFieldDef& field, QWidget* parent) {
     auto* list = new CSCombo(parent);
     list->Fill(field.Entries);
+    list->Explain(field.Meanings);
     list->setCurrentIndex(-1);
     return list;
 }
@@ -91,10 +111,7 @@ int AssetControls::Control::Tab() const {
 
 void LookReadOnly(QWidget* field) {
     if (auto* edit = qobject_cast<QLineEdit*>(field)) edit->setReadOnly(true);
-    // By role, so that it follows a change between light and dark.
-    QPalette quiet;
-    quiet.setBrush(QPalette::Base, field->palette().brush(QPalette::Window));
-    field->setPalette(quiet);
+    field->installEventFilter(new QuietGround(field));
     field->setFocusPolicy(Qt::ClickFocus);
 }
 

@@ -3,18 +3,23 @@
 #include <algorithm>
 #include <utility>
 
+#include <QDropEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMimeData>
 #include <QPainter>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QToolButton>
+#include <QUrl>
 #include <QVBoxLayout>
 
+#include "assets/AllBooks.h"
 #include "assets/AssetPicture.h"
 #include "assets/frmBookPage.h"
 #include "assets/frmDeprBuild.h"
@@ -25,6 +30,8 @@
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/ScreenText.h"
+#include "platform/controls/ScrollPage.h"
+#include "platform/runtime/Windows1252.h"
 
 namespace tallymar {
 
@@ -70,6 +77,34 @@ class ArrowButton : public QToolButton {
     bool toEnd_;
 };
 
+constexpr int kPlaceDelay = 40;  // milliseconds: assets that are passed over with a key held down are not counted
+constexpr int kMarkSide = 12;    // pixels of the mark of a tab
+
+// A "not equal" sign in the desktop's text colour, by lines: a font need not have it.
+QIcon DifferenceMark(const QWidget& on) {
+    const double ratio = on.devicePixelRatioF();
+    QPixmap picture(QSize(kMarkSide, kMarkSide) * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(on.palette().color(QPalette::WindowText), 1.6));
+    painter.drawLine(QPointF(1.5, 4.2), QPointF(10.5, 4.2));
+    painter.drawLine(QPointF(1.5, 7.8), QPointF(10.5, 7.8));
+    painter.drawLine(QPointF(3.5, 11), QPointF(8.5, 1));
+    return QIcon(picture);
+}
+
+// The one file that is dragged, if it lies on this computer.
+std::filesystem::path DraggedFile(const QDropEvent& event) {
+    const QList<QUrl> urls = event.mimeData()->urls();
+    return urls.size() == 1 && urls.front().isLocalFile() ? QStringToPath(urls.front().toLocalFile()) : std::filesystem::path();
+}
+
+bool IsPicture(const std::filesystem::path& file) {
+    return !file.empty() && IsPictureName(FromUtf8(file.filename().string()));
+}
+
 }  // namespace
 
 frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepre& engine, Prompts* prompts, QWidget* parent)
@@ -84,13 +119,13 @@ frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepr
     SSTab1_->setUsesScrollButtons(false);
     SSTab1_->tabBar()->setFocusPolicy(Qt::ClickFocus);
     SSTab1_->tabBar()->setAccessibleName(tr("Parts of the asset"));
-    SSTab1_->addTab(MakeGeneralPage(), {});
+    SSTab1_->addTab(new ScrollPage(MakeGeneralPage()), {});
     for (int book = kFirstBook; book <= kLastBook; ++book) {
         auto* page = new frmBookPage(book, controls_, SSTab1_);
         mirrors_.push_back(page->Mirrors());
-        SSTab1_->addTab(page, {});
+        SSTab1_->addTab(new ScrollPage(page), {});
     }
-    SSTab1_->addTab(MakeSalePage(), {});
+    SSTab1_->addTab(new ScrollPage(MakeSalePage()), {});
     for (int tab = 0; tab < kTabCount; ++tab) SSTab1_->setTabText(tab, ToQString(kTabCaptions[tab]));
 
     for (const AssetControls::Control& control : controls_.All()) {
@@ -123,6 +158,11 @@ frmEditAsset::frmEditAsset(CompanySession& company, AssetEditState& state, ADepr
         if (control.Field->Id == AssetNum && edit_.AssetNumRejected) ShowTab(kGeneralTab);
     };
     connect(SSTab1_, &QTabWidget::currentChanged, this, Guarded([this](int tab) { OnTabChanged(tab); }));
+    placing_ = new QTimer(this);
+    placing_->setSingleShot(true);
+    placing_->setInterval(kPlaceDelay);
+    connect(placing_, &QTimer::timeout, this, Guarded([this] { ShowPlace(); }));
+    setAcceptDrops(true);
     edit_.Open();
     ShowAll();
     ShowCaption();
@@ -265,6 +305,7 @@ void frmEditAsset::showEvent(QShowEvent* event) {
 void frmEditAsset::LoadEdit() {
     edit_.LoadEdit();
     ShowAll();
+    placing_->start();
     FocusTab();
     ShowOutcome();
 }
@@ -274,10 +315,58 @@ void frmEditAsset::ShowAll() {
     for (AssetMirrors* mirrors : mirrors_) mirrors->Show(edit_.Mirrors);
     MsgLabel_->setText(ToQString(edit_.MsgLabel));
     ShowPictureCommand();
+    ShowBookMarks();
+    if (const bool unsaved = edit_.HasUnsaved(); unsaved != unsavedShown_) emit UnsavedShown(unsavedShown_ = unsaved);
+    emit ValuesShown();
 }
 
 void frmEditAsset::ShowCaption() {
     setWindowTitle(ToQString(edit_.Caption()));
+    placing_->start();
+}
+
+void frmEditAsset::ShowPlace() {
+    const auto place = edit_.Place();
+    emit PlaceShown(place ? tr("%1 of %2").arg(locale().toString(place->Number), locale().toString(place->Count)) : QString());
+}
+
+void frmEditAsset::ShowBookMarks() {
+    for (int book = kFirstBook + 1; book <= kLastBook; ++book) {
+        const QString difference = ToQString(DifferenceFromFederal(edit_.Values, book));
+        if (difference == bookMarks_[book]) continue;
+        bookMarks_[book] = difference;
+        const QString told = difference.isEmpty() ? QString() : tr("Not as in the Federal book: %1").arg(difference);
+        const QString caption = SSTab1_->tabText(book);
+        SSTab1_->setTabIcon(book, difference.isEmpty() ? QIcon() : DifferenceMark(*this));
+        SSTab1_->setTabToolTip(book, told);
+        SSTab1_->tabBar()->setAccessibleTabName(book, told.isEmpty() ? caption : caption + QStringLiteral(". ") + told);
+    }
+}
+
+void frmEditAsset::changeEvent(QEvent* event) {
+    CSForm::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange || !SSTab1_) return;
+    for (int book = kFirstBook + 1; book <= kLastBook; ++book) {
+        if (!bookMarks_[book].isEmpty()) SSTab1_->setTabIcon(book, DifferenceMark(*this));
+    }
+}
+
+void frmEditAsset::dragEnterEvent(QDragEnterEvent* event) {
+    if (edit_.HasRow() && IsPicture(DraggedFile(*event))) event->acceptProposedAction();
+}
+
+void frmEditAsset::dropEvent(QDropEvent* event) {
+    const std::filesystem::path file = DraggedFile(*event);
+    if (!IsPicture(file)) return;
+    event->acceptProposedAction();
+    // After the drop: what is dragged from would wait for the answer to a message.
+    QTimer::singleShot(0, this, Guarded([this, file] { SetPicture(TakePicture(file, company_.Paths().Images(), prompts_)); }));
+}
+
+void frmEditAsset::SetPicture(const std::optional<std::string>& name) {
+    if (!name) return;
+    edit_.Values.PictureName = *name;
+    ShowAll();
 }
 
 void frmEditAsset::ShowPictureCommand() {
@@ -398,6 +487,7 @@ void frmEditAsset::Move(bool (AssetEditSession::*step)()) {
     // A warning was about the asset that has gone.
     if (WarningStands()) EndNotice();
     ShowAll();
+    placing_->start();
     ShowMessage(ToQString(edit_.FieldHint));
     ShowOutcome();
     if (auto* entry = qobject_cast<EntryEdit*>(focusWidget())) entry->selectAll();
@@ -444,10 +534,7 @@ void frmEditAsset::Build() {
 void frmEditAsset::ViewPicture() {
     const std::filesystem::path& images = company_.Paths().Images();
     if (!IsPictureName(edit_.Values.PictureName)) {
-        if (const auto name = AddPicture(images, prompts_)) {
-            edit_.Values.PictureName = *name;
-            ShowAll();
-        }
+        SetPicture(AddPicture(images, prompts_));
         return;
     }
     const std::filesystem::path path = PicturePath(images, edit_.Values.PictureName);

@@ -12,6 +12,7 @@
 class QLabel;
 class QPushButton;
 class QTabWidget;
+class QTimer;
 class QToolButton;
 
 namespace tallymar {
@@ -30,9 +31,15 @@ class frmEditAsset : public CSForm {
     // For other windows that have moved the company's recordset.
     void LoadEdit();
 
+    const AssetFieldValues& Values() const { return edit_.Values; }
+
  signals:
     void FindWanted();
     void CopyWanted();
+    void ValuesShown();  // the fields show what they did not show before
+    // For the main window's status bar: "12 of 73"; whether entries stand here that are not stored.
+    void PlaceShown(const QString& place);
+    void UnsavedShown(bool unsaved);
 
  protected:
     bool OnPage(Page page) override;
@@ -42,6 +49,10 @@ class frmEditAsset : public CSForm {
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    // A picture that is dropped here is the asset's; other files are the main window's.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
  private:
     QWidget* MakeGeneralPage();
@@ -54,6 +65,9 @@ class frmEditAsset : public CSForm {
     void ShowAll();
     void ShowCaption();
     void ShowPictureCommand();
+    void ShowBookMarks();
+    void ShowPlace();
+    void SetPicture(const std::optional<std::string>& name);
     // Takes the outcome of a command to the screen: what happened to the status line, the keyboard to the entry that could not be
     // stored, if there was one.
     void ShowOutcome();
@@ -79,6 +93,9 @@ class frmEditAsset : public CSForm {
     QTabWidget* SSTab1_ = nullptr;
     QLabel* MsgLabel_ = nullptr;
     QPushButton* cmdView_ = nullptr;
+    QTimer* placing_ = nullptr;
+    PerBook<QString> bookMarks_;  // what the tab of a book says to differ
+    bool unsavedShown_ = false;
     int shownTab_ = kGeneralTab;
     bool opened_ = false;
     bool enterMoves_ = false;  // Enter or an arrow is what moves the focus, not Tab

@@ -46,6 +46,7 @@ void AddLoadCommand(CLI::App& app, Context& context);
 void AddDumpCommand(CLI::App& app, Context& context);
 void AddComputeCommand(CLI::App& app, Context& context);
 void AddBuildCommand(CLI::App& app, Context& context);
+void AddBooksCommand(CLI::App& app, Context& context);
 void AddFindCommand(CLI::App& app, Context& context);
 void AddCopyCommand(CLI::App& app, Context& context);
 void AddNewAssetCommand(CLI::App& app, Context& context);
