@@ -1,8 +1,12 @@
 #include "shell/CompanyProfile.h"
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
+#include "platform/runtime/DateText.h"
 #include "platform/runtime/PlatformError.h"
+#include "store/Books.h"
 #include "store/Helpers.h"
 
 namespace tallymar {
@@ -76,6 +80,31 @@ void CompanyProfile::Save(recordset::Recordset& company) const {
 
 bool TakesFederalYearEnd(bool newCompanyPending, std::string_view text) {
     return newCompanyPending && TextToDate(text).IsNone();
+}
+
+std::string YearEndsText(const PerBook<Date>& yearEnds) {
+    struct Day {
+        Date End;
+        std::string Books;
+    };
+    std::vector<Day> days;
+    for (int book = kFirstBook; book <= kLastBook; ++book) {
+        const Date end = yearEnds[book];
+        const auto same = std::find_if(days.begin(), days.end(), [end](const Day& day) { return day.End == end; });
+        const std::string name(BookOf(book).ShortName);
+        if (same != days.end()) {
+            same->Books += ", " + name;
+        } else {
+            days.push_back({end, name});
+        }
+    }
+    if (days.size() == 1) return days[0].End.IsNone() ? std::string() : "Year ends " + FormatShortDate(days[0].End);
+    std::string text = "Year ends ";
+    for (const Day& day : days) {
+        text += &day == &days.front() ? "" : "; ";
+        text += day.Books + " " + (day.End.IsNone() ? "not set" : FormatShortDate(day.End));
+    }
+    return text;
 }
 
 }  // namespace tallymar

@@ -36,4 +36,8 @@ struct CompanyProfile {
 // profile is on screen, and only where no date stands.
 bool TakesFederalYearEnd(bool newCompanyPending, std::string_view text);
 
+// "Year ends 12/31/2003", by book where they differ: "Year ends Federal, Book 12/31/2003; State, AMT 6/30/2004".
+// Empty when none is set.
+std::string YearEndsText(const PerBook<Date>& yearEnds);
+
 }  // namespace tallymar

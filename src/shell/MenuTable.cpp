@@ -13,13 +13,15 @@ using enum EnabledWhen;
 
 constexpr MenuItem OfReport(int number) {
     const ReportInfo& report = kReportTable.at(static_cast<std::size_t>(number));
-    return {"mnuReportsRun", number, report.Menu, report.Hint, ReportsRun, HasAssets};
+    // What lists the assets on paper is what one prints.
+    const std::string_view key = number == kFixedAssetReport ? "Ctrl+P" : "";
+    return {"mnuReportsRun", number, report.Menu, report.Hint, ReportsRun, HasAssets, {}, false, key};
 }
 
 constexpr auto kMenuItems = std::to_array<MenuItem>({
     {"mnuFile", -1, "&File", "Access Open, Save, Print and Exit options"},
-    {"mnuFileNew", -1, "&New", "Allows the creation of a new Tallymar company", FileNew},
-    {"mnuFileOpen", -1, "&Open", "Select an Tallymar company", FileOpen},
+    {"mnuFileNew", -1, "&New", "Allows the creation of a new Tallymar company", FileNew, Always, {}, false, "Ctrl+N"},
+    {"mnuFileOpen", -1, "&Open", "Select an Tallymar company", FileOpen, Always, {}, false, "Ctrl+O"},
     {"mnuFileClose", -1, "&Close", "Close and save the current changes to disk", FileClose, CompanyOpen},
     {"mnuFileImport", -1, "&Import", "Select importing of asset data", FileImport, CompanyOpen, {}, true},
     {"mnuFileExport", -1, "&Export", "Select exporting of asset data", FileExport, CompanyOpen},
@@ -28,7 +30,7 @@ constexpr auto kMenuItems = std::to_array<MenuItem>({
 
     {"mnuEdit", -1, "&Edit", "Edit, Find, Copy assets"},
     {"mnuEditAsset", -1, "&Edit Asset", "Edit the assets for the current company", EditAsset, CompanyOpen},
-    {"mnuEditFind", -1, "&Find Asset", "Find assets in the database", EditFind, CompanyOpen},
+    {"mnuEditFind", -1, "&Find Asset", "Find assets in the database", EditFind, CompanyOpen, {}, false, "Ctrl+F"},
     {"mnuCopyAsset", -1, "Co&py Asset", "Make multiple copies of the current asset", CopyAsset, HasAssets},
     {"mnuEditCompanyInformation",
      -1,
@@ -84,6 +86,7 @@ constexpr auto kMenuItems = std::to_array<MenuItem>({
     {"mnuUpdate", -1, "&Update Tallymar", "Get an update of Tallymar over the Internet", Update, Always, {}, true},
 
     {"mnuWindow", -1, "&Window", "See which Tallymar windows are active"},
+    {"mnuAllBooks", -1, "All &Books", "See the four books of the asset side by side", AllBooks, HasAssets, {}, false, "Ctrl+B"},
 
     {"mnuHelp", -1, "&Help", "View Help information"},
     {"mnuHelpContents", -1, "&Contents", "View the Help file by content", HelpContents},
@@ -111,16 +114,10 @@ std::span<const ToolbarButton> ToolbarButtons() {
     return kToolbarButtons;
 }
 
-bool IsEnabled(EnabledWhen when, const SessionState& state) {
-    switch (when) {
-        case Always:
-            return true;
-        case CompanyOpen:
-            return state.CompanyOpen;
-        case HasAssets:
-            return state.CompanyOpen && state.AssetCount > 0;
-    }
-    return false;
+std::string_view WhyOff(EnabledWhen when, const SessionState& state) {
+    if (when != Always && !state.CompanyOpen) return "Open a company first";
+    if (when == HasAssets && state.AssetCount == 0) return "The company has no assets yet";
+    return {};
 }
 
 std::string_view HintForCaption(std::string_view caption) {

@@ -41,7 +41,7 @@ enum class Command {
     Restore,
     DeleteDB,
     Update,
-    Window,
+    AllBooks,
     HelpContents,
     HelpIndex,
     HelpAbout
@@ -69,7 +69,8 @@ struct MenuItem {
     EnabledWhen When = EnabledWhen::Always;
     // The caption that the hint is filed under, where that is not the item's own: such an item shows no hint.
     std::string_view HintCaption = {};
-    bool Separated = false;  // a line stands above it
+    bool Separated = false;     // a line stands above it
+    std::string_view Key = {};  // "Ctrl+N"
 };
 
 struct ToolbarButton {
@@ -80,12 +81,15 @@ struct ToolbarButton {
     EnabledWhen When;
 };
 
-// The whole menu tree, row by row; a row with Command::None begins a menu and the rows after it are its items. mnuWindow has
-// none of its own: it lists the open windows.
+// The whole menu tree, row by row; a row with Command::None begins a menu and the rows after it are its items. mnuWindow lists
+// the open windows below its own.
 std::span<const MenuItem> MenuItems();
 std::span<const ToolbarButton> ToolbarButtons();
 
-bool IsEnabled(EnabledWhen when, const SessionState& state);
+// Why a command is off, for its tip; empty when it is on.
+std::string_view WhyOff(EnabledWhen when, const SessionState& state);
+// Of a command that has no window.
+inline constexpr std::string_view kNoWindow = "This version does not have it";
 
 // The hint of the first entry filed under exactly this caption; empty when there is none.
 std::string_view HintForCaption(std::string_view caption);

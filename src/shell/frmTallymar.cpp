@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <memory>
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QScreen>
@@ -17,8 +21,10 @@
 #include <QStyleOption>
 #include <QTimer>
 #include <QToolBar>
+#include <QUrl>
 
 #include "assets/CopyAsset.h"
+#include "assets/frmAllBooks.h"
 #include "assets/frmCopyAsset.h"
 #include "assets/frmEditAsset.h"
 #include "assets/frmFindAsset.h"
@@ -38,12 +44,16 @@
 #include "loans/frmLoans.h"
 #include "platform/controls/CSForm.h"
 #include "platform/controls/EventGuard.h"
+#include "platform/controls/FieldRows.h"
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/Icons.h"
+#include "platform/controls/Looks.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/controls/WindowMemory.h"
 #include "reports/frmLabelOptions.h"
 #include "reports/frmReportOptions.h"
+#include "shell/CompanyProfile.h"
+#include "shell/RecentCompanies.h"
 #include "shell/frmAbout.h"
 #include "shell/frmBrowser.h"
 #include "shell/frmEditCompany.h"
@@ -60,10 +70,15 @@ constexpr std::string_view kProduct = "Tallymar";
 // Beside the user profile, whose positions are taken.
 constexpr const char* kWindowSettings = "Windows.ini";
 constexpr QSize kFirstSize(1120, 760);
+const QString kRecentKey = QStringLiteral("Recent");
+const QString kColorsKey = QStringLiteral("Colors");
+const QString kMainPlace = QStringLiteral("Tallymar");
+constexpr int kLongestCompany = 40;  // letters of its name in the status bar
 
 const QString kEditFormName = QStringLiteral("frmEditAsset");
 const QString kFindFormName = QStringLiteral("frmFindAsset");
 const QString kViewerName = QStringLiteral("frmHPViewer");
+const QString kAllBooksName = QStringLiteral("frmAllBooks");
 
 // A command that is off can be gone to as well, as a preparer knows it: the status line says what it would do. Styles tint only
 // what can be chosen, so it gets a frame.
@@ -82,6 +97,26 @@ class MenuStyle : public QProxyStyle {
     }
 };
 
+std::filesystem::path DraggedFile(const QDropEvent& event) {
+    const QList<QUrl> urls = event.mimeData()->urls();
+    return urls.size() == 1 && urls.front().isLocalFile() ? QStringToPath(urls.front().toLocalFile()) : std::filesystem::path();
+}
+
+QLabel* StatusPart(const char* name, const QString& spoken, QStatusBar* bar) {
+    auto* label = Named(new QLabel(bar), name);
+    label->setTextFormat(Qt::PlainText);
+    label->setAccessibleDescription(spoken);
+    bar->addPermanentWidget(label);
+    label->hide();
+    return label;
+}
+
+// An empty part takes no room.
+void ShowPart(QLabel* label, const QString& text) {
+    label->setText(text);
+    label->setVisible(!text.isEmpty());
+}
+
 QString ControlName(const MenuItem& item) {
     const QString name = ToQString(item.Name);
     return item.Index < 0 ? name : QStringLiteral("%1(%2)").arg(name).arg(item.Index);
@@ -95,7 +130,7 @@ Tallymar::Tallymar(AppPath paths)
       prompts_(this),
       memory_(new WindowMemory(session_.Paths().Folder() / kWindowSettings, this)) {
     setObjectName(ToQString(kProduct));
-    setWindowTitle(ToQString(kProduct));
+    setWindowTitle(caption_ = ToQString(kProduct));
     profile_.Load(session_.Paths().Profile());
     if (const auto printer = SavedPrinterSettings(session_.Paths().Folder())) UsePrinter(*printer);
     session_.SetObserver(this);
@@ -107,12 +142,13 @@ Tallymar::Tallymar(AppPath paths)
     area_->setBackground(palette().brush(QPalette::Mid));
     setCentralWidget(area_);
     connect(new QShortcut(Qt::CTRL | Qt::Key_F4, this), &QShortcut::activated, area_, &QMdiArea::closeActiveSubWindow);
-    resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
+    setAcceptDrops(true);
 
     MakeRoutes();
     MakeMenus();
+    MakeKeys();
     MakeToolbar();
-    statusBar();
+    MakeStatusBar();
     ApplyEnabled({});
     new HelpKey(
         [this](const QStringList& keys, const QString& message) {
@@ -125,6 +161,7 @@ Tallymar::Tallymar(AppPath paths)
             });
         },
         this);
+    RecallPlace();
 }
 
 Tallymar::~Tallymar() {
@@ -210,6 +247,7 @@ void Tallymar::MakeRoutes() {
         {Command::Update, [this](int) { ShowUpdate(); }},
         {Command::HelpContents, [this](int) { ShowHelp([](frmHelp& help) { help.ShowContents(); }); }},
         {Command::HelpIndex, [this](int) { ShowHelp([](frmHelp& help) { help.ShowIndex(); }); }},
+        {Command::AllBooks, [this](int) { AllBooks(); }},
         {Command::HelpAbout, [this](int) { frmAbout(this).ShowModal(); }},
     };
 }
@@ -264,7 +302,9 @@ void Tallymar::ImportAssets(QWidget* over) {
 
 void Tallymar::Run(Command command, int index) {
     const auto route = routes_.find(command);
-    if (route != routes_.end()) Guarded([&] { route->second(index); })();
+    if (route == routes_.end()) return;
+    Guarded([&] { route->second(index); })();
+    ShowCaption();  // a year may have been closed, or a name imported
 }
 
 void Tallymar::MakeMenus() {
@@ -275,6 +315,7 @@ void Tallymar::MakeMenus() {
         if (item.Command == Command::None) {
             menu = menuBar()->addMenu(ToQString(item.Caption));
             menu->setStyle(style);
+            menu->setToolTipsVisible(true);  // why a command is off
             menu->setObjectName(ControlName(item));
             if (item.Name == "mnuWindow") windowMenu_ = menu;
             menu->menuAction()->setStatusTip(ToQString(HintForCaption(item.Caption)));
@@ -284,10 +325,56 @@ void Tallymar::MakeMenus() {
         QAction* action = menu->addAction(ToQString(item.Caption));
         action->setObjectName(ControlName(item));
         action->setStatusTip(ToQString(HintForCaption(item.Caption)));
+        if (!item.Key.empty()) action->setShortcut(QKeySequence(ToQString(item.Key)));
         connect(action, &QAction::triggered, this, [this, command = item.Command, index = item.Index] { Run(command, index); });
-        switched_.push_back({action, item.Command, item.When});
+        switched_.push_back({action, item.Command, item.When, {}});
+        if (item.Command == Command::FilePrinterSetup) {
+            recentMenu_ = menu->addMenu(tr("&Recent Companies"));
+            recentMenu_->setObjectName(QStringLiteral("mnuFileRecent"));
+            recentMenu_->menuAction()->setStatusTip(tr("Open one of the companies that were open last"));
+        }
     }
+    connect(recentMenu_, &QMenu::aboutToShow, this, [this] { FillRecentMenu(); });
     connect(windowMenu_, &QMenu::aboutToShow, this, [this] { FillWindowMenu(); });
+}
+
+// What reaches the menu from any form.
+void Tallymar::MakeKeys() {
+    for (QAction* menu : menuBar()->actions()) {
+        const QKeySequence access = QKeySequence::mnemonic(menu->text());
+        if (access.isEmpty()) continue;
+        const QKeySequence always(QKeyCombination(Qt::AltModifier | Qt::ShiftModifier, access[0].key()));
+        connect(new QShortcut(always, this), &QShortcut::activated, this, [this, menu] { menuBar()->setActiveAction(menu); });
+    }
+    connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
+            [this] { menuBar()->setActiveAction(menuBar()->actions().front()); });
+}
+
+void Tallymar::MakeStatusBar() {
+    lblUnsaved_ = StatusPart("lblUnsaved", tr("Entries of the asset are not saved yet"), statusBar());
+    lblUnsaved_->setToolTip(lblUnsaved_->accessibleDescription());
+    lblPlace_ = StatusPart("lblPlace", tr("Place of the asset among all"), statusBar());
+    lblCompany_ = StatusPart("lblCompany", tr("Company"), statusBar());
+    lblYearEnds_ = StatusPart("lblYearEnds", tr("Fiscal year ends"), statusBar());
+}
+
+void Tallymar::SetLooks(Looks& looks) {
+    const QStringList kept = memory_->Texts(kColorsKey);
+    QMenu* menu = windowMenu_->addMenu(tr("&Colors"));
+    menu->setObjectName(QStringLiteral("mnuColors"));
+    menu->menuAction()->setStatusTip(tr("Choose how the windows are colored"));
+    auto* choices = new QActionGroup(menu);
+    for (const ColorsInfo& info : kColorsTable) {
+        const QString name = QString::fromLatin1(info.Kept);
+        QAction* action = choices->addAction(menu->addAction(tr(info.Caption)));
+        action->setCheckable(true);
+        if (kept == QStringList(name)) looks.Choose(info.Choice);
+        action->setChecked(info.Choice == looks.Chosen());
+        connect(action, &QAction::triggered, this, [this, &looks, choice = info.Choice, name] {
+            looks.Choose(choice);
+            memory_->Keep(kColorsKey, QStringList(name));
+        });
+    }
 }
 
 void Tallymar::MakeToolbar() {
@@ -302,7 +389,7 @@ void Tallymar::MakeToolbar() {
         action->setToolTip(ToQString(button.Tip));
         action->setData(ToQString(button.Icon));
         connect(action, &QAction::triggered, this, [this, command = button.Command] { Run(command); });
-        switched_.push_back({action, button.Command, button.When});
+        switched_.push_back({action, button.Command, button.When, ToQString(button.Tip)});
     }
     SetIcons();
 }
@@ -322,21 +409,69 @@ void Tallymar::changeEvent(QEvent* event) {
 }
 
 void Tallymar::ApplyEnabled(const SessionState& state) {
-    for (const Switched& one : switched_) one.Action->setEnabled(HasWindow(one.Asks) && IsEnabled(one.When, state));
+    for (const Switched& one : switched_) Switch(one, HasWindow(one.Asks) ? WhyOff(one.When, state) : kNoWindow);
+}
+
+void Tallymar::Switch(const Switched& one, std::string_view whyOff) {
+    one.Action->setEnabled(whyOff.empty());
+    QStringList tip;
+    if (!one.Tip.isEmpty()) tip.append(one.Tip);
+    if (!whyOff.empty()) tip.append(ToQString(whyOff));
+    one.Action->setToolTip(tip.join(QLatin1Char('\n')));
 }
 
 void Tallymar::FillWindowMenu() {
-    windowMenu_->clear();
+    qDeleteAll(windowList_);
+    windowList_.clear();
+    windowList_.append(windowMenu_->addSeparator());
     int number = 0;
     for (QMdiSubWindow* window : area_->subWindowList()) {
         // An ampersand in a company's name is no access key.
         QAction* action = windowMenu_->addAction(
             QStringLiteral("&%1 %2").arg(++number).arg(window->windowTitle().replace(u'&', QStringLiteral("&&"))));
+        windowList_.append(action);
         action->setCheckable(true);
         action->setChecked(window == area_->activeSubWindow());
         connect(action, &QAction::triggered, this, [this, window] { area_->setActiveSubWindow(window); });
     }
-    if (number == 0) windowMenu_->addAction(tr("No windows are open"))->setEnabled(false);
+    if (number > 0) return;
+    windowList_.append(windowMenu_->addAction(tr("No windows are open")));
+    windowList_.back()->setEnabled(false);
+}
+
+std::vector<std::string> Tallymar::RecentCompanies() const {
+    std::vector<std::string> recent;
+    for (const QString& file : memory_->Texts(kRecentKey)) recent.push_back(file.toStdString());
+    return recent;
+}
+
+void Tallymar::RememberCompany() {
+    QStringList files;
+    for (const std::string& file : WithRecent(RecentCompanies(), session_.DatabaseFileName().string()))
+        files.append(QString::fromStdString(file));
+    memory_->Keep(kRecentKey, files);
+}
+
+void Tallymar::ForgetCompany(const std::string& file) {
+    QStringList files = memory_->Texts(kRecentKey);
+    files.removeAll(QString::fromStdString(file));
+    memory_->Keep(kRecentKey, files);
+}
+
+void Tallymar::FillRecentMenu() {
+    recentMenu_->clear();
+    int number = 0;
+    for (const std::string& file : RecentCompanies()) {
+        const std::filesystem::path path(file);
+        const auto shown = [](const std::filesystem::path& part) {
+            return PathToQString(part).replace(u'&', QStringLiteral("&&"));
+        };
+        QAction* action = recentMenu_->addAction(
+            QStringLiteral("&%1 %2\t%3").arg(QString::number(++number), shown(path.filename()), shown(path.parent_path())));
+        action->setStatusTip(PathToQString(path));
+        connect(action, &QAction::triggered, this, Guarded([this, path] { OpenChosen(path); }));
+    }
+    if (number == 0) recentMenu_->addAction(tr("No company has been opened yet"))->setEnabled(false);
 }
 
 bool Tallymar::AskFirstCompany() {
@@ -346,12 +481,29 @@ bool Tallymar::AskFirstCompany() {
 }
 
 bool Tallymar::OpenFirstCompany(const std::filesystem::path& path) {
-    Guarded([&] {
-        if (!session_.OpenCompany(path, prompts_)) return;
-        session_.RememberLastCompany();
-        Run(Command::EditAsset);
-    })();
+    Guarded([&] { OpenChosen(path); })();
     return session_.IsOpen();
+}
+
+void Tallymar::OpenChosen(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(path, ignored)) ForgetCompany(path.string());
+    if (!session_.OpenCompany(path, prompts_)) return;
+    session_.RememberLastCompany();
+    Run(Command::EditAsset);
+}
+
+void Tallymar::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DraggedFile(*event).empty() && !QApplication::activeModalWidget() && !class_Hourglass::Stands())
+        event->acceptProposedAction();
+}
+
+void Tallymar::dropEvent(QDropEvent* event) {
+    const std::filesystem::path file = DraggedFile(*event);
+    if (file.empty()) return;
+    event->acceptProposedAction();
+    // After the drop: what is dragged from would wait for the answer to a question.
+    QTimer::singleShot(0, this, Guarded([this, file] { OpenChosen(file); }));
 }
 
 bool Tallymar::FileNew(QWidget* over) {
@@ -376,6 +528,25 @@ void Tallymar::EditAsset() {
         auto* form = new frmEditAsset(session_, editState_, engine_);
         connect(form, &frmEditAsset::FindWanted, this, [this] { Run(Command::EditFind); });
         connect(form, &frmEditAsset::CopyWanted, this, Guarded([this, form] { CopyAsset(form); }));
+        connect(form, &frmEditAsset::PlaceShown, this, &Tallymar::ShowPlace);
+        connect(form, &frmEditAsset::UnsavedShown, this, &Tallymar::ShowUnsaved);
+        connect(form, &CSForm::Unloaded, this, [this] {
+            ShowPlace({});
+            ShowUnsaved(false);
+            if (CSForm* books = Child(kAllBooksName)) CloseFrame(qobject_cast<QMdiSubWindow*>(books->parentWidget()));
+        });
+        return form;
+    });
+}
+
+void Tallymar::AllBooks() {
+    if (EditFormClosed()) EditAsset();
+    auto* edit = qobject_cast<frmEditAsset*>(Child(kEditFormName));
+    if (!edit) return;
+    ShowOrMake(kAllBooksName, [edit] {
+        auto* form = new frmAllBooks;
+        connect(edit, &frmEditAsset::ValuesShown, form, [edit, form] { form->ShowAsset(edit->Values()); });
+        form->ShowAsset(edit->Values());
         return form;
     });
 }
@@ -449,12 +620,25 @@ CSForm* Tallymar::Child(const QString& name) const {
 }
 
 void Tallymar::ShowChild(CSForm* form) {
+    const QMdiSubWindow* shown = area_->activeSubWindow();
+    const auto kept = memory_->PlaceOf(form->objectName());
+    const bool alone = area_->subWindowList().isEmpty();
     QMdiSubWindow* window = area_->addSubWindow(form);
     window->setAttribute(Qt::WA_DeleteOnClose);
+    // A frame around a window that stands alone is a second title bar for nothing; one who has taken it off wants it so.
+    const bool fills = alone ? !kept || kept->Maximised : shown && shown->isMaximized();
     form->show();
-    // The area places windows side by side even where they then hang over its edge.
-    const QSize room = area_->viewport()->size() - window->size();
-    window->move(std::clamp(window->x(), 0, std::max(0, room.width())), std::clamp(window->y(), 0, std::max(0, room.height())));
+    // The area places windows side by side even where they then hang over its edge. Before the main window shows it has no size.
+    const auto place = [this, window, kept] {
+        const QRect room = area_->viewport()->rect();
+        window->setGeometry(Within(room, kept && !kept->Frame.isEmpty() ? kept->Frame : window->geometry()));
+    };
+    if (!fills && isVisible()) place();
+    if (!fills && !isVisible()) QTimer::singleShot(0, window, place);
+    if (fills) window->showMaximized();
+    connect(form, &CSForm::Unloaded, this, [this, form, window] {
+        memory_->KeepPlace(form->objectName(), {.Frame = window->geometry(), .Maximised = window->isMaximized()});
+    });
     Activate(form);
 }
 
@@ -490,11 +674,12 @@ void Tallymar::ReopenEditForm() {
 void Tallymar::LastAssetGone() {
     OpenEnable();
     for (const Switched& one : switched_) {
-        if (one.Asks == Command::EditFind) one.Action->setEnabled(false);
+        if (one.Asks == Command::EditFind) Switch(one, WhyOff(EnabledWhen::HasAssets, {true, 0}));
     }
 }
 
 void Tallymar::OpenEnable() {
+    RememberCompany();
     ShowCaption();
     ApplyEnabled({true, session_.AssetCount()});
 }
@@ -522,11 +707,46 @@ bool Tallymar::CompanyClosing() {
 void Tallymar::CompanyClosed() {
     editState_ = {};  // another company's assets have other numbers
     ApplyEnabled({});
-    setWindowTitle(ToQString(kProduct));
+    ShowCaption();
 }
 
 void Tallymar::ShowCaption() {
-    if (session_.IsOpen()) setWindowTitle(ToQString(std::string(kProduct) + " - " + session_.CompanyName()));
+    const QString company = session_.IsOpen() ? ToQString(session_.CompanyName()) : QString();
+    QString caption = ToQString(kProduct);
+    if (session_.IsOpen()) caption += QStringLiteral(" - ") + company;
+    // The caption of a child that fills the frame stands behind ours, put there by the child.
+    if (caption != caption_) setWindowTitle(caption_ = caption);
+    const int room = fontMetrics().averageCharWidth() * kLongestCompany;
+    ShowPart(lblCompany_, fontMetrics().elidedText(company, Qt::ElideRight, room));
+    lblCompany_->setToolTip(session_.IsOpen() ? PathToQString(session_.DatabaseFileName()) : QString());
+    PerBook<Date> yearEnds;
+    for (int book = kFirstBook; session_.IsOpen() && book <= kLastBook; ++book) yearEnds[book] = session_.FiscalYearEnd(book);
+    ShowPart(lblYearEnds_, ToQString(YearEndsText(yearEnds)));
+}
+
+void Tallymar::ShowPlace(const QString& place) {
+    ShowPart(lblPlace_, place);
+}
+
+void Tallymar::ShowUnsaved(bool unsaved) {
+    ShowPart(lblUnsaved_, unsaved ? tr("Not saved") : QString());
+}
+
+void Tallymar::RecallPlace() {
+    const QRect room = screen()->availableGeometry();
+    resize(kFirstSize.boundedTo(room.size() * 0.9));
+    const auto kept = memory_->PlaceOf(kMainPlace);
+    if (!kept) return;
+    if (!kept->Frame.isEmpty()) {
+        const QRect place = Within(room, kept->Frame);
+        resize(place.size());
+        move(place.topLeft());
+    }
+    if (kept->Maximised) setWindowState(Qt::WindowMaximized);
+}
+
+void Tallymar::RememberPlace() {
+    memory_->KeepPlace(kMainPlace, {.Frame = {pos(), size()}, .Maximised = isMaximized()});
 }
 
 void Tallymar::closeEvent(QCloseEvent* event) {
@@ -538,6 +758,7 @@ void Tallymar::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    RememberPlace();
     QMainWindow::closeEvent(event);
 }
 

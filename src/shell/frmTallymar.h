@@ -14,6 +14,7 @@
 #include "store/CompanySession.h"
 
 class QAction;
+class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
@@ -23,11 +24,16 @@ namespace tallymar {
 class CSForm;
 class frmBatchForm;
 class frmHelp;
-class WindowMemory;
 class frmReportOptions;
+class Looks;
+class WindowMemory;
 
 // The main window: menu, toolbar, status line and the child windows. It owns the session, the user profile and the engine, and
 // every command goes through its one dispatcher.
+//
+// A child window that comes up alone fills the frame, and so does what is opened over one that does. The menu is reached from
+// every form: by Alt and then a letter, by Alt+Shift and the letter, or by F10 and the arrows; Alt with a letter is a form's own
+// command first. A company that is dropped here is opened.
 class Tallymar : public QMainWindow, private SessionObserver {
     Q_OBJECT
 
@@ -41,6 +47,9 @@ class Tallymar : public QMainWindow, private SessionObserver {
         session_.SetTrace(trace);
         engine_.SetTrace(trace);
     }
+
+    // Whose colours the window menu offers; the ones chosen last are taken at once. It must outlast the window.
+    void SetLooks(Looks& looks);
 
     // Asks by frmInit for the first company. False when the program is to end.
     bool AskFirstCompany();
@@ -60,6 +69,8 @@ class Tallymar : public QMainWindow, private SessionObserver {
  protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
  private:
     using Route = std::function<void(int index)>;
@@ -77,16 +88,30 @@ class Tallymar : public QMainWindow, private SessionObserver {
     void ShowDone(const std::string& done);
     void RunPostReport(const std::function<void(frmReportOptions&)>& prepare);
     void MakeMenus();
+    void MakeKeys();
     void MakeToolbar();
+    void MakeStatusBar();
     void SetIcons();
     void ApplyEnabled(const SessionState& state);
     void FillWindowMenu();
+    void FillRecentMenu();
+    void RememberCompany();
+    void ForgetCompany(const std::string& file);
+    std::vector<std::string> RecentCompanies() const;
+    // The caption and the status bar: what the company is called and when its years end.
     void ShowCaption();
+    void ShowPlace(const QString& place);
+    void ShowUnsaved(bool unsaved);
+    void RecallPlace();
+    void RememberPlace();
 
     bool FileNew(QWidget* over);
     bool FileOpen(QWidget* over);
+    // As the Open command would, with the file chosen already.
+    void OpenChosen(const std::filesystem::path& path);
 
     void EditAsset();
+    void AllBooks();
     void FindAsset();
     void CopyAsset(QWidget* over);
     void CreateForm(std::string_view form);    // "4562"
@@ -118,11 +143,22 @@ class Tallymar : public QMainWindow, private SessionObserver {
         QAction* Action;
         Command Asks;
         EnabledWhen When;
+        QString Tip;
     };
+    // Off with the reason in its tip; on, without one.
+    static void Switch(const Switched& one, std::string_view whyOff);
+
     std::vector<Switched> switched_;
     WindowMemory* memory_;
+    QString caption_;
     QMdiArea* area_ = nullptr;
     QMenu* windowMenu_ = nullptr;
+    QMenu* recentMenu_ = nullptr;
+    QList<QAction*> windowList_;  // of the window menu
+    QLabel* lblCompany_ = nullptr;
+    QLabel* lblYearEnds_ = nullptr;
+    QLabel* lblPlace_ = nullptr;
+    QLabel* lblUnsaved_ = nullptr;
     bool closing_ = false;
 };
 

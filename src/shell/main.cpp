@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include "platform/controls/EventGuard.h"
+#include "platform/controls/Looks.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/runtime/Trace.h"
 #include "platform/runtime/Version.h"
@@ -38,8 +39,10 @@ int Start(const Options& options) {
     paths.Prepare();
     std::filesystem::current_path(paths.Folder());
 
+    Looks looks(QCoreApplication::instance());
     Tallymar window(std::move(paths));
     window.SetTrace(trace.get());
+    window.SetLooks(looks);
     const bool opened = company && window.OpenFirstCompany(*company);
     if (!opened && !window.AskFirstCompany()) return 0;
     window.show();

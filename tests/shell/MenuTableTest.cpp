@@ -13,10 +13,10 @@ using Names = std::set<std::string>;
 
 bool IsOn(std::string_view name, const SessionState& state) {
     for (const ToolbarButton& button : ToolbarButtons()) {
-        if (button.Key == name) return IsEnabled(button.When, state);
+        if (button.Key == name) return WhyOff(button.When, state).empty();
     }
     for (const MenuItem& item : MenuItems()) {
-        if (item.Name == name) return IsEnabled(item.When, state);
+        if (item.Name == name) return WhyOff(item.When, state).empty();
     }
     throw std::out_of_range(std::string(name));
 }

@@ -1,18 +1,25 @@
 #include <functional>
 
+#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
+#include <QDropEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 
@@ -73,8 +80,10 @@ TEST_F(MainWindow, OpensACompanyWithItsAssetsAndClosesAllOfIt) {
     EXPECT_TRUE(Action("mnuFileOpen")->isEnabled());
     EXPECT_FALSE(Action("Close")->isEnabled());
     Open(MakeCompany(true));
-    EXPECT_EQ(window_.windowTitle(), "Tallymar - New Company");
     EXPECT_EQ(Windows(), QStringList("frmEditAsset"));
+    EXPECT_TRUE(Form("frmEditAsset")->parentWidget()->isMaximized()) << "alone in the frame";
+    EXPECT_EQ(window_.windowTitle(),
+              "Tallymar - New Company - [Edit Asset Information for New Company with 1 Assets in the database]");
     for (const char* name : {"Close", "Calculate", "mnuEditCompanyInformation"}) EXPECT_TRUE(Action(name)->isEnabled()) << name;
     Action("mnuEditCompanyInformation")->trigger();
     Action("mnuFileClose")->trigger();
@@ -121,7 +130,133 @@ TEST_F(MainWindow, AFormsAccessKeysComeBeforeTheMainMenus) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::AltModifier);
     QTest::qWait(200);
     EXPECT_NE(Form("frmFindAsset"), nullptr);
-    EXPECT_FALSE(window_.findChild<QMenu*>("mnuFile")->isVisible());
+    QMenu* file = window_.findChild<QMenu*>("mnuFile");
+    EXPECT_FALSE(file->isVisible());
+    // The menu is reached all the same.
+    Form("frmFindAsset")->Unload();
+    for (const auto& [key, modifiers] :
+         {std::pair(Qt::Key_F, Qt::AltModifier | Qt::ShiftModifier), std::pair(Qt::Key_F10, Qt::KeyboardModifiers())}) {
+        window_.activateWindow();
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        EXPECT_TRUE(file->isVisible());
+        QTest::keyClick(file, Qt::Key_Escape);
+        window_.menuBar()->setActiveAction(nullptr);
+    }
+}
+
+TEST_F(MainWindow, TheStatusBarTellsTheCompanyThePlaceAndWhatIsNotSaved) {
+    const std::filesystem::path file = MakeCompany(true);
+    Open(file);
+    window_.Session().AddAssetRecord(test::Machine("A2", Date(), 1));
+    const auto part = [&](const char* name) {
+        const QLabel* label = window_.findChild<QLabel*>(name);
+        return label->isVisible() ? label->text().toStdString() : "";
+    };
+    EXPECT_EQ(part("lblCompany"), "New Company");
+    EXPECT_EQ(part("lblYearEnds"), "Year ends 12/31/2003");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return part("lblPlace") == "1 of 2"; })) << part("lblPlace");
+    EXPECT_EQ(part("lblUnsaved"), "");
+    keys_.GoTo("sitxDescription");
+    keys_.Type("Lathe");
+    EXPECT_EQ(part("lblUnsaved"), "Not saved");
+    keys_.Press(Qt::Key_PageDown);
+    EXPECT_EQ(part("lblUnsaved"), "");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return part("lblPlace") == "2 of 2"; })) << part("lblPlace");
+    Action("mnuFileClose")->trigger();
+    for (const char* name : {"lblCompany", "lblYearEnds", "lblPlace", "lblUnsaved"}) EXPECT_EQ(part(name), "") << name;
+}
+
+TEST_F(MainWindow, ACommandThatIsOffSaysWhy) {
+    EXPECT_EQ(Action("Find")->toolTip(), "Find an asset\nOpen a company first");
+    EXPECT_EQ(Action("mnuFileClose")->toolTip(), "Open a company first");
+    Open(MakeCompany(false));
+    EXPECT_EQ(Action("Find")->toolTip(), "Find an asset\nThe company has no assets yet");
+    EXPECT_EQ(Action("mnuResequence")->toolTip(), "The company has no assets yet");
+    keys_.Type("A1");
+    keys_.Press(Qt::Key_PageDown);
+    EXPECT_EQ(Action("Find")->toolTip(), "Find an asset");
+}
+
+TEST_F(MainWindow, WindowsComeBackWhereTheyWereAndTheMenuListsTheCompaniesOpenedLast) {
+    const std::filesystem::path first = MakeCompany(true);
+    std::filesystem::copy_file(first, folder_ / "other.mdb");
+    Open(first);
+    ASSERT_TRUE(window_.OpenFirstCompany(folder_ / "other.mdb"));
+    window_.resize(700, 560);
+    QMdiSubWindow* frame = window_.findChild<QMdiArea*>()->activeSubWindow();
+    frame->showNormal();
+    frame->setGeometry(20, 10, 600, 400);
+    ASSERT_TRUE(window_.close());
+
+    Tallymar again(AppPath::At(folder_.Path(), folder_ / "no-program"));
+    again.show();
+    EXPECT_EQ(again.size(), QSize(700, 560));
+    QMenu* recent = again.findChild<QMenu*>("mnuFileRecent");
+    emit recent->aboutToShow();
+    ASSERT_EQ(recent->actions().size(), 2);
+    EXPECT_TRUE(recent->actions()[0]->text().startsWith("&1 other.mdb"));
+    recent->actions()[1]->trigger();
+    EXPECT_EQ(again.Session().DatabaseFileName(), first);
+    frame = qobject_cast<QMdiSubWindow*>(again.findChild<CSForm*>("frmEditAsset")->parentWidget());
+    EXPECT_FALSE(frame->isMaximized());
+    EXPECT_EQ(frame->geometry(), QRect(20, 10, 600, 400));
+}
+
+TEST_F(MainWindow, AFileThatIsDroppedIsAPictureOrACompany) {
+    const std::filesystem::path file = MakeCompany(true);
+    Open(file);
+    std::filesystem::copy_file(file, folder_ / "other.mdb");
+    window_.Session().Paths().Prepare();
+    test::WriteAll(folder_ / "lathe.jpg", "\xFF\xD8\xFF");
+    const auto drop = [&](QWidget* on, const std::filesystem::path& dropped) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString(dropped.string()))});
+        const QPoint place = on->mapTo(&window_, on->rect().center());
+        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QDropEvent event(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        for (; on; on = on->parentWidget()) {
+            enter.ignore();
+            if (on->acceptDrops()) QApplication::sendEvent(on, &enter);
+            if (enter.isAccepted()) break;
+        }
+        ASSERT_NE(on, nullptr);
+        QApplication::sendEvent(on, &event);
+    };
+    QString said;
+    Keyboard::WhenMessage(said);
+    drop(In<QLineEdit>("frmEditAsset", "sitxDescription"), folder_ / "lathe.jpg");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return In<QLineEdit>("frmEditAsset", "sitxPictureName")->text() == "lathe.jpg"; }));
+    EXPECT_TRUE(std::filesystem::exists(folder_ / "Images" / "lathe.jpg"));
+    EXPECT_EQ(In<QLineEdit>("frmEditAsset", "sitxDescription")->text(), "");
+    drop(In<QLineEdit>("frmEditAsset", "sitxDescription"), folder_ / "other.mdb");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window_.Session().DatabaseFileName() == folder_ / "other.mdb"; }));
+}
+
+TEST_F(MainWindow, AllBooksFollowsTheAssetFormAndATabSaysWhatDiffers) {
+    Open(MakeCompany(true));
+    keys_.Fill("sidbBasis(2)", "900");
+    keys_.Press(Qt::Key_B, Qt::ControlModifier);
+    ASSERT_NE(Form("frmAllBooks"), nullptr);
+    auto* grid = In<QTableWidget>("frmAllBooks", "grdBooks");
+    const auto cell = [&](const char* label, int book) {
+        for (int row = 0; row < grid->rowCount(); ++row) {
+            if (grid->verticalHeaderItem(row)->text() == label) return grid->item(row, book - 1);
+        }
+        throw std::out_of_range(label);
+    };
+    EXPECT_EQ(cell("Asset Cost", 1)->text(), "1,000.00");
+    EXPECT_EQ(cell("Asset Cost", 2)->text(), "900.00") << "as it stands on the form, saved or not";
+    EXPECT_TRUE(cell("Asset Cost", 2)->font().bold());
+    keys_.Press(Qt::Key_Escape);
+    QTest::qWait(0);
+    EXPECT_EQ(Windows(), QStringList("frmEditAsset"));
+
+    auto* tabs = In<QTabWidget>("frmEditAsset", "SSTab1");
+    EXPECT_EQ(tabs->tabToolTip(2), "Not as in the Federal book: basis");
+    EXPECT_FALSE(tabs->tabIcon(2).isNull());
+    EXPECT_TRUE(tabs->tabIcon(1).isNull());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(tabs->tabBar())->child(2)->text(QAccessible::Name),
+              "State. Not as in the Federal book: basis");
 }
 
 TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
@@ -132,11 +267,14 @@ TEST_F(MainWindow, TheWindowMenuListsWhatIsOpenAndAFormOpensOnce) {
     EXPECT_EQ(Windows(), QStringList({"frmEditAsset", "frmEditCompany", "frmEditUser"}));
     QMenu* menu = window_.findChild<QMenu*>("mnuWindow");
     emit menu->aboutToShow();
-    ASSERT_EQ(menu->actions().size(), 3);
-    EXPECT_EQ(menu->actions()[0]->text(), "&1 Edit Asset Information for New Company with 1 Assets in the database");
-    EXPECT_EQ(menu->actions()[1]->text(), "&2 Edit Company Information");
-    EXPECT_TRUE(menu->actions()[2]->isChecked());
-    menu->actions()[1]->trigger();
+    emit menu->aboutToShow();
+    const QList<QAction*> listed = menu->actions().mid(menu->actions().size() - 3);
+    EXPECT_EQ(menu->actions().front(), Action("mnuAllBooks"));
+    EXPECT_EQ(menu->actions().size(), 5) << "All Books, a line and the windows, however often it is opened";
+    EXPECT_EQ(listed[0]->text(), "&1 Edit Asset Information for New Company with 1 Assets in the database");
+    EXPECT_EQ(listed[1]->text(), "&2 Edit Company Information");
+    EXPECT_TRUE(listed[2]->isChecked());
+    listed[1]->trigger();
     EXPECT_EQ(window_.findChild<QMdiArea*>()->activeSubWindow()->widget(), Form("frmEditCompany"));
 }
 
@@ -192,7 +330,9 @@ TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
     EXPECT_EQ(row.Get("FYEState").AsDate(), Date());
     EXPECT_EQ(row.Get("FYEFederal").AsDate(), Date::FromYmd(2003, 12, 31));
     EXPECT_TRUE(row.Get("Round").Boolean());
-    EXPECT_EQ(window_.windowTitle(), "Tallymar - Tamarind Gap");
+    EXPECT_TRUE(window_.windowTitle().startsWith("Tallymar - Tamarind Gap - [")) << window_.windowTitle().toStdString();
+    EXPECT_EQ(window_.findChild<QLabel*>("lblCompany")->text(), "Tamarind Gap");
+    EXPECT_EQ(window_.findChild<QLabel*>("lblYearEnds")->text(), "Year ends Federal, Book, AMT 12/31/2003; State not set");
     EXPECT_EQ(Windows(), QStringList("frmEditAsset"));  // the profile is closed
 }
 
