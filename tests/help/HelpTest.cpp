@@ -2,6 +2,7 @@
 #include <set>
 #include <string>
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QHelpEngineCore>
 #include <QHelpLink>
@@ -151,7 +152,11 @@ TEST_F(Help, ContentsIndexAndSearchLeadToPages) {
     window_.findChild<QAction*>("mnuHelpIndex")->trigger();
     auto* help = window_.findChild<frmHelp*>();
     ASSERT_NE(help, nullptr);
-    QTest::qWait(200);  // the index is read beside
+    // Contents and index are read beside.
+    for (const char* list : {"HelpContents", "HelpIndex"}) {
+        const QAbstractItemModel* rows = help->findChild<QAbstractItemView*>(list)->model();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return rows->rowCount() > 0; }, 20000)) << list;
+    }
     keys_.Type("Mid-month");
     keys_.Press(Qt::Key_Return);
     EXPECT_EQ(help->Shown().toString().section('/', -1), "mcrs.html#mid-month");
