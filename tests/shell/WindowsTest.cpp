@@ -3,8 +3,8 @@
 #include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
-#include <QLabel>
 #include <QDropEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
