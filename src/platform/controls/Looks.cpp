@@ -66,23 +66,39 @@ constexpr RoleColor kContrastColors[] = {
     {QPalette::Link, 0xff80ffff, 0xffa8e6a8},        {QPalette::LinkVisited, 0xffffb0ff, 0xffa8e6a8},
     {QPalette::ToolTipBase, 0xff000000, 0xff000000}, {QPalette::ToolTipText, 0xffffffff, 0xffffffff}};
 
-// Styles draw the frame of what has the keyboard faintly, and only after a key.
+// Styles draw the frame of what has the keyboard faintly, not around every control, and only after a key.
 class FocusStyle : public QProxyStyle {
  public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         if (element != PE_FrameFocusRect) return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        DrawFrame(*option, *painter);
+    }
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        if (element == CE_PushButton && option->state & State_HasFocus) DrawFrame(*option, *painter);
+    }
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        const bool framed = control == CC_ComboBox || control == CC_ToolButton;
+        if (framed && option->state & State_HasFocus) DrawFrame(*option, *painter);
+    }
+
+ private:
+    static void DrawFrame(const QStyleOption& option, QPainter& painter) {
         constexpr double kThick = 2.0;
-        QColor color = option->palette.color(QPalette::Active, QPalette::Highlight);
-        // On the ground of a chosen row its own colour would not show.
-        if (option->state & State_Selected) color = option->palette.color(QPalette::Active, QPalette::HighlightedText);
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setBrush(Qt::NoBrush);
-        painter->setPen(QPen(color, kThick));
+        // On the ground of a chosen row the usual colour would not show.
+        const bool chosen = option.state & State_Selected;
+        const QColor color = option.palette.color(QPalette::Active, chosen ? QPalette::HighlightedText : QPalette::Highlight);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(color, kThick));
         const double in = kThick / 2.0;
-        painter->drawRoundedRect(QRectF(option->rect).adjusted(in, in, -in, -in), kThick, kThick);
-        painter->restore();
+        painter.drawRoundedRect(QRectF(option.rect).adjusted(in, in, -in, -in), kThick, kThick);
+        painter.restore();
     }
 };
 
