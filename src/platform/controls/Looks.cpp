@@ -66,38 +66,60 @@ constexpr RoleColor kContrastColors[] = {
     {QPalette::Link, 0xff80ffff, 0xffa8e6a8},        {QPalette::LinkVisited, 0xffffb0ff, 0xffa8e6a8},
     {QPalette::ToolTipBase, 0xff000000, 0xff000000}, {QPalette::ToolTipText, 0xffffffff, 0xffffffff}};
 
-// Styles draw the frame of what has the keyboard faintly, not around every control, and only after a key.
+// Styles draw the frame of what has the keyboard faintly, not around every control, and only after a key; and edges of controls
+// not at all in high contrast.
 class FocusStyle : public QProxyStyle {
  public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        if (element != PE_FrameFocusRect) return QProxyStyle::drawPrimitive(element, option, painter, widget);
-        DrawFrame(*option, *painter);
+        if (element == PE_FrameFocusRect) {
+            // On the ground of a chosen row the usual colour would not show.
+            DrawFocus(*option, *painter, option->state & State_Selected ? QPalette::HighlightedText : QPalette::Highlight);
+            return;
+        }
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool hasEdge = element == PE_FrameLineEdit || element == PE_IndicatorCheckBox || element == PE_FrameMenu ||
+                             element == PE_IndicatorRadioButton || element == PE_FrameGroupBox || element == PE_FrameTabWidget;
+        if (hasEdge && !(option->state & State_HasFocus)) DrawEdge(*option, *painter, element == PE_IndicatorRadioButton);
     }
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
         QProxyStyle::drawControl(element, option, painter, widget);
-        if (element == CE_PushButton && option->state & State_HasFocus) DrawFrame(*option, *painter);
+        if (element == CE_PushButton) DrawAround(*option, *painter);
     }
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
-        const bool framed = control == CC_ComboBox || control == CC_ToolButton;
-        if (framed && option->state & State_HasFocus) DrawFrame(*option, *painter);
+        if (control == CC_ComboBox) DrawAround(*option, *painter);
     }
 
  private:
-    static void DrawFrame(const QStyleOption& option, QPainter& painter) {
+    static void DrawAround(const QStyleOption& option, QPainter& painter) {
+        if (option.state & State_HasFocus) {
+            DrawFocus(option, painter, QPalette::Highlight);
+        } else {
+            DrawEdge(option, painter, false);
+        }
+    }
+    static void DrawFocus(const QStyleOption& option, QPainter& painter, QPalette::ColorRole role) {
         constexpr double kThick = 2.0;
-        // On the ground of a chosen row the usual colour would not show.
-        const bool chosen = option.state & State_Selected;
-        const QColor color = option.palette.color(QPalette::Active, chosen ? QPalette::HighlightedText : QPalette::Highlight);
+        Draw(option, painter, QPen(option.palette.color(QPalette::Active, role), kThick), false);
+    }
+    // Styles make the edges of controls from the color of the window, a shade darker: on black there would be none.
+    static void DrawEdge(const QStyleOption& option, QPainter& painter, bool round) {
+        if (option.palette.color(QPalette::Window) != Qt::black) return;
+        Draw(option, painter, QPen(option.palette.color(QPalette::WindowText), 1.0), round);
+    }
+    static void Draw(const QStyleOption& option, QPainter& painter, const QPen& pen, bool round) {
+        constexpr double kCorner = 2.0;
         painter.save();
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(color, kThick));
-        const double in = kThick / 2.0;
-        painter.drawRoundedRect(QRectF(option.rect).adjusted(in, in, -in, -in), kThick, kThick);
+        painter.setPen(pen);
+        const double in = pen.widthF() / 2.0;
+        const QRectF room = QRectF(option.rect).adjusted(in, in, -in, -in);
+        const double corner = round ? room.width() / 2.0 : kCorner;
+        painter.drawRoundedRect(room, corner, corner);
         painter.restore();
     }
 };
