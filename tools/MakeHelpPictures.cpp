@@ -32,7 +32,7 @@ using namespace tallymar;
 constexpr int kSettle = 300;         // milliseconds: what a window still does once it is shown
 constexpr int kWait = 20'000;        // milliseconds, for a window that is to come
 constexpr int kWidestPicture = 620;  // pixels; a page of the help is about as wide
-constexpr QSize kMainWindow(1060, 720);
+constexpr QSize kMainWindow(900, 660);
 
 void Settle(int milliseconds = kSettle) {
     QElapsedTimer clock;
