@@ -338,16 +338,19 @@ void Tallymar::MakeMenus() {
     connect(windowMenu_, &QMenu::aboutToShow, this, [this] { FillWindowMenu(); });
 }
 
-// What reaches the menu from any form.
+// What reaches the menu from any form. A menu opened by keyboard stands at its first item.
 void Tallymar::MakeKeys() {
-    for (QAction* menu : menuBar()->actions()) {
-        const QKeySequence access = QKeySequence::mnemonic(menu->text());
-        if (access.isEmpty()) continue;
-        const QKeySequence always(QKeyCombination(Qt::AltModifier | Qt::ShiftModifier, access[0].key()));
-        connect(new QShortcut(always, this), &QShortcut::activated, this, [this, menu] { menuBar()->setActiveAction(menu); });
+    const auto opens = [this](const QKeySequence& key, QAction* item) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this, [this, item] {
+            menuBar()->setActiveAction(item);
+            if (QMenu* menu = item->menu()) menu->setActiveAction(menu->actions().value(0));
+        });
+    };
+    for (QAction* item : menuBar()->actions()) {
+        const QKeySequence access = QKeySequence::mnemonic(item->text());
+        if (!access.isEmpty()) opens(QKeyCombination(Qt::AltModifier | Qt::ShiftModifier, access[0].key()), item);
     }
-    connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
-            [this] { menuBar()->setActiveAction(menuBar()->actions().front()); });
+    opens(Qt::Key_F10, menuBar()->actions().front());
 }
 
 void Tallymar::MakeStatusBar() {

@@ -139,6 +139,7 @@ TEST_F(MainWindow, AFormsAccessKeysComeBeforeTheMainMenus) {
         window_.activateWindow();
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         EXPECT_TRUE(file->isVisible());
+        EXPECT_EQ(file->activeAction(), Action("mnuFileNew"));
         QTest::keyClick(file, Qt::Key_Escape);
         window_.menuBar()->setActiveAction(nullptr);
     }
