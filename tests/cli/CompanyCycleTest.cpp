@@ -51,7 +51,7 @@ TEST_F(CliTest, RefusalsChangeNothing) {
     Good("load c.mdb two.csv");
     const std::string before = cli_.Read("c.mdb");
     EXPECT_THAT(Bad("new c.mdb"), HasSubstr("--force"));
-    EXPECT_THAT(Bad("company c.mdb --set Company=X --set FYEFederal=12/31/2003"), HasSubstr("FYEFederal"));
+    EXPECT_THAT(Bad("company c.mdb --set Company=X --set FYEFederal=31/12/2003"), HasSubstr("FYEFederal"));
     EXPECT_THAT(Bad("company c.mdb --set Compnay=X"), HasSubstr("Compnay"));
     EXPECT_THAT(Bad("company c.mdb --set State=Colorado"), HasSubstr("State"));
     EXPECT_THAT(Bad("load c.mdb missing.csv"), HasSubstr("missing.csv"));
