@@ -72,6 +72,7 @@ void BuildDepreciation(AssetRecord& record, Date federalYearEnd, ADepre& engine,
         for (int book = kFirstBook; book <= kLastBook; ++book) {
             built.PrevDepr[book] += built.CurrDepr[book];
             // Additional first-year depreciation counts as taken from the second year on.
+            // COMPAT: the amount to depreciate leaves the additional amount out as well, so that it is taken off twice.
             if (built.YearThru[book] == 0) built.PrevDepr[book] += built.AddlDepr[book];
             ++built.YearThru[book];
             built.DateDeprToo[book] = yearEnd.AddYears(-1);

@@ -19,8 +19,8 @@ struct PageFontFamily {
 
 const PageFontFamily* FindPageFontFamily(std::string_view pageName);  // nullptr when there is none
 
-// Is a font's width of a byte, in units of the metrics' em, that of the metrics? Releases of one face differ in a sign or two, such
-// as the middle dot: beyond ASCII it is enough that there is a glyph, which is placed by the metrics anyway.
+// Is a font's width of a byte, in units of the metrics' em, that of the metrics? Releases of one face differ in a sign or two,
+// such as the middle dot: beyond ASCII it is enough that there is a glyph, which is placed by the metrics anyway.
 bool IsWidthOf(const FontMetrics& metrics, std::size_t byte, double width);
 
 // Failure::DeviceError, with the package to install: a page is never drawn in a wrong font.
