@@ -54,7 +54,7 @@ class Recordset {
     bool NoMatch() const;
     bool HasCurrentRow() const;
     std::int64_t RecordCount() const;
-    // How many rows stand before the current one in the order of the index: counted, a millisecond for some ten thousand rows.
+    // How many rows stand before the current one in the order of the index: counted, some two milliseconds for ten thousand.
     std::int64_t RowsBefore() const;
 
     // Good until the row is deleted; not empty. Failure::InvalidBookmark when it is not (or no longer) one of this table.
