@@ -64,6 +64,10 @@ FileDialog LoanFileDialog(std::string_view title, const fs::path& folder) {
             .AsksToOverwrite = false};
 }
 
+bool IsLoanFileName(const std::filesystem::path& file) {
+    return UCase(file.extension().string()) == ".LON";
+}
+
 LoanTexts OpenLoanFile(const fs::path& file) {
     RequireLoanSize(file);
     SequentialReader reader(file);

@@ -222,9 +222,12 @@ void frmLoans::New() {
 void frmLoans::Open() {
     QtPrompts prompts(this);
     const auto chosen = prompts.AskOpenFile(LoanFileDialog("Open Loan", folder_));
-    if (!chosen) return;
-    loan_.SetTexts(OpenLoanFile(*chosen));
-    file_ = *chosen;
+    if (chosen) OpenFile(*chosen);
+}
+
+void frmLoans::OpenFile(const std::filesystem::path& file) {
+    loan_.SetTexts(OpenLoanFile(file));
+    file_ = file;
     folder_ = file_.parent_path();
     ShowLoan();
     MarkComputed(nullptr);

@@ -20,6 +20,9 @@ class frmLoans : public CSForm {
     // folder: what the file dialogs begin with.
     explicit frmLoans(std::filesystem::path folder, QWidget* parent = nullptr);
 
+    // Shows the loan of a file; fails as OpenLoanFile does, and then shows what it showed.
+    void OpenFile(const std::filesystem::path& file);
+
  private:
     QWidget* MakeBoxes();
     QWidget* MakeHelp();
