@@ -67,6 +67,26 @@ TEST_F(FormKeys, ListsKeepTheirChoiceUnderTheMovingKeysAndChangeItByTheirOwn) {
     EXPECT_EQ(list_->Text(), "MI");
 }
 
+TEST_F(FormKeys, AltAndALetterThatIsNoCommandTypesAndChoosesNothing) {
+    for (const char* name : {"text", "list", "number", "date"}) {
+        ASSERT_EQ(form_.Focused(), name);
+        for (const char c : {'m', '7'}) QTest::keyClick(form_.focusWidget(), c, Qt::AltModifier);
+        EXPECT_EQ(form_.Focused(), name);
+        form_.Press(Qt::Key_Tab);
+        if (form_.Focused() == "check") form_.Press(Qt::Key_Tab);
+    }
+    EXPECT_EQ(form_.findChild<sitxEdit*>("text")->Text(), "");
+    EXPECT_EQ(list_->Text(), "DB");
+    EXPECT_EQ(form_.findChild<sidbEdit*>("number")->text(), "0.00");
+    EXPECT_EQ(form_.findChild<sidtEdit*>("date")->Text(), "");
+}
+
+TEST_F(FormKeys, TheKeyThatTypesAThirdCharacterStillDoes) {
+    QKeyEvent euro(QEvent::KeyPress, Qt::Key_unknown, Qt::AltModifier | Qt::ControlModifier, QStringLiteral("\u20ac"));
+    QApplication::sendEvent(form_.focusWidget(), &euro);
+    EXPECT_EQ(form_.findChild<sitxEdit*>("text")->Text(), "\x80");
+}
+
 TEST_F(FormKeys, TheWheelLeavesAClosedListAlone) {
     list_->setFocus();
     QWheelEvent wheel({5, 5}, list_->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,

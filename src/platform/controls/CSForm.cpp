@@ -34,6 +34,13 @@ bool IsField(const QWidget* widget) {
            qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QTabBar*>(widget);
 }
 
+// Qt's fields type the letter, and its lists choose by it, though with Alt it is the key of a menu, a command or a field. With
+// Ctrl too it is what some keyboards have for AltGr, which types.
+bool IsAltCharacter(const QKeyEvent& key) {
+    const bool withAlt = (key.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
+    return withAlt && !key.text().isEmpty() && key.text().front().isPrint();
+}
+
 void SendTab(QWidget* field, bool back) {
     QKeyEvent tab(QEvent::KeyPress, back ? Qt::Key_Backtab : Qt::Key_Tab, back ? Qt::ShiftModifier : Qt::NoModifier);
     QApplication::sendEvent(field, &tab);
@@ -214,6 +221,10 @@ bool CSForm::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
         if (QTabWidget* tabs = TabsOf(*key, tab)) return TurnTab(*tabs, tab);
+        if (IsAltCharacter(*key)) {
+            event->ignore();  // nobody's here; what the form stands in may have it
+            return true;
+        }
         if (OnFieldKey(field, key->key(), key->modifiers())) return true;
     } else if (event->type() == QEvent::FocusIn) {
         BringIntoView(field);
