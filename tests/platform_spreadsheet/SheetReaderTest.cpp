@@ -56,12 +56,13 @@ TEST(SheetReaderTest, CellsOfAnXlsxAreWhatTheirFormatsMakeOfThem) {
         "<row><c><v>1234.5599999999999</v></c><c s=\"1\"><v>37986</v></c><c s=\"3\"><v>37986.5</v></c><c s=\"2\"><v>0.35</v></c>"
         "<c s=\"4\"><v>-5</v></c><c t=\"b\"><v>1</v></c><c t=\"e\"><v>#REF!</v></c><c t=\"str\"><f>A1</f><v></v></c>"
         "<c t=\"inlineStr\"><is><t>x_x000D_\ny _x005F_x0041_</t></is></c></row>"
-        "<row r=\"9\"><c s=\"1\"><v>59</v></c><c s=\"1\"><v>60</v></c><c s=\"1\"><v>61</v></c></row>";
+        "<row r=\"9\"><c s=\"1\"><v>59</v></c><c s=\"1\"><v>60</v></c><c s=\"1\"><v>61</v></c>"
+        "<c s=\"3\"><v>0.5</v></c></row>";
     const std::string texts = "<si><t>Basis(1)</t></si><si><r><t>Caf</t></r><r><t>\xC3\xA9</t></r><rPh><t>no</t></rPh></si>";
     EXPECT_EQ(Rows(test::XlsxParts(cells, texts)),
               "2:Basis(1)||Caf\xC3\xA9|\n"
               "4:#1234.56|@37986|@37986.5|#35|#-5|!1|(the error #REF!)||x\r\ny _x0041_|\n"
-              "9:@60|(a date that is none)|@61|\n");
+              "9:@60|(a date that is none)|@61|(a time of day)|\n");
     EXPECT_EQ(Rows(test::XlsxParts("<row><c s=\"1\"><v>1</v></c></row>", "", "<workbookPr date1904=\"1\"/>")), "1:@1463|\n");
 }
 
@@ -83,6 +84,27 @@ TEST(SheetReaderTest, CellsOfAnOdsAreTheirValuesAndTheirRepeatsCount) {
                   "</table:table-row><table:table-row table:number-rows-repeated=\"1048000\">"
                   "<table:table-cell table:number-columns-repeated=\"16384\"/></table:table-row>"),
               "1:Asset Num  x\n2|\n2:||#7|#7|\n3:||#7|#7|\n7:@37986.5|#7|!1|#-1.25|(the error #DIV/0!)|\n");
+}
+
+TEST(SheetReaderTest, WhatAnOdsSaysInItsStylesOrNotAtAllIsWhatItShows) {
+    const std::string space =
+        " xmlns:style='urn:oasis:names:tc:opendocument:xmlns:style:1.0'"
+        " xmlns:number='urn:oasis:names:tc:opendocument:xmlns:datastyle:1.0'>";
+    const std::string format = "<number:percentage-style style:name='P'/>";
+    const std::string cells =
+        "<style:style style:name='whole' style:family='table-cell' style:data-style-name='General'/>"
+        "<style:style style:name='share' style:family='table-cell' style:data-style-name='P'/>";
+    std::string content = test::OdsContent(
+        "<table:table-row><table:table-cell><text:p>untyped</text:p></table:table-cell>"
+        "<table:table-cell table:style-name='share' office:value-type='float' office:value='0.85'/>"
+        "<table:table-cell table:style-name='share' office:value-type='percentage' office:value='0.85'/>"
+        "<table:table-cell table:style-name='whole' office:value-type='float' office:value='0.85'/><table:table-cell>"
+        "<text:p></text:p></table:table-cell></table:table-row>");
+    content.insert(content.find("<office:body>"), "<a" + space + cells + "</a>");
+    const std::string rows = "1:untyped|#85|#85|#0.85|\n";
+    EXPECT_EQ(Rows({{"content.xml", content}, {"styles.xml", "<a" + space + format + "</a>"}}), rows);
+    content.insert(content.find("<style:style"), format);
+    EXPECT_EQ(Rows({{"content.xml", content}}), rows);
 }
 
 TEST(SheetReaderTest, WhatNoWorkbookHasIsRefusedInOneLine) {

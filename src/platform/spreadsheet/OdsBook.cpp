@@ -35,7 +35,8 @@ std::optional<Date> DateOf(std::string_view text) {
 
 class OdsSheet : public SheetParser {
  public:
-    explicit OdsSheet(std::function<void(std::string_view)> named) : named_(std::move(named)) {}
+    OdsSheet(PercentStyles styles, std::function<void(std::string_view)> named)
+        : styles_(std::move(styles)), named_(std::move(named)) {}
 
     void Start(const XmlName& name, const XmlAttributes& attributes) override {
         if (done_) return;
@@ -55,6 +56,8 @@ class OdsSheet : public SheetParser {
             StartCell(attributes);
         } else if (name.Is(Table, "shapes")) {
             passedOver_ = 1;
+        } else {
+            styles_.Start(name, attributes);
         }
     }
     void End(const XmlName& name) override {
@@ -93,6 +96,7 @@ class OdsSheet : public SheetParser {
         written_.clear();
         paragraphs_ = 0;
         type_ = attributes.Get(Office, "value-type");
+        isPercent_ = type_ == "percentage" || (type_ == "float" && styles_.Has(attributes.Get(Table, "style-name")));
         isError_ = attributes.Get(CalcExt, "value-type") == "error";
         // A string may have its value apart from how it is shown.
         const std::string_view value = type_ == "string"    ? attributes.Get(Office, "string-value")
@@ -141,10 +145,13 @@ class OdsSheet : public SheetParser {
         }
         if (type_ == "boolean") return SetNumber(CellKind::Boolean, value_ == "true" ? 1 : 0);
         if (type_ == "time") return Set(CellKind::Other, "a time of day");
-        if (type_.empty()) return;
+        if (type_.empty()) {  // some programs leave the type of a text out
+            if (!written_.empty()) Set(CellKind::Text, written_);
+            return;
+        }
         double number = 0;
         if (!ParseNumber(value_, number)) RefuseWorkbook("is damaged: a cell's number is none");
-        SetNumber(CellKind::Number, type_ == "percentage" ? number * 100 : number);
+        SetNumber(CellKind::Number, isPercent_ ? number * 100 : number);
     }
 
     void Set(CellKind kind, std::string text) {
@@ -156,6 +163,7 @@ class OdsSheet : public SheetParser {
         cell_.Number = number;
     }
 
+    PercentStyles styles_;
     std::function<void(std::string_view)> named_;
     std::uint64_t row_ = 1;    // the one being read
     std::uint64_t times_ = 1;  // that it stands for
@@ -168,6 +176,7 @@ class OdsSheet : public SheetParser {
     int paragraphs_ = 0;
     int passedOver_ = 0;  // how many elements deep in something that is no text of a cell
     bool hasValue_ = false;
+    bool isPercent_ = false;
     bool isError_ = false;
     bool inRow_ = false;
     bool inCell_ = false;
@@ -177,13 +186,38 @@ class OdsSheet : public SheetParser {
 
 }  // namespace
 
-void RequireOdsReadable(Parts& parts) {
-    ProtectionHandler handler;
-    if (const auto part = parts.Open("META-INF/manifest.xml")) ReadXml(*part, handler);
+void PercentStyles::Start(const XmlName& name, const XmlAttributes& attributes) {
+    if (name.Is(NumberStyle, "percentage-style")) {
+        formats_.emplace(Bounded(attributes.Get(Style, "name")));
+    } else if (name.Is(Style, "style") && attributes.Get(Style, "family") == "table-cell") {
+        const std::string_view format = Bounded(attributes.Get(Style, "data-style-name"));
+        if (!format.empty()) cells_.insert_or_assign(std::string(Bounded(attributes.Get(Style, "name"))), format);
+    }
 }
 
-std::unique_ptr<SheetParser> ParseOdsSheet(std::function<void(std::string_view)> named) {
-    return std::make_unique<OdsSheet>(std::move(named));
+bool PercentStyles::Has(std::string_view style) const {
+    if (formats_.empty()) return false;
+    const auto cell = cells_.find(style);
+    return cell != cells_.end() && formats_.contains(cell->second);
+}
+
+std::string_view PercentStyles::Bounded(std::string_view name) {
+    constexpr std::size_t kMost = 8 << 20;
+    constexpr std::size_t kEach = 100;  // what keeping one takes
+    if ((size_ += name.size() + kEach) > kMost) RefuseWorkbook("has more formats than any workbook");
+    return name;
+}
+
+PercentStyles ReadOdsStyles(Parts& parts) {
+    ProtectionHandler protection;
+    if (const auto part = parts.Open("META-INF/manifest.xml")) ReadXml(*part, protection);
+    PercentStyles styles;
+    if (const auto part = parts.Open("styles.xml")) ReadXml(*part, styles);
+    return styles;
+}
+
+std::unique_ptr<SheetParser> ParseOdsSheet(PercentStyles styles, std::function<void(std::string_view)> named) {
+    return std::make_unique<OdsSheet>(std::move(styles), std::move(named));
 }
 
 }  // namespace tallymar::sheets

@@ -38,7 +38,7 @@ std::unique_ptr<Parts> OpenParts(const std::filesystem::path& path) {
 struct SheetReader::State {
     explicit State(std::unique_ptr<Parts> parts) : All(std::move(parts)) {
         if (All->Open(kOdsContent) != nullptr) {
-            RequireOdsReadable(*All);
+            Styles = ReadOdsStyles(*All);
             return;
         }
         Book.emplace(XlsxBook::Read(*All));
@@ -49,7 +49,7 @@ struct SheetReader::State {
         Xml.reset();
         Part = All->Open(Book ? Book->SheetPart : kOdsContent);
         if (Part == nullptr) RefuseWorkbook("is damaged: its sheet is missing");
-        Sheet = Book ? ParseXlsxSheet(*Book) : ParseOdsSheet([this](std::string_view name) { SheetName = name; });
+        Sheet = Book ? ParseXlsxSheet(*Book) : ParseOdsSheet(Styles, [this](std::string_view name) { SheetName = name; });
         Xml.emplace(*Sheet);
         Ended = false;
     }
@@ -66,7 +66,8 @@ struct SheetReader::State {
     }
 
     std::unique_ptr<Parts> All;
-    std::optional<XlsxBook> Book;  // none: an .ods, which has everything in its sheet
+    std::optional<XlsxBook> Book;  // none: an .ods
+    PercentStyles Styles;          // of an .ods
     std::string SheetName;
     std::unique_ptr<PartStream> Part;
     std::unique_ptr<SheetParser> Sheet;

@@ -272,6 +272,7 @@ class XlsxSheet : public SheetParser {
     // one less than ours, and the day that never was is none.
     void SetDate(double days) {
         constexpr double kFebruary29 = 60;
+        if (days > 0 && days < 1) return SetOther("a time of day");
         if (book_.CountsFrom1904) return SetNumber(CellKind::Date, days + kDaysTo1904);
         if (days < 0 || (days >= kFebruary29 && days < kFebruary29 + 1)) return SetOther("a date that is none");
         SetNumber(CellKind::Date, days >= 1 && days < kFebruary29 ? days + 1 : days);

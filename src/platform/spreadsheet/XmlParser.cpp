@@ -22,7 +22,7 @@ constexpr std::size_t kPiece = 1 << 15;
     throw PlatformError(Failure::UnrecognizedFormat, complaint);
 }
 
-constexpr std::array<std::pair<std::string_view, XmlSpace>, 10> kSpaces = {{
+constexpr std::array<std::pair<std::string_view, XmlSpace>, 12> kSpaces = {{
     {"http://schemas.openxmlformats.org/spreadsheetml/2006/main", XmlSpace::Sheet},
     {"http://purl.oclc.org/ooxml/spreadsheetml/main", XmlSpace::Sheet},
     {"http://schemas.openxmlformats.org/package/2006/relationships", XmlSpace::Package},
@@ -31,6 +31,8 @@ constexpr std::array<std::pair<std::string_view, XmlSpace>, 10> kSpaces = {{
     {"urn:oasis:names:tc:opendocument:xmlns:office:1.0", XmlSpace::Office},
     {"urn:oasis:names:tc:opendocument:xmlns:table:1.0", XmlSpace::Table},
     {"urn:oasis:names:tc:opendocument:xmlns:text:1.0", XmlSpace::Text},
+    {"urn:oasis:names:tc:opendocument:xmlns:style:1.0", XmlSpace::Style},
+    {"urn:oasis:names:tc:opendocument:xmlns:datastyle:1.0", XmlSpace::NumberStyle},
     {"urn:org:documentfoundation:names:experimental:calc:xmlns:calcext:1.0", XmlSpace::CalcExt},
     {"urn:oasis:names:tc:opendocument:xmlns:manifest:1.0", XmlSpace::Manifest},
 }};

@@ -12,7 +12,20 @@ struct XML_ParserStruct;
 namespace tallymar::sheets {
 
 // The vocabularies that a workbook's parts are written in, by whatever prefix.
-enum class XmlSpace : std::uint8_t { None, Sheet, Package, Relations, Office, Table, Text, CalcExt, Manifest, Other };
+enum class XmlSpace : std::uint8_t {
+    None,
+    Sheet,
+    Package,
+    Relations,
+    Office,
+    Table,
+    Text,
+    Style,
+    NumberStyle,
+    CalcExt,
+    Manifest,
+    Other
+};
 
 struct XmlName {
     XmlSpace Space = XmlSpace::None;
