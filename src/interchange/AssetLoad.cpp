@@ -48,7 +48,7 @@ class AssetFile {
     template <typename Each>
     void ForEachRow(Each each) {
         Start();
-        while (table_->ReadRow(row_)) {
+        while (ReadRow()) {
             CheckWidth();
             for (std::size_t i = 0; i < columns_.size(); ++i) {
                 values_[i] = Named(i, [&] { return Convert(i); });
@@ -61,7 +61,7 @@ class AssetFile {
     template <typename Each, typename Complaint>
     void ForEachGoodRow(Each each, Complaint complaint) {
         Start();
-        while (table_->ReadRow(row_)) {
+        while (ReadRow()) {
             bool good = true;
             const auto hear = [&](const std::string& column, const PlatformError& failure) {
                 good = false;
@@ -96,7 +96,7 @@ class AssetFile {
         const TableField repeated = row_[columns_[keyColumn_].Place];
         const std::string key = KeyOf(repeated);
         Start();
-        while (table_->ReadRow(row_) && !recordset::SameName(KeyOf(row_[columns_[keyColumn_].Place]), key)) continue;
+        while (ReadRow() && !recordset::SameName(KeyOf(row_[columns_[keyColumn_].Place]), key)) continue;
         const int earlier = row_[columns_[keyColumn_].Place].Line;
         row_[columns_[keyColumn_].Place] = repeated;
         Fail(keyColumn_, PlatformError(Failure::DuplicateKey, RepeatedText(key) + " in " + std::string(table_->RowWord()) + " " +
@@ -113,6 +113,15 @@ class AssetFile {
         table_->ReadRow(row_);
         values_.resize(columns_.size());
         texts_.resize(columns_.size());
+    }
+
+    // The next with anything in it: below a table spreadsheet programs keep rows of formulas that give nothing, or write commas.
+    bool ReadRow() {
+        const auto isEmpty = [](const TableField& field) { return field.Text.empty(); };
+        while (table_->ReadRow(row_)) {
+            if (!std::all_of(row_.begin(), row_.end(), isEmpty)) return true;
+        }
+        return false;
     }
 
     void ReadHeader(const recordset::Recordset& assets, const std::vector<HeadingPair>& pairs) {
@@ -218,7 +227,9 @@ class AssetFile {
         const TableField& cell = row_[column.Place];
         if (cell.Form == FieldForm::None) throw PlatformError(Failure::TypeMismatch, "the cell holds " + cell.Text);
         if (i == keyColumn_) return ConvertKey(cell);
-        if (cell.IsNull) return NullFieldValue(column.Field);
+        // A quoted nothing, or what a formula gives for it, is an empty text; of another column it is nothing at all.
+        if (cell.IsNull || (cell.Text.empty() && column.Field.Type != recordset::FieldType::Text))
+            return NullFieldValue(column.Field);
         if (cell.Form == FieldForm::Date) RequireDates(column.Field, cell);
         const Value value = Parse(column, cell.Text, texts_[i]);
         RequireUsable(column, value, cell.Text);

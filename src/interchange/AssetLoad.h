@@ -27,9 +27,10 @@ struct LoadOptions {
 // row. Headings name columns as Headings knows them. Columns that none names stay as they are, and are Null in new rows (Booleans
 // False). Leaves the recordset on the first row by AssetNum. Memory does not grow with the file, which is read twice.
 //
-// Values stand as FieldText has them; a field with nothing in it is Null. A column that the asset form shows as a list takes the
-// list's entries too ("MACS", "New"). In a workbook dates are dates, numbers have the fifteen digits that spreadsheet programs
-// compute with, and a percentage is the number that is shown.
+// Values stand as FieldText has them; a field with nothing in it is Null, an empty text too in a column that holds no texts, and
+// a row with nothing in any field is passed over. A column that the asset form shows as a list takes the list's entries too
+// ("MACS", "New"). In a workbook dates are dates, numbers have the fifteen digits that spreadsheet programs compute with, and a
+// percentage is the number that is shown.
 //
 // All or nothing: every value of the file is looked at before anything is written, and a failure after that takes back what was.
 // Failures name the file, the line or row, and the column: ItemNotFound (a heading that names no column, or none names AssetNum),

@@ -200,7 +200,6 @@ TEST_F(AssetCsvTest, ABadFileIsRefusedWholeWithItsLineAndColumn) {
         {"AssetNum,Purchased\nA1,2003-02-28\nA2,2003-02-29\n", Failure::TypeMismatch,
          "line 3, column Purchased: \"2003-02-29\" is no date"},
         {"AssetNum,Purchased\nA1,2003/02/28\n", Failure::TypeMismatch, "column Purchased: \"2003/02/28\" is no date"},
-        {"AssetNum,Purchased\nA1,\"\"\n", Failure::TypeMismatch, "column Purchased: \"\" is no date"},
         {"AssetNum,Basis(2)\nA1,\"12,50.00\"\n", Failure::TypeMismatch, "column Basis(2): \"12,50.00\" is no amount"},
         {"AssetNum,Basis(2)\nA1,$-5\n", Failure::TypeMismatch, "column Basis(2): \"$-5\" is no amount"},
         {"AssetNum,InService\nA1,6/30/03\n", Failure::TypeMismatch, "column InService: \"6/30/03\" is no date"},

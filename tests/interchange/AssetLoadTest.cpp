@@ -100,6 +100,16 @@ TEST_F(AssetLoadTest, ACellThatItsColumnDoesNotTakeIsToldByRowAndColumn) {
     EXPECT_EQ(company_.Session.AssetCount(), 0);
 }
 
+TEST_F(AssetLoadTest, FormulasThatGiveNothingAndRowsOfThemAreEmpty) {
+    const auto path = Sheet(Row(Text("AssetNum") + Text("InService") + Text("Basis(1)") + Text("Descrip2")) +
+                            Row(Text("A1") + Text("") + Text("") + Text("x")) + Row(Text("") + Text("")) + Row(Text("A2")));
+    EXPECT_EQ(Load(path).Added, 2);
+    test::WriteAll(company_.Folder / "in.csv", "\"AssetNum\",\"InService\"\n\"A3\",\"\"\n\"\",\"\"\n,\n");
+    EXPECT_EQ(Load(company_.Folder / "in.csv").Added, 1);
+    EXPECT_EQ(Dump({"AssetNum", "InService", "Basis(1)", "Descrip2"}),
+              "AssetNum,InService,Basis(1),Descrip2\r\nA1,,,x\r\nA2,,,\r\nA3,,,\r\n");
+}
+
 TEST_F(AssetLoadTest, PairsSayWhatAHeadingMeansAndACheckListsAllThatFails) {
     const auto path = company_.Folder / "in.csv";
     test::WriteAll(path, "Number,Cost,Cost,Remark\r\nA1,100,7,x\r\nA2,1.00001,oops,y\r\nA1,300,9,z\r\nA3,400,8,\r\n");
