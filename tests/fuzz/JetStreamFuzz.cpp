@@ -1,6 +1,7 @@
 // What comes from the process that reads an old company file, when that file has taken it over.
 
 #include <cstdint>
+#include <cstdlib>
 #include <string_view>
 
 #include "platform/mdb/JetStream.h"
@@ -11,6 +12,7 @@ class NoRows : public tallymar::mdb::JetRows {
  public:
     void Table(const tallymar::mdb::JetTable&) override {}
     void Row(std::span<const tallymar::mdb::JetValue> values) override {
+        if (values.empty()) std::abort();
         for (const auto& value : values) {
             for (const char c : value.Text) seen_ = seen_ + static_cast<unsigned char>(c);
         }

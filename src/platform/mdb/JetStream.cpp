@@ -192,6 +192,7 @@ void JetStreamReader::TakeTable(std::string_view contents) {
 }
 
 void JetStreamReader::TakeRow(std::string_view contents) {
+    if (values_.empty()) Garbled();  // of no table
     Frame frame(contents);
     for (std::size_t i = 0; i < values_.size(); ++i) {
         const JetType type = table_.Columns[i].Type;
