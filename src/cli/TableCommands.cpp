@@ -39,14 +39,17 @@ HeadingPair PairOf(const std::string& argument) {
 }
 
 bool IsWorkbookName(const std::filesystem::path& path) {
-    return LCase(path.extension().string()) == ".xlsx";
+    const std::string extension = LCase(path.extension().string());
+    if (extension == ".ods" || extension == ".xls")
+        throw PlatformError(Failure::InvalidCall, "A workbook is written as an .xlsx, not as an " + extension);
+    return extension == ".xlsx";
 }
 
 void DumpToFile(CompanySession& session, const DumpFlags& flags, const std::vector<std::string>& columns) {
+    const auto dump = IsWorkbookName(flags.Out) ? DumpWorkbook : DumpAssets;
     RequireOutput(flags.Out, flags.File);
     FileReplacement file(flags.Out);
     const recordset::ReadSnapshot snapshot(session.Database());
-    const auto dump = IsWorkbookName(flags.Out) ? DumpWorkbook : DumpAssets;
     dump(session.AssetsRecordset(), columns, [&file](std::string_view text) { file.Write(text); });
     file.Commit();
 }

@@ -50,6 +50,7 @@ TEST(TableCommands, ADumpLoadsAgainAndACheckWritesNothing) {
     EXPECT_EQ(cli.Good("load a.mdb in.csv --add-new" + pairs), "Assets added: 2, rewritten: 0\n");
 
     cli.Good("dump a.mdb --out out.xlsx");
+    EXPECT_THAT(cli.Bad("dump a.mdb --out out.ods"), HasSubstr("A workbook is written as an .xlsx, not as an .ods"));
     EXPECT_EQ(cli.Good("load b.mdb out.xlsx"), "Assets added: 4, rewritten: 0\n");
     EXPECT_EQ(cli.Good("dump b.mdb"), cli.Good("dump a.mdb"));
     cli.Good("dump a.mdb --out out.csv");
