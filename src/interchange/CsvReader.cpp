@@ -133,6 +133,10 @@ bool CsvReader::ReadRow(std::vector<TableField>& row) {
         if (!IsLineEnd(piece.front())) parser.InRow = true;
         if (parser.RowEnded) parser.InRow = false;
     }
+    // Half of what is being saved may look like all of it.
+    if (!parser.RowEnded && !file_.IsUnchanged())
+        throw PlatformError(Failure::DeviceError,
+                            name_ + " was changed while it was read; it must be closed in every other program");
     if (!parser.RowEnded && csv_fini(&parser.State, Parser::OnField, Parser::OnRow, &parser) != 0) {
         Fail(Failure::InvalidCall, parser.FieldLine, "the field in quotation marks that starts here never ends");
     }

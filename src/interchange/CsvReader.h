@@ -26,7 +26,7 @@ class CsvReader : public TableFile {
     ~CsvReader() override;
 
     // False when no row is left. Fails with Failure::InvalidCall where the text is no CSV, with FieldTooSmall on what is longer
-    // than it ever may be; each text names the file and the line.
+    // than it ever may be; each text names the file and the line. DeviceError when somebody has written to the file meanwhile.
     bool ReadRow(std::vector<TableField>& row) override;
     void Rewind() override;
 

@@ -135,6 +135,29 @@ TEST_F(AssetLoadTest, PairsSayWhatAHeadingMeansAndACheckListsAllThatFails) {
     EXPECT_EQ(Dump({"AssetNum", "Basis(1)"}), "AssetNum,Basis(1)\r\nA1,100\r\nDUP001,100\r\nDUP002,100\r\n");
 }
 
+TEST_F(AssetLoadTest, AFileThatIsSavedMeanwhileIsNotTaken) {
+    const auto path = company_.Folder / "in.csv";
+    test::WriteAll(path, "AssetNum\r\nA1\r\nA2\r\n");
+    const auto load = [&](double when, bool check) {
+        bool saved = false;
+        const auto save = [&](const ImportCounts&, double share) {
+            if (share >= when && !saved) std::filesystem::resize_file(path, 14);
+            saved = saved || share >= when;
+        };
+        LoadAssets(company_.Session.Database(), company_.Session.AssetsRecordset(), path, {.Pairs = {}, .CheckOnly = check},
+                   save);
+    };
+    try {
+        load(0.6, false);
+        ADD_FAILURE() << "was taken";
+    } catch (const PlatformError& failure) {
+        EXPECT_STREQ(failure.what(), "in.csv was changed while it was read; it must be closed in every other program");
+    }
+    EXPECT_EQ(company_.Session.AssetCount(), 0);
+    test::WriteAll(path, "AssetNum\r\nA1\r\nA2\r\n");
+    EXPECT_THROW(load(0, true), PlatformError);
+}
+
 TEST_F(AssetLoadTest, HeadingsAreGuessedOnceAndThenRemembered) {
     const Headings known(company_.Session.AssetsRecordset().Definition());
     const std::vector<std::string> headings = {

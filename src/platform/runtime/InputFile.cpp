@@ -12,6 +12,18 @@
 
 namespace tallymar {
 
+namespace {
+
+std::size_t SizeOf(const struct stat& status) {
+    return static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
+}
+
+std::int64_t WrittenAt(const struct stat& status) {
+    return std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
+}
+
+}  // namespace
+
 InputFile::InputFile(const std::filesystem::path& path) : path_(path) {
     // Looked at first: some devices act on being opened. Not blocking all the same, for a pipe that takes the file's name
     // between.
@@ -21,7 +33,8 @@ InputFile::InputFile(const std::filesystem::path& path) : path_(path) {
         descriptor_ = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
         if (descriptor_ < 0) throw FileFailure(errno, path);
         if (fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode)) {
-            size_ = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
+            size_ = SizeOf(status);
+            written_ = WrittenAt(status);
             return;
         }
         close(descriptor_);
@@ -41,6 +54,11 @@ std::size_t InputFile::Read(char* buffer, std::size_t room) {
         if (count >= 0) return static_cast<std::size_t>(count);
         if (errno != EINTR) throw FileFailure(errno, path_);
     }
+}
+
+bool InputFile::IsUnchanged() const {
+    struct stat status {};
+    return fstat(descriptor_, &status) == 0 && SizeOf(status) == size_ && WrittenAt(status) == written_;
 }
 
 void InputFile::Rewind() {

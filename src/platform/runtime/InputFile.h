@@ -24,11 +24,14 @@ class InputFile {
     void GoTo(std::uint64_t place);
     // As it was when the file was opened.
     std::size_t Size() const { return size_; }
+    // False when another program has written to the file since then.
+    bool IsUnchanged() const;
 
  private:
     std::filesystem::path path_;
     int descriptor_ = -1;
     std::size_t size_ = 0;
+    std::int64_t written_ = 0;  // when, in nanoseconds
 };
 
 // The bytes of a file as they are.
