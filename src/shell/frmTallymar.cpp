@@ -97,6 +97,13 @@ class MenuStyle : public QProxyStyle {
     }
 };
 
+// A child that fills the area is hidden for a moment when another comes to fill it, and a plain frame would take that for a Tab:
+// back in it, its user would find the focus one field on.
+class ChildFrame : public QMdiSubWindow {
+ protected:
+    bool focusNextPrevChild(bool next) override { return isVisible() && QMdiSubWindow::focusNextPrevChild(next); }
+};
+
 std::filesystem::path DraggedFile(const QDropEvent& event) {
     const QList<QUrl> urls = event.mimeData()->urls();
     return urls.size() == 1 && urls.front().isLocalFile() ? QStringToPath(urls.front().toLocalFile()) : std::filesystem::path();
@@ -626,7 +633,9 @@ void Tallymar::ShowChild(CSForm* form) {
     const QMdiSubWindow* shown = area_->activeSubWindow();
     const auto kept = memory_->PlaceOf(form->objectName());
     const bool alone = area_->subWindowList().isEmpty();
-    QMdiSubWindow* window = area_->addSubWindow(form);
+    auto* window = new ChildFrame;
+    window->setWidget(form);
+    area_->addSubWindow(window);
     window->setAttribute(Qt::WA_DeleteOnClose);
     // A frame around a window that stands alone is a second title bar for nothing; one who has taken it off wants it so.
     const bool fills = alone ? !kept || kept->Maximised : shown && shown->isMaximized();

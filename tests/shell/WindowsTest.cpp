@@ -337,6 +337,16 @@ TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
     EXPECT_EQ(Windows(), QStringList("frmEditAsset"));  // the profile is closed
 }
 
+TEST_F(MainWindow, AFormThatClosesLeavesTheOneBelowInItsField) {
+    Open(MakeCompany(true));
+    In<QLineEdit>("frmEditAsset", "sitxDescrip2")->setFocus(Qt::TabFocusReason);
+    Action("mnuEditCompanyInformation")->trigger();
+    QApplication::processEvents();
+    keys_.Press(Qt::Key_Escape);
+    QApplication::processEvents();
+    EXPECT_EQ(Keyboard::Where(), "sitxDescrip2");
+}
+
 TEST_F(MainWindow, CancelledCompanyProfileWritesNothing) {
     Open(MakeCompany(true));
     Action("mnuEditCompanyInformation")->trigger();
