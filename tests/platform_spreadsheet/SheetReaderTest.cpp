@@ -57,12 +57,12 @@ TEST(SheetReaderTest, CellsOfAnXlsxAreWhatTheirFormatsMakeOfThem) {
         "<c s=\"4\"><v>-5</v></c><c t=\"b\"><v>1</v></c><c t=\"e\"><v>#REF!</v></c><c t=\"str\"><f>A1</f><v></v></c>"
         "<c t=\"inlineStr\"><is><t>x_x000D_\ny _x005F_x0041_</t></is></c></row>"
         "<row r=\"9\"><c s=\"1\"><v>59</v></c><c s=\"1\"><v>60</v></c><c s=\"1\"><v>61</v></c>"
-        "<c s=\"3\"><v>0.5</v></c></row>";
+        "<c s=\"3\"><v>0.5</v></c><c><f>A1</f><v></v></c></row>";
     const std::string texts = "<si><t>Basis(1)</t></si><si><r><t>Caf</t></r><r><t>\xC3\xA9</t></r><rPh><t>no</t></rPh></si>";
     EXPECT_EQ(Rows(test::XlsxParts(cells, texts)),
               "2:Basis(1)||Caf\xC3\xA9|\n"
               "4:#1234.56|@37986|@37986.5|#35|#-5|!1|(the error #REF!)||x\r\ny _x0041_|\n"
-              "9:@60|(a date that is none)|@61|(a time of day)|\n");
+              "9:@60|(a date that is none)|@61|(a time of day)|(a formula that has not been computed)|\n");
     EXPECT_EQ(Rows(test::XlsxParts("<row><c s=\"1\"><v>1</v></c></row>", "", "<workbookPr date1904=\"1\"/>")), "1:@1463|\n");
 }
 
@@ -98,10 +98,11 @@ TEST(SheetReaderTest, WhatAnOdsSaysInItsStylesOrNotAtAllIsWhatItShows) {
         "<table:table-row><table:table-cell><text:p>untyped</text:p></table:table-cell>"
         "<table:table-cell table:style-name='share' office:value-type='float' office:value='0.85'/>"
         "<table:table-cell table:style-name='share' office:value-type='percentage' office:value='0.85'/>"
-        "<table:table-cell table:style-name='whole' office:value-type='float' office:value='0.85'/><table:table-cell>"
+        "<table:table-cell table:style-name='whole' office:value-type='float' office:value='0.85'/><table:table-cell "
+        "table:formula='of:=1+1'/><table:table-cell>"
         "<text:p></text:p></table:table-cell></table:table-row>");
     content.insert(content.find("<office:body>"), "<a" + space + cells + "</a>");
-    const std::string rows = "1:untyped|#85|#85|#0.85|\n";
+    const std::string rows = "1:untyped|#85|#85|#0.85|(a formula that has not been computed)|\n";
     EXPECT_EQ(Rows({{"content.xml", content}, {"styles.xml", "<a" + space + format + "</a>"}}), rows);
     content.insert(content.find("<style:style"), format);
     EXPECT_EQ(Rows({{"content.xml", content}}), rows);

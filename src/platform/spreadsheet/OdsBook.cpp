@@ -97,6 +97,7 @@ class OdsSheet : public SheetParser {
         paragraphs_ = 0;
         type_ = attributes.Get(Office, "value-type");
         isPercent_ = type_ == "percentage" || (type_ == "float" && styles_.Has(attributes.Get(Table, "style-name")));
+        hasFormula_ = attributes.Get(Table, "formula").data() != nullptr;
         isError_ = attributes.Get(CalcExt, "value-type") == "error";
         // A string may have its value apart from how it is shown.
         const std::string_view value = type_ == "string"    ? attributes.Get(Office, "string-value")
@@ -146,7 +147,8 @@ class OdsSheet : public SheetParser {
         if (type_ == "boolean") return SetNumber(CellKind::Boolean, value_ == "true" ? 1 : 0);
         if (type_ == "time") return Set(CellKind::Other, "a time of day");
         if (type_.empty()) {  // some programs leave the type of a text out
-            if (!written_.empty()) Set(CellKind::Text, written_);
+            if (!written_.empty()) return Set(CellKind::Text, written_);
+            if (hasFormula_) Set(CellKind::Other, std::string(kNotComputed));
             return;
         }
         double number = 0;
@@ -176,6 +178,7 @@ class OdsSheet : public SheetParser {
     int paragraphs_ = 0;
     int passedOver_ = 0;  // how many elements deep in something that is no text of a cell
     bool hasValue_ = false;
+    bool hasFormula_ = false;
     bool isPercent_ = false;
     bool isError_ = false;
     bool inRow_ = false;

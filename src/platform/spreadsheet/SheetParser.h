@@ -47,6 +47,9 @@ class SheetParser : public XmlHandler {
 [[noreturn]] void RefuseWorkbook(const std::string& complaint);
 [[noreturn]] void RefuseTooLarge(const std::string& complaint);
 
+// What a cell is whose formula stands there without a value, as a program leaves it that only writes workbooks.
+inline constexpr std::string_view kNotComputed = "a formula that has not been computed";
+
 // Appends what a cell may have, and one byte more when there is more.
 void AppendBounded(std::string_view text, std::string& to);
 

@@ -190,6 +190,7 @@ class XlsxSheet : public SheetParser {
         if (name.Is(Sheet, "c") && inRow_) return StartCell(attributes);
         if (!inCell_) return;
         takesValue_ = name.Is(Sheet, "v");
+        hasFormula_ |= name.Is(Sheet, "f");
         runs_.Start(name);
     }
     void End(const XmlName& name) override {
@@ -238,6 +239,7 @@ class XlsxSheet : public SheetParser {
         type_ = attributes.Get("t");
         style_ = WholeNumber(attributes.Get("s")).value_or(0);
         value_.clear();
+        hasFormula_ = false;
         runs_.Begin();
         inCell_ = true;
     }
@@ -252,6 +254,7 @@ class XlsxSheet : public SheetParser {
     void FillCell() {
         if (type_ == "inlineStr") return SetText(runs_.Whole());
         if (type_ == "str") return SetText(Unescaped(value_));
+        if (value_.empty() && hasFormula_) return SetOther(std::string(kNotComputed));
         if (value_.empty()) return;
         if (type_ == "s") {
             const auto index = WholeNumber(value_);
@@ -302,6 +305,7 @@ class XlsxSheet : public SheetParser {
     bool inRow_ = false;
     bool inCell_ = false;
     bool takesValue_ = false;
+    bool hasFormula_ = false;
 };
 
 }  // namespace
