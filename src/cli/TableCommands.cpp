@@ -29,11 +29,11 @@ struct DumpFlags {
     std::vector<std::string> Columns;
 };
 
-// "Cost=Basis(1)"; the last sign divides, since no column has one.
+// "Cost=Basis(1)"; the last sign divides, since no column has one. "=" leaves out what stands below no heading.
 HeadingPair PairOf(const std::string& argument) {
     const std::string text = FromArgument(argument);
     const std::size_t sign = text.rfind('=');
-    if (sign == std::string::npos || sign == 0)
+    if (sign == std::string::npos)
         throw PlatformError(Failure::InvalidCall, "--pair wants \"Heading=Column\", not \"" + text + "\"");
     return {.Heading = text.substr(0, sign), .Column = text.substr(sign + 1)};
 }

@@ -53,6 +53,9 @@ TEST(TableCommands, ADumpLoadsAgainAndACheckWritesNothing) {
     EXPECT_THAT(cli.Bad("dump a.mdb --out out.ods"), HasSubstr("A workbook is written as an .xlsx, not as an .ods"));
     EXPECT_EQ(cli.Good("load b.mdb out.xlsx"), "Assets added: 4, rewritten: 0\n");
     EXPECT_EQ(cli.Good("dump b.mdb"), cli.Good("dump a.mdb"));
+    cli.Write("gap.csv", "AssetNum,,Sold\nA1,x,True\n");
+    EXPECT_THAT(cli.Bad("load b.mdb gap.csv"), HasSubstr("line 1, column 2: the table has no column \"\""));
+    EXPECT_EQ(cli.Good("load b.mdb gap.csv --pair ="), "Assets added: 0, rewritten: 1\n");
     cli.Good("dump a.mdb --out out.csv");
     EXPECT_EQ(cli.Read("out.csv"), cli.Good("dump a.mdb"));
 
