@@ -56,6 +56,7 @@ TEST(TableCommands, ADumpLoadsAgainAndACheckWritesNothing) {
     cli.Write("gap.csv", "AssetNum,,Sold\nA1,x,True\n");
     EXPECT_THAT(cli.Bad("load b.mdb gap.csv"), HasSubstr("line 1, column 2: the table has no column \"\""));
     EXPECT_EQ(cli.Good("load b.mdb gap.csv --pair ="), "Assets added: 0, rewritten: 1\n");
+    cli.Good("load b.mdb out.xlsx");
     cli.Good("dump a.mdb --out out.csv");
     EXPECT_EQ(cli.Read("out.csv"), cli.Good("dump a.mdb"));
 
