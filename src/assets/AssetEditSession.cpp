@@ -366,9 +366,10 @@ void AssetEditSession::ValidateAssetNum() {
 std::optional<AssetField> AssetEditSession::TabChanged(int tab) {
     Tab = tab;
     std::optional<AssetField> focus;
+    // By Enter or a key of the tabs too: a heading with the number that was there before would be another asset's.
+    if (tab != kGeneralTab) SetMirrors();
     if (TabFocusArmed) {
         FieldHint.clear();
-        if (tab != kGeneralTab) SetMirrors();
         focus = tab == kGeneralTab ? AssetField::AssetNum : tab == kSaleTab ? AssetField::DateSold : AssetField::DeprType;
         ComputeGainLoss(Values, editRecord_);
     }

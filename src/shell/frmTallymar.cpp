@@ -100,6 +100,9 @@ class MenuStyle : public QProxyStyle {
 // A child that fills the area is hidden for a moment when another comes to fill it, and a plain frame would take that for a Tab:
 // back in it, its user would find the focus one field on.
 class ChildFrame : public QMdiSubWindow {
+ public:
+    bool IsLeaving = false;  // its form is unloaded, though the area still lists it
+
  protected:
     bool focusNextPrevChild(bool next) override { return isVisible() && QMdiSubWindow::focusNextPrevChild(next); }
 };
@@ -277,10 +280,11 @@ void Tallymar::ShowBatch(const QString& name, Reopen reopen, const std::function
         *reopens |= !EditFormClosed();
         return UnloadEditForm();
     };
+    ShowChild(form);
+    // After its place is kept, which the asset form takes from it.
     connect(form, &CSForm::Unloaded, this, Guarded([this, reopens] {
                 if (*reopens) ReopenEditForm();
             }));
-    ShowChild(form);
 }
 
 void Tallymar::WithoutEditForm(const std::function<void()>& command) {
@@ -632,7 +636,11 @@ CSForm* Tallymar::Child(const QString& name) const {
 void Tallymar::ShowChild(CSForm* form) {
     const QMdiSubWindow* shown = area_->activeSubWindow();
     const auto kept = memory_->PlaceOf(form->objectName());
-    const bool alone = area_->subWindowList().isEmpty();
+    const QList<QMdiSubWindow*> others = area_->subWindowList();
+    const bool alone = std::all_of(others.begin(), others.end(), [](const QMdiSubWindow* other) {
+        const auto* frame = dynamic_cast<const ChildFrame*>(other);
+        return frame && frame->IsLeaving;
+    });
     auto* window = new ChildFrame;
     window->setWidget(form);
     area_->addSubWindow(window);
@@ -649,6 +657,7 @@ void Tallymar::ShowChild(CSForm* form) {
     if (!fills && !isVisible()) QTimer::singleShot(0, window, place);
     if (fills) window->showMaximized();
     connect(form, &CSForm::Unloaded, this, [this, form, window] {
+        window->IsLeaving = true;
         memory_->KeepPlace(form->objectName(), {.Frame = window->geometry(), .Maximised = window->isMaximized()});
     });
     Activate(form);

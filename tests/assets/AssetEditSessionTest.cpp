@@ -343,7 +343,9 @@ TEST_F(AssetEditSessionTest, TabsAndFocus) {
     EXPECT_EQ(edit_.FieldHint, "");
     EXPECT_EQ(edit_.Mirrors.Description, "now");
     edit_.Focused(AssetField::SwitchPeriod, 2);
+    edit_.Values.Description = "and now";
     EXPECT_EQ(edit_.TabChanged(kSaleTab), std::nullopt) << "the last field of a tab takes the jump away";
+    EXPECT_EQ(edit_.Mirrors.Description, "and now");
     edit_.Focused(AssetField::DeprType, 4);
     EXPECT_EQ(edit_.Tab, 4) << "the keyboard brings its tab along";
     edit_.Focused(AssetField::Casualty);

@@ -372,6 +372,12 @@ TEST_F(MainWindow, TheAssetFormGivesWayToABatchCommandAndComesBack) {
     ASSERT_FALSE(window_.EditFormClosed());
     EXPECT_EQ(In<QLineEdit>("frmEditAsset", "sitxDescription")->text(), "Lathe");
     EXPECT_EQ(In<QLineEdit>("frmEditAsset", "sidbCurrDepr(1)")->text(), "200.00") << "what was computed";
+    Action("mnuActivitiesComputeCurrent")->trigger();
+    EXPECT_TRUE(Form("frmComputeOptions")->parentWidget()->isMaximized()) << "as it was left";
+    Form("frmComputeOptions")->parentWidget()->showNormal();
+    Form("frmComputeOptions")->Unload();
+    QTest::qWait(0);
+    EXPECT_TRUE(Form("frmEditAsset")->parentWidget()->isMaximized()) << "alone again";
 
     // Without its asset form the company comes back to it from the find list; deleting the last asset turns Find off.
     In<QPushButton>("frmEditAsset", "cmdClose")->click();
