@@ -48,10 +48,10 @@ std::optional<Date> ParseUnitedStatesDate(std::string_view text) {
     return ParseDate(text, Date());
 }
 
-// "$1,250.00" and "(1,250.00)" as "1250.00" and "-1250.00". A text whose commas do not stand between thousands, or with a sign
+// " $ 1,250.00 " and "(1,250.00)" as "1250.00" and "-1250.00". A text whose commas do not stand between thousands, or with a sign
 // that is out of place, comes back as it is, to be refused.
 std::string PlainAmount(std::string_view text) {
-    std::string_view rest = text;
+    std::string_view rest = Trim(text);
     bool negative = false;
     if (rest.starts_with('(') && rest.ends_with(')')) {
         negative = true;
@@ -60,7 +60,7 @@ std::string PlainAmount(std::string_view text) {
         negative = true;
         rest.remove_prefix(1);
     }
-    if (rest.starts_with('$')) rest.remove_prefix(1);
+    if (rest.starts_with('$')) rest = Trim(rest.substr(1));
     if (rest.empty() || rest.find_first_not_of("0123456789,.") != std::string_view::npos) return std::string(text);
 
     const std::string_view whole = rest.substr(0, rest.find('.'));

@@ -160,7 +160,7 @@ TEST_F(AssetCsvTest, DumpAndLoadIntoANewFileReproduceEveryValue) {
 TEST_F(AssetCsvTest, DatesAndAmountsAreReadAsAUnitedStatesDeskWritesThem) {
     company_.Load(
         Write("AssetNum,InService,Basis(1),SoldAmount,Sold\n"
-              "A1,6/30/2003,\"$1,234,567.89\",\"(1,250.5)\",Yes\nA2,12/01/1999,-$5,\"1,000\",no\n"));
+              "A1,6/30/2003,\"$1,234,567.89\",\"(1,250.5)\",Yes\nA2,12/01/1999,-$5,\" $ 1,000 \",no\n"));
     EXPECT_EQ(company_.Dump({"AssetNum", "InService", "Basis(1)", "SoldAmount", "Sold"}),
               "AssetNum,InService,Basis(1),SoldAmount,Sold\r\n"
               "A1,2003-06-30,1234567.89,-1250.5,True\r\nA2,1999-12-01,-5,1000,False\r\n");
