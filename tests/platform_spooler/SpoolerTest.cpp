@@ -1,3 +1,6 @@
+#include <signal.h>
+#include <sys/resource.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -46,6 +49,35 @@ TEST(Spooler, AFileGetsThemOneBehindTheOtherAndOnlyWhenAllAreThere) {
     EXPECT_EQ(test::ReadAll(folder / "page.prn"), "earlier");
     Send(PrintDestination::File(folder / "page.prn"), {EveryByte(), "second"});
     EXPECT_EQ(test::ReadAll(folder / "page.prn"), EveryByte() + "second");
+}
+
+TEST(Spooler, AFileThatAWriteHasFailedForIsNotPutInPlace) {
+    const test::TempFolder folder;
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{100000, before.rlim_max};
+    Spooler spooler(PrintDestination::File(folder / "page.prn"));
+    spooler.StartDocument("first");
+    setrlimit(RLIMIT_FSIZE, &full);
+    EXPECT_NE(test::TextOf([&] { spooler.Write(EveryByte()); }), "");
+    setrlimit(RLIMIT_FSIZE, &before);
+    signal(SIGXFSZ, handler);
+    spooler.StartDocument("second");
+    spooler.Write("second");
+    spooler.EndDocument();
+    EXPECT_NE(test::TextOf([&] { spooler.Close(); }), "");
+    EXPECT_FALSE(std::filesystem::exists(folder / "page.prn"));
+}
+
+TEST(Spooler, ADestinationThatTookNoDocumentIsNotTriedAgain) {
+    const test::TempFolder folder;
+    Spooler spooler(PrintDestination::File(folder / "none/page.prn"));
+    const auto start = [&] { spooler.StartDocument("font"); };
+    const std::string first = test::TextOf(start);
+    std::filesystem::create_directory(folder / "none");
+    EXPECT_EQ(test::TextOf(start), first);
+    EXPECT_NE(first, "");
 }
 
 TEST(Spooler, APrinterThatCannotBeReachedIsToldInOneLine) {

@@ -8,14 +8,10 @@ namespace {
 class QueueTransport : public Spooler::Transport {
  public:
     explicit QueueTransport(std::string queue) : queue_(std::move(queue)) {}
-    ~QueueTransport() override {
-        if (job_ == 0) return;
-        // A connection in the midst of a document takes no other request.
-        http_ = ConnectToCups();
-        if (http_) cupsCancelJob2(http_.get(), queue_.c_str(), job_, 1);
-    }
+    ~QueueTransport() override { GiveUp(); }
 
     void Start(const std::string& name, Spooler::Format format) override {
+        GiveUp();
         if (!http_) http_ = RequireCups();
         job_ = cupsCreateJob(http_.get(), queue_.c_str(), name.c_str(), 0, nullptr);
         if (job_ == 0) throw CupsFailure(queue_);
@@ -31,6 +27,14 @@ class QueueTransport : public Spooler::Transport {
     }
 
  private:
+    // Cancels a document that failed on its way.
+    void GiveUp() {
+        if (job_ == 0) return;
+        // A connection in the midst of a document takes no other request.
+        http_ = ConnectToCups();
+        if (http_) cupsCancelJob2(http_.get(), queue_.c_str(), job_, 1);
+        job_ = 0;
+    }
     void Require(bool done) const {
         if (!done) throw CupsFailure(queue_);
     }

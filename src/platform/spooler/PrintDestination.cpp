@@ -8,13 +8,12 @@ namespace tallymar {
 
 namespace {
 
-constexpr std::string_view kScheme = "socket://";
 constexpr int kLastPort = 65535;
 
 constexpr std::string_view kHostCharacters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-_:%";
 
 PrintDestination ParsePort(std::string_view text) {
-    std::string_view rest = text.substr(kScheme.size());
+    std::string_view rest = text.substr(PrintDestination::kScheme.size());
     while (rest.ends_with('/')) rest.remove_suffix(1);
     std::string_view host = rest;
     std::string_view number;

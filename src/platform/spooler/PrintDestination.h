@@ -13,6 +13,7 @@ class PrintDestination {
     enum class Kind { None, Queue, Port, File };
 
     static constexpr int kRawPort = 9100;
+    static constexpr std::string_view kScheme = "socket://";  // before a port's host
 
     PrintDestination() = default;  // none has been chosen
     static PrintDestination Queue(std::string name);

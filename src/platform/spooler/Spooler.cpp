@@ -17,9 +17,17 @@ class FileTransport : public Spooler::Transport {
     void Start(const std::string&, Spooler::Format) override {
         if (!file_) file_.emplace(path_);
     }
-    void Write(std::string_view bytes) override { file_->Write(bytes); }
+    void Write(std::string_view bytes) override {
+        try {
+            file_->Write(bytes);
+        } catch (const PlatformError& failure) {
+            failure_ = failure;
+            throw;
+        }
+    }
     void End() override {}
     void Close() override {
+        if (failure_) throw PlatformError(*failure_);  // part of a document is in it or is not
         if (file_) file_->Commit();
         file_.reset();
     }
@@ -27,6 +35,7 @@ class FileTransport : public Spooler::Transport {
  private:
     std::filesystem::path path_;
     std::optional<FileReplacement> file_;
+    std::optional<PlatformError> failure_;
 };
 
 std::unique_ptr<Spooler::Transport> MakeTransport(const PrintDestination& to) {
@@ -40,17 +49,27 @@ std::unique_ptr<Spooler::Transport> MakeTransport(const PrintDestination& to) {
         case PrintDestination::Kind::None:
             break;
     }
-    throw PlatformError(Failure::DeviceError, "No printer has been chosen: choose one in Printer Setup");
+    throw NoPrinterChosen();
 }
 
 }  // namespace
+
+PlatformError NoPrinterChosen() {
+    return PlatformError(Failure::DeviceError, "No printer has been chosen: choose one in Printer Setup");
+}
 
 Spooler::Spooler(const PrintDestination& to) : transport_(MakeTransport(to)) {}
 
 Spooler::~Spooler() = default;
 
 void Spooler::StartDocument(const std::string& name, Format format) {
-    transport_->Start(name, format);
+    if (refusal_) throw PlatformError(*refusal_);
+    try {
+        transport_->Start(name, format);
+    } catch (const PlatformError& failure) {
+        refusal_ = failure;
+        throw;
+    }
 }
 
 void Spooler::Write(std::string_view bytes) {
