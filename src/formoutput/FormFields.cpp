@@ -6,6 +6,7 @@
 #include "platform/runtime/InputFile.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/FormPageFile.h"
 
 namespace tallymar {
 
@@ -13,7 +14,6 @@ namespace {
 
 constexpr std::size_t kRecordLength = 85;
 constexpr std::size_t kMostRecords = 1 + static_cast<std::size_t>(kPageColumns) * kPageLines;
-constexpr std::string_view kEndOfFileMark = "\x1A";
 
 // The bytes of a record, counted from 1.
 constexpr std::size_t kTypeByte = 3;

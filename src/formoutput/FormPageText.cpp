@@ -11,7 +11,6 @@ namespace tallymar {
 
 namespace {
 
-constexpr char kEndOfFileMark = '\x1A';
 constexpr std::string_view kLineEnd = "\r\n";
 
 std::string CellsOf(std::string_view raw) {
@@ -47,7 +46,7 @@ std::string ReadValuesFile(const std::filesystem::path& path) {
     return ReadWholeFile(path);
 }
 
-FormPageText::FormPageText(const FormPageInfo& page) : firstLine_(FirstLineOf(page) + " ") {}
+FormPageText::FormPageText(const FormPageInfo& page) : firstLine_(FirstLineOfPage(page.Code) + " ") {}
 
 FormPageText FormPageText::Parse(std::string_view contents, std::string_view name) {
     if (contents.size() > kLongestFile) throw Refusal(name, "it is too long");
@@ -65,7 +64,10 @@ FormPageText FormPageText::Parse(std::string_view contents, std::string_view nam
 
 FormPageText FormPageText::Read(const FormPageInfo& page, const std::filesystem::path& path) {
     try {
-        return Parse(ReadValuesFile(path), FromUtf8(path.string()));
+        const std::string contents = ReadValuesFile(path);
+        // A file that was cut to nothing has no first line to keep.
+        if (contents.empty() || contents.front() == kEndOfFileMark) return FormPageText(page);
+        return Parse(contents, FromUtf8(path.string()));
     } catch (const PlatformError& failure) {
         if (failure.Code() != Failure::FileNotFound) throw;
         return FormPageText(page);

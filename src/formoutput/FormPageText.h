@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "formoutput/FormPages.h"
+#include "store/FormPageFile.h"
 
 namespace tallymar {
 
@@ -19,8 +20,8 @@ class FormPageText {
  public:
     // A page without values, as when there is no file.
     explicit FormPageText(const FormPageInfo& page);
-    // Failures: those of InputFile but for FileNotFound, which gives the page without values; PathAccess for a file that is no
-    // page: longer than kLongestFile, a line of more than kLongestLine, or more than kMostLines.
+    // Failures: those of InputFile but for FileNotFound, which like an empty file gives the page without values; PathAccess for a
+    // file that is no page: longer than kLongestFile, a line of more than kLongestLine, or more than kMostLines.
     static FormPageText Read(const FormPageInfo& page, const std::filesystem::path& path);
     static FormPageText Parse(std::string_view contents, std::string_view name);
 
@@ -52,9 +53,6 @@ class FormPageText {
     std::string firstLine_;  // as the file has it
     std::vector<PageLine> lines_;
 };
-
-// The two characters of a line that are not printed.
-inline constexpr std::size_t kDroppedByPrinting = 2;
 
 // The lines of a values file, its first one and the end-of-file mark with what follows it left out. CR, LF and CR LF end a line.
 // firstLine, where wanted, gets the first one.

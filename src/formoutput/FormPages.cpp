@@ -7,6 +7,7 @@
 #include "platform/runtime/FindFile.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/FormPageFile.h"
 
 namespace tallymar {
 
@@ -18,8 +19,7 @@ constexpr std::string_view kValuesExtension = ".LDT";
 
 constexpr auto kPages = std::to_array<FormPageInfo>({
     {"245621", "Form 4562, page 1", "245622"},
-    // COMPAT: the first line has another code.
-    {"245622", "Form 4562, page 2", "245623", false, "\\\\145622"},
+    {"245622", "Form 4562, page 2", "245623"},
     {"245623", "Form 4562, statement: Section 179 property", "245624"},
     {"245624", "Form 4562, statement: listed property over 50%", "245625"},
     {"245625", "Form 4562, statement: listed property at 50% or less", "245626"},
@@ -61,17 +61,15 @@ const FormPageInfo& FormPageOf(std::string_view code) {
     return *page;
 }
 
-std::string FirstLineOf(const FormPageInfo& page) {
-    return page.FirstLine.empty() ? "\\\\" + std::string(page.Code) : std::string(page.FirstLine);
-}
-
 std::string ValuesFileName(const FormPageInfo& page, int sequence) {
     std::string name(page.Code);
-    if (page.PageForEachAsset) {
-        const std::string digits = "00" + std::to_string(sequence);
-        name += digits.substr(digits.size() - 2);
-    }
+    if (page.PageForEachAsset) name += PageSequenceText(sequence);
     return name.append(kValuesExtension);
+}
+
+int LastSequence(const FormPageInfo& page) {
+    constexpr int kLastOfTwoDigits = 99;
+    return page.PageForEachAsset ? kLastOfTwoDigits : 0;
 }
 
 FormPageFile FormPageFileOf(std::string_view code) {
@@ -87,11 +85,13 @@ FormPageFile FormPageFileOf(std::string_view code) {
 }
 
 int CountValuesFiles(const FormPageInfo& page, const fs::path& folder) {
+    // COMPAT: they are counted, not named: with one of them gone the last is not come to, and the gap shows a blank form.
     int count = 0;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string name = UCase(entry->path().filename().string());
-        count += name.starts_with(page.Code) && name.ends_with(kValuesExtension) ? 1 : 0;
+        std::error_code noFile;
+        if (name.starts_with(page.Code) && name.ends_with(kValuesExtension) && entry->is_regular_file(noFile)) ++count;
     }
     return count;
 }

@@ -16,19 +16,18 @@ struct FormPageInfo {
     std::string_view Title;  // "Form 4562, page 1"
     std::string_view Next;   // code of the page that follows; the last one's is its own
     bool PageForEachAsset = false;
-    std::string_view FirstLine = {};  // of a values file, where it is not a backslash twice and the code
 };
 
 // In the order in which a return has them.
 std::span<const FormPageInfo> FormPages();
 // Failure::InvalidCall for a code that no page has.
 const FormPageInfo& FormPageOf(std::string_view code);
-// What the first line of the page's values file says, without the blank behind it.
-std::string FirstLineOf(const FormPageInfo& page);
 
 // A page's values file, by its code and the sequence of the exchanged asset; the sequence goes for nothing with other forms. A
 // sequence shows its last two digits.
 std::string ValuesFileName(const FormPageInfo& page, int sequence);
+// The sequences that its files may have are 0 to this one.
+int LastSequence(const FormPageInfo& page);
 // COMPAT: a form of one page for each asset is printed, and saved, as its first asset's file, whichever one is shown.
 inline std::string PrintedFileName(const FormPageInfo& page) {
     return ValuesFileName(page, 1);

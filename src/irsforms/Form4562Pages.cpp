@@ -250,7 +250,7 @@ void LayRows(PageSheet& page, const Table& fields, const std::vector<Row>& rows,
 }
 
 PageSheet Page2(const Form& form) {
-    PageSheet page("145622");  // COMPAT: not the page's code; the first line of this page begins with a 1
+    PageSheet page("245622");
     page.Lay(kPage2, form);
     if (!TooManyListedAbove(form)) LayRows(page, kListedAboveRow, RowsThat(form.Listed(), IsAboveHalf), 18);
     if (!TooManyListedBelow(form)) LayRows(page, kListedBelowRow, RowsThat(form.Listed(), IsHalfOrLess), 22);

@@ -4,8 +4,8 @@
 
 #include "irsforms/FormTables.h"
 #include "platform/runtime/DateText.h"
-#include "platform/runtime/Format.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/FormPageFile.h"
 #include "store/Helpers.h"
 #include "store/Vocabularies.h"
 
@@ -100,11 +100,6 @@ constexpr auto kPage = std::to_array<PageField<Exchange>>({
     {63, 66, L{25}, Shown},
 });
 
-// COMPAT: the right two digits of the count, so that from the hundredth page on the names begin again.
-std::string TwoDigits(int count) {
-    return Format(static_cast<long long>(count % 100), "00");
-}
-
 }  // namespace
 
 const FormInfo Form8824::kInfo = {.Name = "8824",
@@ -169,7 +164,7 @@ void Form8824::Take(const AssetRecord& asset, FormScan& scan) {
     if (exchanged) FillExchange(asset, found ? &received : nullptr, scan, exchange);
     exchange.ExchangeText[kName] = Company();
     exchange.ExchangeText[kNumber] = Id();
-    const std::string count = TwoDigits(exchangeCount_);
+    const std::string count = PageSequenceText(exchangeCount_);
     exchange.File = std::string(kPages.front()) + count;
     // COMPAT: an exchange without a date is written under the count as it stands, over the page of the exchange before it.
     std::string reason = exchanged ? "" : "no date sold: its page " + exchange.File + " is empty";

@@ -2,14 +2,13 @@
 
 #include "irsforms/FormatPicture.h"
 #include "platform/runtime/PlatformError.h"
+#include "store/FormPageFile.h"
 
 namespace tallymar {
 
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr char kEndOfFileMark = '\x1A';
-constexpr int kDroppedByPrinting = 2;
 
 }  // namespace
 

@@ -4,10 +4,11 @@
 
 #include "irsforms/FormatPicture.h"
 #include "platform/runtime/Windows1252.h"
+#include "store/FormPageFile.h"
 
 namespace tallymar {
 
-PageSheet::PageSheet(std::string_view firstLine) : firstLine_("\\\\" + std::string(firstLine)) {}
+PageSheet::PageSheet(std::string_view pageCode) : firstLine_(FirstLineOfPage(pageCode)) {}
 
 void PageSheet::Reach(int line) {
     last_ = std::max(last_, line);

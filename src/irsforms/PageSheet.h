@@ -101,8 +101,7 @@ class PageField {
 // ever carried to another line. A control character of a text, such as a line break, is a blank on the page.
 class PageSheet {
  public:
-    // A backslash twice and a code: what the file's first line says.
-    explicit PageSheet(std::string_view firstLine);
+    explicit PageSheet(std::string_view pageCode);
 
     // `down` is added to every line of the table, `right` to every column. The page reaches down to the table's last line,
     // whatever stands there.
