@@ -1,8 +1,7 @@
 #include "formoutput/PageEdits.h"
 
-#include <utility>
-
 #include <algorithm>
+#include <utility>
 
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/Windows1252.h"
@@ -11,14 +10,35 @@ namespace tallymar {
 
 namespace {
 
+constexpr std::string_view kDigits = "0123456789";
+
+// "1234", "1,234": commas before groups of three, or none.
+bool IsWhole(std::string_view text) {
+    constexpr std::size_t kGroup = 3;
+    std::size_t first = text.find(',');
+    if (text.substr(0, first).find_first_not_of(kDigits) != std::string_view::npos) return false;
+    if (first == std::string_view::npos) return true;
+    if (first == 0 || first > kGroup) return false;
+    for (text.remove_prefix(first); !text.empty(); text.remove_prefix(kGroup + 1)) {
+        const std::string_view group = text.substr(0, kGroup + 1);
+        if (group.size() != kGroup + 1 || group.front() != ',') return false;
+        if (group.substr(1).find_first_not_of(kDigits) != std::string_view::npos) return false;
+    }
+    return true;
+}
+
 bool IsAmount(std::string_view text) {
     text = Trim(text);
+    if (text.empty()) return true;
     if (text.starts_with('(') && text.ends_with(')')) {
-        text = text.substr(1, text.size() - 2);
+        text = Trim(text.substr(1, text.size() - 2));
     } else if (text.starts_with('-')) {
         text.remove_prefix(1);
     }
-    return text.find_first_not_of("0123456789,. ") == std::string_view::npos && std::count(text.begin(), text.end(), '.') <= 1;
+    const std::size_t point = std::min(text.find('.'), text.size());
+    const std::string_view decimals = text.substr(std::min(point + 1, text.size()));
+    return text.find_first_of(kDigits) != std::string_view::npos && IsWhole(text.substr(0, point)) &&
+           decimals.find_first_not_of(kDigits) == std::string_view::npos;
 }
 
 }  // namespace
@@ -43,7 +63,7 @@ void PageEdits::Show(std::string fileName, std::vector<FormField> fields) {
     }
     fileName_ = std::move(fileName);
     fields_ = std::move(fields);
-    fieldText_.assign(fields_.size(), {});
+    fieldText_.assign(fields_.size(), std::nullopt);
 }
 
 std::string PageEdits::Get(int field) const {
@@ -54,7 +74,6 @@ std::string PageEdits::Get(int field) const {
 void PageEdits::Put(int field, const std::string& text) {
     const FormField& at = fields_.at(static_cast<std::size_t>(field));
     text_.Set(at.Column + 1, at.Line, text, at.Width);
-    fieldText_.at(static_cast<std::size_t>(field)) = text;
 }
 
 void PageEdits::Store(int field, std::string_view text) {
@@ -63,14 +82,17 @@ void PageEdits::Store(int field, std::string_view text) {
     std::string put(text);
     if (at.IsAmount && put.size() < static_cast<std::size_t>(at.Width)) put.resize(static_cast<std::size_t>(at.Width), ' ');
     Put(field, put);
-    if (const std::string after = Get(field); after != before) done_.push_back({field, before, after});
+    std::optional<std::string>& stored = fieldText_.at(static_cast<std::size_t>(field));
+    if (std::string after = Get(field); after != before) done_.push_back({field, before, std::move(after), stored});
+    stored = std::move(put);
 }
 
 int PageEdits::Undo() {
     if (!done_.empty()) {
-        const Change change = done_.back();
+        const Change change = std::move(done_.back());
         done_.pop_back();
         Put(change.Field, change.Before);
+        fieldText_.at(static_cast<std::size_t>(change.Field)) = change.StoredBefore;
         return change.Field;
     }
     const auto lost = lost_.find(fileName_);

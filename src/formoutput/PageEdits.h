@@ -1,7 +1,9 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "formoutput/FormFields.h"
@@ -10,8 +12,10 @@
 namespace tallymar {
 
 // Failure::InvalidCall, saying why, for a text that the field has no room for or, in a field of an amount, that is none: digits
-// with at most one point, commas, a sign in front or parentheses around them.
+// with at most one point, commas before groups of three, a sign in front or parentheses around them; or nothing.
 void RequireFits(const FormField& field, std::string_view text);
+
+inline constexpr std::string_view kUnsavedChanges = "Changes on this page are not saved";
 
 // The page that is shown and what its user has put into its fields. Fields are counted from 0, in the order of the .FPF file.
 //
@@ -26,8 +30,8 @@ class PageEdits {
     void Show(std::string fileName, std::vector<FormField> fields);
 
     const std::vector<FormField>& Fields() const { return fields_; }
-    // What the user has put into the fields; empty where nothing has been stored.
-    const std::string& FieldText(int field) const { return fieldText_.at(static_cast<std::size_t>(field)); }
+    // What the user has put into the field; none where nothing has been stored, or not any more.
+    const std::optional<std::string>& FieldText(int field) const { return fieldText_.at(static_cast<std::size_t>(field)); }
 
     // The text of the field on the page, without the blanks at its end.
     std::string Get(int field) const;
@@ -51,13 +55,14 @@ class PageEdits {
         int Field;
         std::string Before;  // on the page
         std::string After;
+        std::optional<std::string> StoredBefore;
     };
     void Put(int field, const std::string& text);
 
     std::string fileName_;
     FormPageText& text_;
     std::vector<FormField> fields_;
-    std::vector<std::string> fieldText_;
+    std::vector<std::optional<std::string>> fieldText_;
     std::vector<Change> done_;
     std::map<std::string, std::vector<Change>> lost_;
 };

@@ -17,9 +17,9 @@ NumberEdit::Limits PageLimits() {
     return {CurrencyAmount::FromTenThousandths(-limit.TenThousandths()), limit, 2, true};
 }
 
-// "0.", ".00", " 0 ": digits and nothing but zeros.
-bool IsZero(std::string_view text) {
-    return text.find('0') != std::string_view::npos && text.find_first_not_of(" 0.,") == std::string_view::npos;
+// Empty, "0.", ".00", "-0.00", "(   0.00)": nothing but zeros and what an amount is written with.
+bool ReadsAsZero(std::string_view text) {
+    return text.find_first_not_of(" 0.,()-") == std::string_view::npos;
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ FormAmountEdit::FormAmountEdit(QWidget* parent) : sidbEdit(PageLimits(), parent)
 void FormAmountEdit::Show(std::string_view pageText, int width) {
     width_ = width;
     setMaxLength(std::max(width, static_cast<int>(kEmpty.size())) + kCommas);  // Check holds it to the width without them
-    ShowText(ToQString(Trim(pageText).empty() || IsZero(pageText) ? kEmpty : pageText));
+    ShowText(ToQString(ReadsAsZero(pageText) ? kEmpty : pageText));
 }
 
 std::string FormAmountEdit::Text() const {

@@ -51,24 +51,14 @@ void FormSheetView::SetFont(const QString& name, double points, bool bold, bool 
     update();
 }
 
-FormSheetView::Mark* FormSheetView::MarkAt(int column, int line) {
-    const auto mark =
-        std::find_if(marks_.begin(), marks_.end(), [&](const Mark& one) { return one.Column == column && one.Line == line; });
-    return mark == marks_.end() ? nullptr : &*mark;
-}
-
-void FormSheetView::SetFieldText(int column, int line, std::string_view text, SheetColor color) {
-    const Mark* mark = MarkAt(column, line);
-    const int width = mark ? mark->Width : static_cast<int>(text.size());
-    text_.Set(column, line, text, width);
-    MarkField(column, line, width, color);
-}
-
 void FormSheetView::MarkField(int column, int line, int width, SheetColor color) {
-    if (Mark* mark = MarkAt(column, line)) {
-        *mark = {column, line, width, color};
-    } else {
+    const auto mark = std::find_if(marks_.begin(), marks_.end(), [&](const Mark& one) {
+        return one.Column == column && one.Line == line && one.Width == width;
+    });
+    if (mark == marks_.end()) {
         marks_.push_back({column, line, width, color});
+    } else {
+        mark->Color = color;
     }
     update();
 }

@@ -33,10 +33,8 @@ class FormSheetView : public QWidget {
     void Save(const std::filesystem::path& path) const;
     // Of the values; points are those of a page at paper size.
     void SetFont(const QString& name, double points, bool bold, bool italic);
-    // Puts the text into the marked field that begins at the cell, or else over as many cells as it has, and fills its
-    // background.
-    void SetFieldText(int column, int line, std::string_view text, SheetColor color);
     std::string GetFieldText(int column, int line, int width) const { return text_.Get(column, line, width); }
+    // Paints the background of a field, whose text may have changed.
     void MarkField(int column, int line, int width, SheetColor color);
     // Of a place in this widget: the column counted from 0, as fields have it, the line from 1.
     int ColumnAtX(int x) const;
@@ -71,7 +69,6 @@ class FormSheetView : public QWidget {
         int Width;
         SheetColor Color;
     };
-    Mark* MarkAt(int column, int line);
     void PaintBlank();
 
     FormPageText text_;

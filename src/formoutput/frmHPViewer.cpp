@@ -34,10 +34,6 @@ constexpr double kSmallestCell = 7;  // pixels: below it nobody reads
 constexpr double kLargestCell = 20;  // the page of a very wide window does not become a wall
 constexpr QSize kFirstSize(1050, 560);
 
-QString UnsavedText() {
-    return frmHPViewer::tr("Changes on this page are not saved");
-}
-
 }  // namespace
 
 frmHPViewer::frmHPViewer(AppPath paths, std::string_view pageCode, QWidget* parent)
@@ -53,6 +49,7 @@ frmHPViewer::frmHPViewer(AppPath paths, std::string_view pageCode, QWidget* pare
     picture_->setFocusPolicy(Qt::NoFocus);
     picture_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     picture_->verticalScrollBar()->setObjectName(QStringLiteral("Scroller1"));
+    connect(picture_->verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] { isFresh_ = false; });
     lblPage_ = Named(new QLabel(this), "lblPage");
     MakeEditors();
     QWidget* buttons = MakeButtons();
@@ -100,8 +97,8 @@ QWidget* frmHPViewer::MakeButtons() {
         buttons->addWidget(button);
         return button;
     };
-    cmdPrevious_ =
-        add("cmdPrevious", tr("P&rior Page"), tr("Go to the prevous form page"), [this] { Turn(&FormPlace::Previous); });
+    cmdPrevious_ = add("cmdPrevious", tr("P&rior Page"), tr("Go to the prevous form page"),  // COMPAT: as it was printed
+                       [this] { Turn(&FormPlace::Previous); });
     cmdNext_ = add("cmdNext", tr("&Next Page"), tr("Go to the next form page"), [this] { Turn(&FormPlace::Next); });
     cmdSave_ = add("cmdSave", tr("&Save"), tr("Save changes made to form"), [this] { Save(); });
     add("cmdPrint", tr("&Print"), tr("Print the current page"), [this] { Print(); });
@@ -122,7 +119,7 @@ void frmHPViewer::Load(const FormPlace& place) {
     sheet_->SetFormFile(std::move(blank));
     sheet_->SetDataFile(std::move(values));
     edits_.Show(place_.FileName(), std::move(fields));
-    for (const FormField& field : edits_.Fields()) sheet_->MarkField(field.Column + 1, field.Line, field.Width, kMarked);
+    ShowMarks();
     sheet_->show();
     lblPage_->setText(tr("%1: %2").arg(ToQString(page.Title), ToQString(place_.FileName())));
     cmdNext_->setEnabled(place_.NextEnabled());
@@ -133,8 +130,15 @@ void frmHPViewer::Load(const FormPlace& place) {
                                     .arg(ToQString(place_.FileName()), ToQString(PrintedFileName(page)))
                               : tr("Save changes made to form"));
     current_ = 0;
-    picture_->verticalScrollBar()->setValue(0);
+    isFresh_ = true;
+    ShowHead();
     StartEdit();
+}
+
+// A page begins at its head; PlaceEditor then scrolls as far as its first field asks for. A window gets its size in several
+// steps, so it is so until somebody moves on the page.
+void frmHPViewer::ShowHead() {
+    if (isFresh_) picture_->verticalScrollBar()->setValue(0);
 }
 
 bool frmHPViewer::IsTyped() const {
@@ -152,7 +156,7 @@ QSize frmHPViewer::sizeHint() const {
 }
 
 void frmHPViewer::SayUnsaved() {
-    ShowWarning(UnsavedText());
+    ShowWarning(ToQString(kUnsavedChanges));
 }
 
 std::string frmHPViewer::EditorText() const {
@@ -220,13 +224,20 @@ void frmHPViewer::PlaceEditor() {
 
 void frmHPViewer::Store() {
     if (!editor_) return;
-    const FormField& field = Current();
     edits_.Store(current_, EditorText());
-    sheet_->SetFieldText(field.Column + 1, field.Line, edits_.FieldText(current_), kStored);
+    ShowMarks();
     editor_->setModified(false);
 }
 
+void frmHPViewer::ShowMarks() {
+    for (int i = 0; i < static_cast<int>(edits_.Fields().size()); ++i) {
+        const FormField& field = edits_.Fields()[static_cast<std::size_t>(i)];
+        sheet_->MarkField(field.Column + 1, field.Line, field.Width, edits_.FieldText(i) ? kStored : kMarked);
+    }
+}
+
 void frmHPViewer::GoTo(int field) {
+    isFresh_ = false;
     current_ = std::clamp(field, 0, std::max(0, static_cast<int>(edits_.Fields().size()) - 1));
     StartEdit();
 }
@@ -240,7 +251,7 @@ void frmHPViewer::Click(int x, int y) {
     const int field = FieldAt(edits_.Fields(), sheet_->ColumnAtX(x), sheet_->LineAtY(y));
     if (field < 0) return;
     // COMPAT: the old field is not stored on this way.
-    const bool isDropped = IsTyped() && field != current_;
+    const bool isDropped = IsTyped();
     GoTo(field);
     if (isDropped) ShowWarning(tr("What was typed before the click was not stored: Enter or Tab does that"));
 }
@@ -248,11 +259,7 @@ void frmHPViewer::Click(int x, int y) {
 void frmHPViewer::Undo() {
     const int field = edits_.Undo();
     if (field < 0) return;
-    for (std::size_t i = 0; i < edits_.Fields().size(); ++i) {
-        const FormField& one = edits_.Fields()[i];
-        const bool isStored = !edits_.FieldText(static_cast<int>(i)).empty();
-        sheet_->MarkField(one.Column + 1, one.Line, one.Width, isStored ? kStored : kMarked);
-    }
+    ShowMarks();
     GoTo(field);
 }
 
@@ -294,8 +301,9 @@ bool frmHPViewer::eventFilter(QObject* watched, QEvent* event) {
 
 void frmHPViewer::showEvent(QShowEvent* event) {
     CSForm::showEvent(event);
+    if (wasShown_) return;  // back from the icon: what is being typed stays
+    wasShown_ = true;
     FitWidth();
-    picture_->verticalScrollBar()->setValue(0);  // the page begins at its top, if its first field is in sight there
     StartEdit();
 }
 
@@ -308,6 +316,7 @@ void frmHPViewer::FitWidth() {
     layout()->activate();
     const double fits = static_cast<double>(picture_->viewport()->width()) / kPageColumns;
     sheet_->SetCellWidth(std::clamp(fits, kSmallestCell, kLargestCell));
+    ShowHead();
     PlaceEditor();
 }
 
@@ -319,7 +328,6 @@ void frmHPViewer::Turn(void (FormPlace::*to)()) {
 }
 
 void frmHPViewer::Save() {
-    if (IsTyped()) Store();
     const std::filesystem::path folder = paths_.Folder();
     const std::string offered = PrintedFileName(place_.Page());
     QtPrompts prompts(this);
@@ -333,9 +341,10 @@ void frmHPViewer::Save() {
     const std::string title = windowTitle().toStdString();
     if (!chosen) {
         prompts.Message("User canceled Save Option for " + (folder / offered).string(), title, MessageKind::Information);
-        StartEdit();
+        if (editor_) editor_->setFocus(Qt::TabFocusReason);
         return;
     }
+    if (IsTyped()) Store();  // COMPAT: what is seen is saved, the field being typed in too
     try {
         sheet_->Save(*chosen);
     } catch (const PlatformError& failure) {

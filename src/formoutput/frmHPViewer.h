@@ -48,9 +48,11 @@ class frmHPViewer : public CSForm {
 
     void Load(const FormPlace& place);
     void FitWidth();
+    void ShowHead();
     void StartEdit();
     void PlaceEditor();
     void Store();
+    void ShowMarks();
     // Of the editor, when it is not what the page has.
     bool IsTyped() const;
     bool OnEditorKey(int key, Qt::KeyboardModifiers modifiers);
@@ -72,7 +74,9 @@ class frmHPViewer : public CSForm {
     FormPlace place_;
     FormSheetView* sheet_;
     PageEdits edits_;
-    int current_ = 0;  // of the fields, from 0
+    int current_ = 0;      // of the fields, from 0
+    bool isFresh_ = true;  // nobody has moved on the page since it was loaded
+    bool wasShown_ = false;
     PrintBuffer buffer_;
 
     QScrollArea* picture_ = nullptr;

@@ -596,7 +596,10 @@ void Tallymar::ViewForm(std::string_view pageCode) {
             shown->SayUnsaved();
             return;
         }
+        auto viewer = std::make_unique<frmHPViewer>(session_.Paths(), pageCode);  // it may fail: then the shown one stays
         CloseFrame(qobject_cast<QMdiSubWindow*>(shown->parentWidget()));
+        ShowChild(viewer.release());
+        return;
     }
     ShowChild(new frmHPViewer(session_.Paths(), pageCode));
 }

@@ -104,6 +104,8 @@ TEST(FormPageText, WithoutAFileIsAnEmptyPageOfItsCode) {
     EXPECT_EQ(page.ToFile(), "\\\\145622 \r\n\x1A");
     page.Set(80, 66, "x", 1);
     EXPECT_EQ(FormPageText::Parse(page.ToFile(), "x").Get(80, 66, 1), "x");
+    test::WriteAll(folder / "245622.LDT", "");
+    EXPECT_EQ(FormPageText::Read(FormPageOf("245622"), folder / "245622.LDT").ToFile(), "\\\\145622 \r\n\x1A");
     test::WriteAll(folder / "huge.LDT", std::string(70000, ' '));
     EXPECT_THAT(test::TextOf([&] { FormPageText::Read(kPage, folder / "huge.LDT"); }),
                 testing::EndsWith("no form page: it is too long"));
@@ -139,6 +141,16 @@ TEST(FormPages, AreGoneThroughAlongTheirChain) {
     EXPECT_EQ(test::FailureOf([] { FormPageOf("../x"); }), Failure::InvalidCall);
 }
 
+TEST(PageEdits, AnAmountHasADigitAndItsCommasInPlace) {
+    const auto fits = [](const char* text) { return !test::FailureOf([&] { RequireFits({true, 1, 0, 20}, text); }); };
+    for (const char* amount : {"", " ", "0", "1,235.", "-1,234,567.89", "(   0.00)", ".5", "1234.5"})
+        EXPECT_TRUE(fits(amount)) << amount;
+    for (const char* none :
+         {"-", "()", ".", ",", "1,2,,3.", "1,23", ",123", "1234,567", "1.2.3", "1,234.5,6", "1x", "(1", "1 2"}) {
+        EXPECT_FALSE(fits(none)) << none;
+    }
+}
+
 TEST(PageEdits, WhatAPageMoveLosesComesBackWhenThePageIsShownAgain) {
     const std::vector<FormField> fields = {{false, 2, 0, 10}, {true, 3, 8, 10}, {true, 4, 8, 10}};
     FormPageText text = FormPageText::Parse(kFile, "x");
@@ -150,15 +162,19 @@ TEST(PageEdits, WhatAPageMoveLosesComesBackWhenThePageIsShownAgain) {
     show("245621.LDT");
     edits.Store(0, "Elm Street");
     EXPECT_FALSE(edits.IsDirty());
+    edits.Store(2, "7");
+    EXPECT_EQ(edits.Undo(), 2);
+    EXPECT_EQ(edits.FieldText(0), "Elm Street");
     edits.Store(0, "Oak");
     edits.Store(1, "5.00");
     EXPECT_EQ(edits.FieldText(1), "5.00      ");
-    EXPECT_EQ(edits.FieldText(2), "");
+    EXPECT_FALSE(edits.FieldText(2));
     EXPECT_EQ(edits.Get(0), "Oak");
     show("245622.LDT");
     EXPECT_EQ(edits.Undo(), -1);
     show("245621.LDT");
     EXPECT_EQ(edits.Get(0), "Elm Street");
+    EXPECT_FALSE(edits.FieldText(0));
     EXPECT_TRUE(edits.HasLost());
     EXPECT_EQ(edits.Undo(), 1);
     EXPECT_EQ(edits.Get(0), "Oak");
