@@ -57,6 +57,7 @@ void AddFormCommand(CLI::App& app, Context& context);
 void AddFormPdfCommand(CLI::App& app, Context& context);
 void AddFormPrintCommand(CLI::App& app, Context& context);
 void AddSoftFontsCommand(CLI::App& app, Context& context);
+void AddPrinterCommand(CLI::App& app, Context& context);
 void AddFormFieldsCommand(CLI::App& app, Context& context);
 void AddFormSetCommand(CLI::App& app, Context& context);
 void AddLoanCommand(CLI::App& app, Context& context);
@@ -74,11 +75,12 @@ void AddExchangeCommand(CLI::App& app, Context& context);
 // A new command is one row here.
 using AddCommand = void (*)(CLI::App&, Context&);
 inline constexpr AddCommand kCommands[] = {
-    AddNewCommand,     AddCompanyCommand, AddConvertCommand,    AddLoadCommand,        AddDumpCommand,      AddComputeCommand,
-    AddBuildCommand,   AddFindCommand,    AddCopyCommand,       AddNewAssetCommand,    AddReportCommand,    AddPostCommand,
-    AddLabelsCommand,  AddFormCommand,    AddFormPdfCommand,    AddFormPrintCommand,   AddSoftFontsCommand, AddFormFieldsCommand,
-    AddFormSetCommand, AddLoanCommand,    AddChangeDeptCommand, AddChangeRangeCommand, AddSetBooksCommand,  AddResequenceCommand,
-    AddBackupCommand,  AddRestoreCommand, AddDeleteCommand,     AddImportCommand,      AddExportCommand,    AddExchangeCommand,
+    AddNewCommand,        AddCompanyCommand, AddConvertCommand, AddLoadCommand,       AddDumpCommand,        AddComputeCommand,
+    AddBuildCommand,      AddFindCommand,    AddCopyCommand,    AddNewAssetCommand,   AddReportCommand,      AddPostCommand,
+    AddLabelsCommand,     AddFormCommand,    AddFormPdfCommand, AddFormPrintCommand,  AddSoftFontsCommand,   AddPrinterCommand,
+    AddFormFieldsCommand, AddFormSetCommand, AddLoanCommand,    AddChangeDeptCommand, AddChangeRangeCommand, AddSetBooksCommand,
+    AddResequenceCommand, AddBackupCommand,  AddRestoreCommand, AddDeleteCommand,     AddImportCommand,      AddExportCommand,
+    AddExchangeCommand,
 };
 
 // A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file

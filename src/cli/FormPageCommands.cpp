@@ -8,6 +8,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/TextTable.h"
+#include "formoutput/FormFiles.h"
 #include "formoutput/FormPagesPdf.h"
 #include "formoutput/PageEdits.h"
 #include "formoutput/PrintPCL.h"
@@ -30,24 +31,26 @@ struct PageFlags {
     std::vector<std::string> Codes;
     fs::path Out;
     std::string To;
+    std::string Use;
+    bool Test = false;
     bool CutOff = false;
     std::vector<std::string> Fields;
 };
 
 constexpr const char* kToHelp = "A printer of this computer, socket://HOST:PORT, or a file";
 
+constexpr std::string_view kSelectedPrinter = "printer";
+
 PrintDestination Destination(const std::string& text) {
     return PrintDestination::Parse(text, IsPrintQueue);
 }
 
 void RunPdf(const PageFlags& flags, Context& context) {
-    if (!IsStandardOutput(flags.Out)) RequireOrdinaryOutput(flags.Out);
-    const std::vector<std::string> files = FormPageFiles(flags.Folder, flags.Codes);
-    for (const std::string& file : files) {
-        if (!IsStandardOutput(flags.Out) && IsSameFile(flags.Out, FindValues(flags.Folder, file))) {
-            throw PlatformError(Failure::PathAccess, FromUtf8(flags.Out.string()) + " is one of the pages; name another file");
-        }
+    if (!IsStandardOutput(flags.Out)) {
+        RequireOrdinaryOutput(flags.Out);
+        RequireNoFormFile(flags.Out, context.Session().Paths(), flags.Folder);
     }
+    const std::vector<std::string> files = FormPageFiles(flags.Folder, flags.Codes);
     TextOutput out(flags.Out);
     out.Write(FormPagesPdf(context.Session().Paths(), flags.Folder, files));
     out.Finish();
@@ -81,15 +84,17 @@ void RequireSent(const std::string& problem) {
 void RunPrint(const PageFlags& flags, Context& context) {
     const AppPath& paths = context.Session().Paths();
     const PagePrint print = PreparePrint(paths, flags.Folder, FormPageOf(FromArgument(flags.Code)));
-    const PrintTarget target = LookAt(Destination(flags.To));
+    const PrintTarget target = LookAt(Destination(flags.To), paths, flags.Folder);
+    RequireTakesPages(target);
     if (!target.TakesPcl) {
         SendAsPdf(target.To, paths, flags.Folder, print);
         std::cout << ToUtf8(target.Says) << '\n';
         return;
     }
     if (print.Overflows() && !flags.CutOff) {
-        throw PlatformError(Failure::SubscriptOutOfRange, print.ValuesName + ": " + print.OverflowText() + " (form-pdf)");
+        throw PlatformError(Failure::SubscriptOutOfRange, print.ValuesName + ": " + print.Warning() + " (form-pdf)");
     }
+    if (!print.Unreadable.empty() && !flags.CutOff) throw PlatformError(Failure::PathAccess, print.Unreadable);
     Spooler spooler(target.To);
     PrintBuffer buffer;
     PrintPrompts prompts(context.Asking(), flags.CutOff);
@@ -98,15 +103,54 @@ void RunPrint(const PageFlags& flags, Context& context) {
 }
 
 void RunSoftFonts(const PageFlags& flags, Context& context) {
-    const PrintTarget target = LookAt(Destination(flags.To));
-    if (!target.TakesPcl) {
-        throw PlatformError(Failure::InvalidCall,
-                            "The printer \"" + flags.To + "\" is no PCL printer: it has no use for soft fonts");
-    }
+    const AppPath& paths = context.Session().Paths();
+    const PrintTarget target = LookAt(Destination(flags.To), paths, paths.Folder());
+    RequireTakesSoftFonts(target);
     Spooler spooler(target.To);
-    RequireSent(DownloadSoftFonts(spooler, context.Session().Paths()));
+    RequireSent(DownloadSoftFonts(spooler, paths));
     spooler.Close();
     std::cout << kSoftFontsDone << '\n';
+}
+
+void RunPrinter(const PageFlags& flags, Context& context) {
+    const AppPath& paths = context.Session().Paths();
+    const PrinterSettings saved = LoadPrinterSettings(paths.Folder());
+    PrinterSettings settings = saved;
+    if (!flags.Use.empty()) {
+        settings.Printer = FromArgument(flags.Use);
+        if (!IsPrintQueue(settings.Printer)) {
+            throw PlatformError(Failure::InvalidCall, "This computer has no printer \"" + settings.Printer + "\"");
+        }
+    }
+    if (flags.To == kSelectedPrinter) {
+        settings.Raw = {};
+    } else if (!flags.To.empty()) {
+        settings.Raw = PrintDestination::Parse(flags.To, [](const std::string&) { return false; });
+        // Other programs and other days begin in other folders.
+        if (settings.Raw.To() == PrintDestination::Kind::File) {
+            settings.Raw = PrintDestination::File(fs::absolute(settings.Raw.FilePath()).lexically_normal());
+        }
+    }
+    if (flags.Test || settings.Raw != saved.Raw) {
+        const PrintTarget target = LookAt(settings.RawTo(), paths, paths.Folder());
+        if (flags.Test) {
+            SendTestPage(target);
+            std::cout << "A test page was sent to " << ToUtf8(target.To.Text()) << '\n';
+        }
+    }
+    if (settings != saved) {
+        paths.Prepare();
+        SavePrinterSettings(paths.Folder(), settings);
+    }
+    using enum TextTable::Align;
+    TextTable table({Left, Left, Left});
+    table.AddRow({"Printer", "Description", "Selected"});
+    for (const PrintQueue& queue : PrintQueues()) {
+        table.AddRow({queue.Name, queue.Description, queue.Name == settings.Printer ? "yes" : ""});
+    }
+    table.Print(std::cout);
+    const std::string to = settings.RawTo().Text();
+    std::cout << "Form pages and soft fonts go to: " << (to.empty() ? "no printer" : ToUtf8(to)) << '\n';
 }
 
 // A page with its fields, as the viewer has it.
@@ -189,6 +233,17 @@ void AddSoftFontsCommand(CLI::App& app, Context& context) {
     CLI::App* command = app.add_subcommand("soft-fonts", "Download the eight fonts of the forms into a PCL printer");
     command->add_option("--to", flags->To, kToHelp)->required();
     command->callback([flags, &context] { RunSoftFonts(*flags, context); });
+}
+
+void AddPrinterCommand(CLI::App& app, Context& context) {
+    auto flags = std::make_shared<PageFlags>();
+    CLI::App* command = app.add_subcommand("printer", "List the printers and choose where the program prints to");
+    command->add_option("--use", flags->Use, "The program's printer from now on");
+    command->add_option(
+        "--raw-to", flags->To,
+        "Where form pages and soft fonts go from now on: printer (the selected one), socket://HOST:PORT, or a file");
+    command->add_flag("--test", flags->Test, "Send a test page there; what was chosen is kept only when it could be sent");
+    command->callback([flags, &context] { RunPrinter(*flags, context); });
 }
 
 void AddFormFieldsCommand(CLI::App& app, Context& context) {

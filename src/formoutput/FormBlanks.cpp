@@ -7,22 +7,18 @@
 
 namespace tallymar {
 
-namespace {
-
-std::string ReadBounded(const std::filesystem::path& path) {
+std::string ReadPrinterFile(const std::filesystem::path& path) {
     if (InputFile(path).Size() > kLongestBlank) {
         throw PlatformError(Failure::PathAccess, FromUtf8(path.string()) + " is no file of a printer's commands: it is too long");
     }
     return ReadWholeFile(path);
 }
 
-}  // namespace
-
 SoftFonts LoadSoftFonts(const AppPath& paths) {
     SoftFonts fonts;
     for (const std::string_view name : kSoftFonts) {
         try {
-            if (const auto file = paths.Find(name); !file.empty()) fonts.Download(ReadBounded(file));
+            if (const auto file = paths.Find(name); !file.empty()) fonts.Download(ReadPrinterFile(file));
         } catch (const PlatformError&) {
             continue;  // shown in a page font
         }
@@ -31,7 +27,7 @@ SoftFonts LoadSoftFonts(const AppPath& paths) {
 }
 
 std::string BlankStream(const AppPath& paths, const FormPageInfo& page) {
-    return ReadBounded(FindLaserFile(paths, page.Code, "HP"));
+    return ReadPrinterFile(FindLaserFile(paths, page.Code, "HP"));
 }
 
 }  // namespace tallymar

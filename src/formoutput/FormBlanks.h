@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "formoutput/FormPages.h"
@@ -12,7 +13,11 @@ namespace tallymar {
 // or cannot be read is left out; texts in it are shown in a page font.
 SoftFonts LoadSoftFonts(const AppPath& paths);
 
-// The blank of a page as it is sent to the printer. Failures: FileNotFound; PathAccess for a file longer than kLongestBlank.
+// A file of a printer's commands, a blank or a soft font. Failures: those of ReadWholeFile; PathAccess for one longer than
+// kLongestBlank.
+std::string ReadPrinterFile(const std::filesystem::path& path);
+
+// The blank of a page as it is sent to the printer. Failures: FileNotFound; those of ReadPrinterFile.
 std::string BlankStream(const AppPath& paths, const FormPageInfo& page);
 
 inline constexpr std::size_t kLongestBlank = 4 * 1024 * 1024;

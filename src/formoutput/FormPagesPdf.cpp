@@ -22,8 +22,7 @@ namespace {
 
 std::vector<std::string> FilesInFolder(const FormPageInfo& page, const fs::path& folder) {
     std::vector<std::string> files;
-    const int last = page.PageForEachAsset ? 99 : 0;
-    for (int sequence = 0; sequence <= last; ++sequence) {
+    for (int sequence = 0; sequence <= LastSequence(page); ++sequence) {
         const std::string name = ValuesFileName(page, sequence);
         std::error_code error;
         if (fs::exists(FindValues(folder, name), error)) files.push_back(name);
@@ -101,8 +100,15 @@ void SendAsPdf(const PrintDestination& to, const AppPath& paths, const fs::path&
     spooler.Close();
 }
 
-std::string TestPagePdf(std::string_view destination) {
-    return PdfOf({{"test", ReadPcl(TestPage(destination), {})}}, "Tallymar test");
+void SendTestPage(const PrintTarget& target) {
+    RequireTakesPages(target);
+    const std::string_view title = "Tallymar test";
+    const std::string page = TestPage(target.Says);
+    Spooler spooler(target.To);
+    spooler.StartDocument(std::string(title), target.TakesPcl ? Spooler::Format::Raw : Spooler::Format::Pdf);
+    spooler.Write(target.TakesPcl ? page : PdfOf({{"test", ReadPcl(page, {})}}, title));
+    spooler.EndDocument();
+    spooler.Close();
 }
 
 }  // namespace tallymar

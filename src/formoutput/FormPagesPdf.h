@@ -7,6 +7,7 @@
 
 #include "formoutput/FormPages.h"
 #include "formoutput/PrintPCL.h"
+#include "formoutput/PrinterSettings.h"
 #include "store/AppPath.h"
 
 namespace tallymar {
@@ -23,7 +24,8 @@ std::string FormPagesPdf(const AppPath& paths, const std::filesystem::path& fold
 // Sends the page of a print as a PDF document of its own, to a printer that takes no PCL. Fails as Spooler and FormPagesPdf do.
 void SendAsPdf(const PrintDestination& to, const AppPath& paths, const std::filesystem::path& folder, const PagePrint& print);
 
-// The test page for a printer that takes no PCL.
-std::string TestPagePdf(std::string_view destination);
+// Sends a page of two lines, raw or as PDF, to see whether a printer prints what it is sent. Failures: those of Spooler;
+// InvalidCall for a printer that takes neither.
+void SendTestPage(const PrintTarget& target);
 
 }  // namespace tallymar

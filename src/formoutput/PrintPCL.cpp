@@ -1,6 +1,7 @@
 #include "formoutput/PrintPCL.h"
 
-#include "platform/runtime/InputFile.h"
+#include "formoutput/FormBlanks.h"
+#include "platform/pcl/PclWriter.h"
 #include "platform/runtime/PlatformError.h"
 
 namespace tallymar {
@@ -15,7 +16,7 @@ constexpr std::string_view kSoftFontDocument = "Tax Font Download";
 
 std::string SendRawFile(Spooler& spooler, const fs::path& file, const std::string& documentName, std::string_view extra) {
     try {
-        const std::string contents = ReadWholeFile(file);
+        const std::string contents = ReadPrinterFile(file);
         spooler.StartDocument(documentName);
         spooler.Write(contents);
         if (!extra.empty()) spooler.Write(extra);
@@ -26,7 +27,8 @@ std::string SendRawFile(Spooler& spooler, const fs::path& file, const std::strin
     }
 }
 
-std::string PagePrint::OverflowText() const {
+std::string PagePrint::Warning() const {
+    if (!Unreadable.empty()) return Unreadable;
     if (!Overflows()) return {};
     return "The page needs " + std::to_string(Length) + " bytes and a print takes " + std::to_string(PrintBuffer::kSize) +
            ": its last lines would be missing. Print it as PDF";
@@ -38,7 +40,11 @@ PagePrint PreparePrint(const AppPath& paths, const fs::path& folder, const FormP
     print.ValuesName = PrintedFileName(page);
     print.Values = FindValues(folder, print.ValuesName);
     print.Blank = paths.Find("Laser/" + print.Code + ".HP");
-    print.Length = PrintedValues(print.Values).size();
+    try {
+        print.Length = PrintedValues(print.Values).size();
+    } catch (const PlatformError& failure) {
+        print.Unreadable = failure.what();
+    }
     return print;
 }
 
@@ -67,8 +73,10 @@ std::string DownloadSoftFonts(Spooler& spooler, const AppPath& paths) {
 }
 
 std::string TestPage(std::string_view destination) {
-    // Letter upright, 66 lines of 6 to the inch, Courier of 10 characters to the inch: as the blanks leave the printer.
-    std::string page = "\x1B&l0O\x1B&l8c66p\x1B&l0e66f0L\x1B&a0L\x1B(s0p10h12v0s0b3T\x1B&a6r8C";
+    PclWriter blank;
+    blank.BeginPage();
+    blank.EndPage();
+    std::string page = blank.Bytes() + "\r\n\r\n\r\n\r\n\r\n\r\n        ";
     page.append("Tallymar prints form pages here.\r\n\r\n        ").append(destination).append("\r\n\f");
     return page;
 }

@@ -25,16 +25,17 @@ struct PagePrint {
     std::filesystem::path Values;  // may not be there: the blank prints without values
     std::filesystem::path Blank;   // empty when there is none
     std::size_t Length = 0;        // what the values need of PrintBuffer::kSize
+    std::string Unreadable;        // why the values cannot be read, in one line; empty when they can or are not there
 
     std::string Title() const { return "Print Form " + Code; }
     std::string DocumentName() const { return Code + ".JOB"; }
     bool Overflows() const { return Length > PrintBuffer::kSize; }
-    // One line for whoever is about to print such a page; empty when it fits.
-    std::string OverflowText() const;
+    // One line for whoever is about to print a page that would lack values; empty when it has them all.
+    std::string Warning() const;
     // "Laser\CODE.HP", as users know the blank.
     std::string BlankName() const { return "Laser\\" + Code + ".HP"; }
 };
-// folder: of the values. Failures: those of reading the values.
+// folder: of the values.
 PagePrint PreparePrint(const AppPath& paths, const std::filesystem::path& folder, const FormPageInfo& page);
 
 // Prints the page raw: its blank, then what the buffer holds of its values, which is empty again afterwards. Values that

@@ -5,15 +5,15 @@
 #include <string_view>
 #include <utility>
 
+#include "formoutput/FormFiles.h"
 #include "platform/runtime/PlatformError.h"
 #include "platform/runtime/SequentialFile.h"
 #include "platform/spooler/PrintQueues.h"
+#include "platform/spooler/Spooler.h"
 
 namespace tallymar {
 
 namespace {
-
-constexpr const char* kFileName = "Printer.dat";
 
 using Kind = PrintDestination::Kind;
 constexpr auto kKinds = std::to_array<std::pair<Kind, std::string_view>>({
@@ -41,9 +41,13 @@ PrintDestination PrinterSettings::RawTo() const {
     return PrintDestination::Queue(Printer);
 }
 
+std::filesystem::path PrinterSettingsFile(const std::filesystem::path& folder) {
+    return folder / "Printer.dat";
+}
+
 std::optional<PrinterSettings> SavedPrinterSettings(const std::filesystem::path& folder) {
     try {
-        SequentialReader reader(folder / kFileName);
+        SequentialReader reader(PrinterSettingsFile(folder));
         PrinterSettings settings;
         settings.Printer = reader.ReadText();
         const std::string kind = reader.ReadText();
@@ -63,7 +67,7 @@ void SavePrinterSettings(const std::filesystem::path& folder, const PrinterSetti
     if (settings.Raw.Text().find('"') != std::string::npos) {
         throw PlatformError(Failure::InvalidCall, "The file's name holds a double quote, which the settings cannot");
     }
-    SequentialWriter writer(folder / kFileName);
+    SequentialWriter writer(PrinterSettingsFile(folder));
     writer.WriteQuotedLine(settings.Printer);
     const auto kind = std::find_if(kKinds.begin(), kKinds.end(), [&](const auto& one) { return one.first == settings.Raw.To(); });
     writer.WriteQuotedLine(kind == kKinds.end() ? kKinds.front().second : kind->second);
@@ -71,23 +75,35 @@ void SavePrinterSettings(const std::filesystem::path& folder, const PrinterSetti
     writer.Close();
 }
 
-PrintTarget LookAt(const PrintDestination& to) {
+PrintTarget LookAt(const PrintDestination& to, const AppPath& paths, const std::filesystem::path& folder) {
     switch (to.To()) {
         case Kind::Queue: {
             const QueueAbilities queue = AbilitiesOf(to.QueueName());
-            const bool takesPcl = TakesPcl(queue);
-            return {to, takesPcl, !IsRaw(queue),
-                    "The printer \"" + to.QueueName() +
-                        (takesPcl ? "\", which prints PCL" : "\", which is no PCL printer: it gets the page as PDF")};
+            PrintTarget target{to, TakesPcl(queue), !IsRaw(queue), "The printer \"" + to.QueueName() + "\", which "};
+            target.Says += target.TakesPcl   ? "prints PCL"
+                           : target.TakesPdf ? "is no PCL printer: it gets the page as PDF"
+                                             : "prints neither PCL nor PDF: the page can be saved as a PDF file";
+            return target;
         }
         case Kind::Port:
             return {to, true, false, "The printer at " + to.Text()};
         case Kind::File:
+            RequireNoFormFile(to.FilePath(), paths, folder);
             return {to, true, false, "The file " + to.Text() + ", which is replaced"};
         case Kind::None:
             break;
     }
-    throw PlatformError(Failure::DeviceError, "No printer has been chosen: choose one in Printer Setup");
+    throw NoPrinterChosen();
+}
+
+void RequireTakesSoftFonts(const PrintTarget& target) {
+    if (target.TakesPcl) return;
+    throw PlatformError(Failure::InvalidCall,
+                        "The printer \"" + target.To.QueueName() + "\" is no PCL printer: it has no use for soft fonts");
+}
+
+void RequireTakesPages(const PrintTarget& target) {
+    if (!target.TakesPcl && !target.TakesPdf) throw PlatformError(Failure::InvalidCall, target.Says);
 }
 
 }  // namespace tallymar

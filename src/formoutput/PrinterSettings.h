@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/spooler/PrintDestination.h"
+#include "store/AppPath.h"
 
 namespace tallymar {
 
@@ -19,6 +20,8 @@ struct PrinterSettings {
     friend bool operator==(const PrinterSettings&, const PrinterSettings&) = default;
 };
 
+// Where they are kept.
+std::filesystem::path PrinterSettingsFile(const std::filesystem::path& folder);
 // As they were saved; none without a file, or with one that says nothing usable.
 std::optional<PrinterSettings> SavedPrinterSettings(const std::filesystem::path& folder);
 // The same or else the print service's default printer, if it has one.
@@ -33,7 +36,12 @@ struct PrintTarget {
     bool TakesPdf = false;  // the print service makes of a PDF what the printer understands
     std::string Says;       // "The printer \"HP4\", which prints PCL"
 };
-// Asks the print service about a queue. Failures: those of AbilitiesOf; DeviceError when no printer has been chosen.
-PrintTarget LookAt(const PrintDestination& to);
+// Asks the print service about a queue. Failures: those of AbilitiesOf; DeviceError when no printer has been chosen; those of
+// RequireNoFormFile.
+PrintTarget LookAt(const PrintDestination& to, const AppPath& paths, const std::filesystem::path& folder);
+// Failure::InvalidCall for a printer that has no use for soft fonts.
+void RequireTakesSoftFonts(const PrintTarget& target);
+// Failure::InvalidCall for a printer that takes pages neither raw nor as PDF.
+void RequireTakesPages(const PrintTarget& target);
 
 }  // namespace tallymar

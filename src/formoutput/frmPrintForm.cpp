@@ -3,7 +3,9 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "formoutput/FormFiles.h"
 #include "formoutput/FormPagesPdf.h"
+#include "formoutput/PageEdits.h"
 #include "formoutput/PrintPCL.h"
 #include "formoutput/frmPrinterSetup.h"
 #include "platform/controls/CSCmdBtn.h"
@@ -69,13 +71,9 @@ void frmPrintForm::Look() {
     QString where;
     bool isReady = true;
     try {
-        target_ = LookAt(LoadPrinterSettings(paths_.Folder()).RawTo());
+        target_ = LookAt(LoadPrinterSettings(paths_.Folder()).RawTo(), paths_, paths_.Folder());
+        if (!hasPdf_) RequireTakesSoftFonts(target_);
         where = FailureToQString(target_.Says);
-        if (!target_.TakesPcl && !hasPdf_) {
-            where =
-                tr("The printer \"%1\" is no PCL printer: it has no use for soft fonts").arg(ToQString(target_.To.QueueName()));
-            isReady = false;
-        }
     } catch (const PlatformError& failure) {
         target_ = {};
         where = FailureToQString(failure.what());
@@ -101,6 +99,12 @@ void frmPrintForm::Choose(Choice choice) {
 
 namespace {
 
+PrintOutcome Canceled(const PagePrint& print, Prompts& prompts, std::string problem) {
+    const std::string said = "Printing of " + print.BlankName() + " was canceled";
+    prompts.Message(said, print.Title(), MessageKind::Information);
+    return {said, std::move(problem)};
+}
+
 // As a job of its own where a PDF can be printed; else, and without a printer, into a file that is asked for.
 PrintOutcome PrintAsPdf(const AppPath& paths, const PagePrint& print, const PrintTarget& target, Prompts& prompts) {
     const PrintDestination& to = target.To;
@@ -116,18 +120,13 @@ PrintOutcome PrintAsPdf(const AppPath& paths, const PagePrint& print, const Prin
                                            .FileName = print.Code + ".pdf",
                                            .DefaultExtension = "pdf",
                                            .AsksToOverwrite = true});
-    if (!file) return {};
+    if (!file) return Canceled(print, prompts, {});
+    RequireNoFormFile(*file, paths, paths.Folder());
     const class_Hourglass wait;
     FileReplacement replacement(*file);
     replacement.Write(FormPagesPdf(paths, paths.Folder(), {print.ValuesName}));
     replacement.Commit();
     return {"Saved as " + file->string(), {}};
-}
-
-PrintOutcome Canceled(const PagePrint& print, Prompts& prompts) {
-    const std::string said = "Printing of " + print.BlankName() + " was canceled";
-    prompts.Message(said, print.Title(), MessageKind::Information);
-    return {said, {}};
 }
 
 }  // namespace
@@ -138,21 +137,21 @@ PrintOutcome PrintWithDialog(const AppPath& paths, const FormPageInfo& page, boo
     QString what = frmPrintForm::tr("%1: the page of the file %2").arg(ToQString(page.Title), ToQString(print.ValuesName));
     if (page.PageForEachAsset)
         what = frmPrintForm::tr("%1 prints its first file, %2").arg(ToQString(page.Title), ToQString(print.ValuesName));
-    if (isUnsaved) what += frmPrintForm::tr("\nChanges on this page are not saved: the print does not have them");
-    frmPrintForm dialog(paths, ToQString(print.Title()), what, FailureToQString(print.OverflowText()), true, over);
+    if (isUnsaved) what += frmPrintForm::tr("\n%1: the print does not have them").arg(ToQString(kUnsavedChanges));
+    frmPrintForm dialog(paths, ToQString(print.Title()), what, FailureToQString(print.Warning()), true, over);
     dialog.ShowModal();
-    if (dialog.Chosen() == frmPrintForm::Choice::Cancel) return Canceled(print, prompts);
+    if (dialog.Chosen() == frmPrintForm::Choice::Cancel) return Canceled(print, prompts, {});
     try {
         const PrintDestination& to = dialog.Target().To;
         if (dialog.Chosen() == frmPrintForm::Choice::Pdf) return PrintAsPdf(paths, print, dialog.Target(), prompts);
         std::optional<class_Hourglass> wait;
-        if (!print.Overflows()) wait.emplace();  // else there is a message on the way
+        if (print.Warning().empty()) wait.emplace();  // else there is a message on the way
         Spooler spooler(to);
         if (std::string problem = PrintPage(spooler, print, buffer, prompts); !problem.empty()) return {{}, problem};
         spooler.Close();
         return {print.ValuesName + " was sent to " + to.Text(), {}};
     } catch (const PlatformError& failure) {
-        return {{}, failure.what()};
+        return Canceled(print, prompts, failure.what());
     }
 }
 

@@ -8,8 +8,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "formoutput/FormFiles.h"
 #include "formoutput/FormPagesPdf.h"
-#include "formoutput/PrintPCL.h"
 #include "platform/controls/CSCmdBtn.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
@@ -27,7 +27,6 @@ namespace {
 constexpr int kLongestPort = 120;
 constexpr int kLongestFile = 400;
 constexpr const char* kPrinterVariable = "PRINTER";  // what the print service takes for the user's default
-const QString kScheme = QStringLiteral("socket://");
 
 }  // namespace
 
@@ -40,7 +39,10 @@ frmPrinterSetup::frmPrinterSetup(const AppPath& paths, QWidget* parent)
     List1_ = Named(new QListWidget(this), "List1");
     SetHint(List1_, tr("The printers of this computer; the selected one is the program's printer"));
     List1_->installEventFilter(this);  // for its hint
-    connect(List1_, &QListWidget::itemActivated, this, Guarded([this] { Ok(); }));
+    connect(List1_, &QListWidget::itemActivated, this, Guarded([this](QListWidgetItem* item) {
+                item->setSelected(true);
+                Ok();
+            }));
     auto* label = new QLabel(tr("P&rinters"), this);
     Join(label, List1_);
 
@@ -79,7 +81,8 @@ frmPrinterSetup::frmPrinterSetup(const AppPath& paths, QWidget* parent)
         last = next;
     }
     const PrinterSettings settings = LoadPrinterSettings(paths_.Folder());
-    ShowPrinters(settings.Printer);
+    saved_ = settings.Printer;
+    ShowPrinters();
     ShowSettings(settings);
 }
 
@@ -113,14 +116,14 @@ QWidget* frmPrinterSetup::MakeWays() {
     return box;
 }
 
-void frmPrinterSetup::ShowPrinters(const std::string& current) {
+void frmPrinterSetup::ShowPrinters() {
     const class_Hourglass wait;
     for (const PrintQueue& queue : PrintQueues()) {
         QString text = ToQString(queue.Name);
         if (!queue.Description.empty()) text += QStringLiteral("   (%1)").arg(ToQString(queue.Description));
         auto* item = new QListWidgetItem(text, List1_);
         item->setData(Qt::UserRole, ToQString(queue.Name));
-        if (queue.Name == current) List1_->setCurrentItem(item);
+        if (queue.Name == saved_) List1_->setCurrentItem(item);
     }
     if (List1_->count() > 0) return;
     auto* none = new QListWidgetItem(tr("This computer has no printers"), List1_);
@@ -130,7 +133,7 @@ void frmPrinterSetup::ShowPrinters(const std::string& current) {
 void frmPrinterSetup::ShowSettings(const PrinterSettings& settings) {
     using Kind = PrintDestination::Kind;
     const Kind kind = settings.Raw.To();
-    if (kind == Kind::Port) sitxPort_->SetText(settings.Raw.Text().substr(static_cast<std::size_t>(kScheme.size())));
+    if (kind == Kind::Port) sitxPort_->SetText(settings.Raw.Text().substr(PrintDestination::kScheme.size()));
     if (kind == Kind::File) sitxFile_->setText(PathToQString(settings.Raw.FilePath()));
     ways_.at(kind == Kind::Port ? kToPort : kind == Kind::File ? kToFile : kToPrinter)->setChecked(true);
     ShowWay();
@@ -143,18 +146,24 @@ void frmPrinterSetup::ShowWay() {
 }
 
 std::optional<PrinterSettings> frmPrinterSetup::Read() {
-    PrinterSettings settings;
-    if (const QListWidgetItem* item = List1_->currentItem())
-        settings.Printer = ToWindows1252(item->data(Qt::UserRole).toString());
-    QWidget* field = sitxPort_;
+    // The current item is only where the keyboard stands.
+    const QList<QListWidgetItem*> selected = List1_->selectedItems();
+    PrinterSettings settings{.Printer = selected.isEmpty() ? saved_ : ToWindows1252(selected[0]->data(Qt::UserRole).toString()),
+                             .Raw = {}};
+    QWidget* field = List1_;
     try {
+        if (ways_[kToPrinter]->isChecked() && selected.isEmpty()) {
+            throw PlatformError(Failure::InvalidCall, "Select a printer in the list, or another way for the form pages");
+        }
         if (ways_[kToPort]->isChecked()) {
-            settings.Raw =
-                PrintDestination::Parse(ToWindows1252(kScheme) + sitxPort_->Text(), [](const std::string&) { return false; });
+            field = sitxPort_;
+            settings.Raw = PrintDestination::Parse(std::string(PrintDestination::kScheme) + sitxPort_->Text(),
+                                                   [](const std::string&) { return false; });
         } else if (ways_[kToFile]->isChecked()) {
             field = sitxFile_;
             const std::filesystem::path file = QStringToPath(sitxFile_->text());
             if (!file.is_absolute()) throw PlatformError(Failure::InvalidCall, "Enter the file with its whole path, from / on");
+            RequireNoFormFile(file, paths_, paths_.Folder());
             settings.Raw = PrintDestination::File(file);
         }
         return settings;
@@ -183,12 +192,8 @@ void frmPrinterSetup::Test() {
     if (!settings) return;
     try {
         const class_Hourglass wait;
-        const PrintTarget target = LookAt(settings->RawTo());
-        Spooler spooler(target.To);
-        spooler.StartDocument("Tallymar test", target.TakesPcl ? Spooler::Format::Raw : Spooler::Format::Pdf);
-        spooler.Write(target.TakesPcl ? TestPage(target.Says) : TestPagePdf(target.Says));
-        spooler.EndDocument();
-        spooler.Close();
+        const PrintTarget target = LookAt(settings->RawTo(), paths_, paths_.Folder());
+        SendTestPage(target);
         ShowResult(tr("A test page was sent to %1").arg(FailureToQString(target.To.Text())));
     } catch (const PlatformError& failure) {
         ShowWarning(FailureToQString(failure.what()));

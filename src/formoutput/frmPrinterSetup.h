@@ -25,7 +25,7 @@ class frmPrinterSetup : public CSForm {
     enum Way { kToPrinter, kToPort, kToFile, kWays };
 
     QWidget* MakeWays();
-    void ShowPrinters(const std::string& current);
+    void ShowPrinters();
     void ShowSettings(const PrinterSettings& settings);
     void ShowWay();
     // Of the controls. Refused in the status line, with the keyboard in the field: nullopt.
@@ -35,6 +35,7 @@ class frmPrinterSetup : public CSForm {
     void Ok();
 
     AppPath paths_;
+    std::string saved_;  // the printer that the settings name
     QListWidget* List1_ = nullptr;
     std::array<QRadioButton*, kWays> ways_{};
     sitxEdit* sitxPort_ = nullptr;

@@ -71,6 +71,33 @@ TEST_F(FormPageCommands, AQueueGetsThePrintAndOneWithoutPclThePageAsPdf) {
     EXPECT_EQ(jobs[1].substr(0, 8), "%PDF-1.4");
 }
 
+TEST_F(FormPageCommands, AQueueThatHandsOnWhatItGetsGetsNoPdf) {
+    const PrivateCupsd service;
+    if (!service.Missing().empty()) GTEST_SKIP() << service.Missing();
+    for (const char* command : {"form-print pages 245621 --to postscript", "printer --use postscript --raw-to printer --test"}) {
+        EXPECT_THAT(cli.Bad(command), testing::HasSubstr("prints neither PCL nor PDF")) << command;
+    }
+    cli.Good("printer --use raw --test");
+    const std::vector<std::string> jobs = service.Jobs(1);
+    ASSERT_EQ(jobs.size(), 1U);
+    EXPECT_THAT(jobs[0], testing::HasSubstr("Tallymar prints form pages here."));
+    EXPECT_THAT(cli.Good("printer"), testing::HasSubstr("Form pages and soft fonts go to: raw\n"));
+    EXPECT_THAT(cli.Bad("printer --use other"), testing::HasSubstr("This computer has no printer \"other\""));
+}
+
+TEST_F(FormPageCommands, APrinterThatIsChosenIsKept) {
+    PortListener printer;
+    const std::string address = printer.Address();
+    EXPECT_THAT(cli.Good("printer --raw-to " + address + " --test"), testing::HasSubstr("A test page was sent to " + address));
+    EXPECT_EQ(printer.Stop().size(), 1U);
+    cli.Bad("printer --raw-to nothing");
+    EXPECT_THAT(cli.Good("printer"), testing::HasSubstr("go to: " + address + "\n"));
+    cli.Good("printer --raw-to out.prn");
+    EXPECT_THAT(cli.Good("printer"), testing::HasSubstr("go to: " + (cli.Folder() / "out.prn").string() + "\n"));
+    EXPECT_THAT(cli.Bad("form-print pages 245621 --to pages/245622.LDT"), testing::HasSubstr("name another file"));
+    EXPECT_THAT(cli.Bad("soft-fonts --to '" + kDelivered + "fonts/neltx06m.fnt'"), testing::HasSubstr("name another file"));
+}
+
 TEST_F(FormPageCommands, TheTextOfThePdfIsThatOfThePages) {
     cli.Good("form-pdf pages --out all.pdf");
     cli.Good("form-pdf pages --page 245622 --out - ");
@@ -87,7 +114,8 @@ TEST_F(FormPageCommands, TheTextOfThePdfIsThatOfThePages) {
     }
     EXPECT_GT(values, 50);
     EXPECT_THAT(cli.Bad("form-pdf pages --page 245626 --out x.pdf"), testing::HasSubstr("File not found: pages/245626.LDT"));
-    EXPECT_THAT(cli.Bad("form-pdf pages --out pages/245621.LDT"), testing::HasSubstr("is one of the pages"));
+    EXPECT_THAT(cli.Bad("form-pdf pages --out pages/245621.LDT"),
+                testing::HasSubstr("is one of the files that forms are made of"));
     EXPECT_THAT(cli.Bad("form-pdf . --out x.pdf"), testing::HasSubstr("There are no form pages in ."));
 }
 

@@ -52,7 +52,7 @@ TEST_F(Prints, APageOf4096BytesFitsAndOneMoreIsToldAndPrintedAsFarAsItWent) {
     EXPECT_EQ(Print("245621"), kBlank + fits + "\r\n\f");
     EXPECT_FALSE(PreparePrint(paths_, folder_.Path(), FormPageOf("245621")).Overflows());
     test::WriteAll(folder_ / "245621.LDT", "\\\\245621 \r\n  " + fits + "v\r\n\x1A");
-    EXPECT_EQ(PreparePrint(paths_, folder_.Path(), FormPageOf("245621")).OverflowText(),
+    EXPECT_EQ(PreparePrint(paths_, folder_.Path(), FormPageOf("245621")).Warning(),
               "The page needs 4097 bytes and a print takes 4096: its last lines would be missing. Print it as PDF");
     EXPECT_TRUE(prompts_.Messages.empty());
     EXPECT_EQ(Print("245621"), kBlank + fits + "v\r\n");
@@ -92,6 +92,28 @@ TEST_F(Prints, EightFontsAreEightDocumentsAndAMissingOneStopsNoOther) {
     sent.erase(sent.begin() + 2);
     twice.insert(twice.end(), sent.begin(), sent.end());
     EXPECT_EQ(printer.Stop(), twice);
+}
+
+TEST_F(Prints, ABlankWithoutEndIsNotRead) {
+    std::filesystem::resize_file(folder_ / "Laser/245621.HP", std::uintmax_t{1} << 40);
+    std::string problem;
+    Print("245621", &problem);
+    EXPECT_NE(problem.find("245621.HP is no file of a printer's commands: it is too long"), std::string::npos) << problem;
+}
+
+TEST_F(Prints, NoFileThatFormsAreMadeOfIsPrintedInto) {
+    test::WriteAll(folder_ / "Laser/245621.FPF", "");
+    test::WriteAll(folder_ / kSoftFonts[3], "");
+    test::WriteAll(folder_ / "28824107.LDT", "");
+    std::filesystem::create_hard_link(folder_ / "Laser/245621.HP", folder_ / "other.prn");
+    for (const std::string name : {"245622.ldt", "28824107.LDT", "Laser/245621.HP", "Laser/245621.FPF", "other.prn",
+                                   "fonts/neltx10b.fnt", "Printer.dat"}) {
+        if (name == "245622.ldt") test::WriteAll(folder_ / name, "");
+        EXPECT_EQ(test::FailureOf([&] { LookAt(PrintDestination::File(folder_ / name), paths_, folder_.Path()); }),
+                  Failure::PathAccess)
+            << name;
+    }
+    EXPECT_TRUE(LookAt(PrintDestination::File(folder_ / "out.prn"), paths_, folder_.Path()).TakesPcl);
 }
 
 TEST_F(Prints, WhereTheyGoIsRememberedBesideTheProfile) {

@@ -156,6 +156,55 @@ TEST_F(Viewer, AClickGoesToTheFieldAndDropsWhatWasBeingTyped) {
     EXPECT_EQ(Editor()->text(), "(1,234.50)");
     EXPECT_EQ(HintOf(*viewer), "What was typed before the click was not stored: Enter or Tab does that");
     EXPECT_EQ(sheet.GetFieldText(1, 2, 12), "Elm Street");
+    keys_.Type("5");
+    click(40, 2);  // of the same field
+    EXPECT_EQ(Editor()->text(), "(1,234.50)");
+    EXPECT_EQ(HintOf(*viewer), "What was typed before the click was not stored: Enter or Tab does that");
+}
+
+TEST_F(Viewer, WhatIsTypedOutlivesAnIconAndASaveThatIsCancelled) {
+    const auto viewer = Open("245621");
+    keys_.Type("Oak");
+    viewer->hide();
+    viewer->show();
+    EXPECT_EQ(viewer->findChild<QLineEdit*>("sitxEdit1")->text(), "Oak");
+    QApplication::setActiveWindow(viewer.get());
+    QString said;
+    Keyboard::WhenModal("QFileDialog", [&] {
+        Keyboard::WhenMessage(said);
+        keys_.Press(Qt::Key_Escape);
+    });
+    keys_.Alt(Qt::Key_S);
+    EXPECT_THAT(said.toStdString(), testing::StartsWith("User canceled Save Option for "));
+    EXPECT_EQ(Sheet(*viewer).GetFieldText(1, 2, 12), "Elm Street");
+    EXPECT_EQ(viewer->findChild<QLineEdit*>("sitxEdit1")->text(), "Oak");
+    EXPECT_TRUE(viewer->IsDirty());
+}
+
+TEST_F(Viewer, APageBeginsAtItsHeadWhenTheWindowHasGotItsSize) {
+    test::WriteAll(folder_ / "Laser/245622.FPF", std::string(85, ' ') + Record('T', 20, 0, 12) + Record('T', 21, 0, 12));
+    frmHPViewer viewer(paths_, "245622");
+    const QScrollBar& scroller = *viewer.findChild<QScrollBar*>("Scroller1");
+    viewer.resize(1000, 260);
+    viewer.show();
+    QApplication::processEvents();
+    EXPECT_GT(scroller.value(), 0);  // for the field to be seen
+    viewer.resize(1000, 800);
+    QApplication::processEvents();
+    EXPECT_EQ(scroller.value(), 0);
+}
+
+TEST_F(Viewer, AnAmountOfNothingOpensAs000) {
+    for (const char* zero : {"(   0.00)", "-0.00", "  0.", "    .00", "-"}) {
+        test::WriteAll(folder_ / "245621.LDT", "x\r\n \r\n" + std::string(30, ' ') + zero + "\r\n\x1A");
+        const auto viewer = Open("245621");
+        keys_.Press(Qt::Key_Tab);
+        EXPECT_EQ(Editor()->text(), "0.00") << zero;
+    }
+    test::WriteAll(folder_ / "245621.LDT", "x\r\n \r\n" + std::string(30, ' ') + "*ERROR*\r\n\x1A");
+    const auto viewer = Open("245621");
+    keys_.Press(Qt::Key_Tab);
+    EXPECT_EQ(Editor()->text(), "*ERROR*");
 }
 
 TEST_F(Viewer, TheGridStaysInPlaceAtEverySize) {
@@ -225,6 +274,48 @@ TEST_F(Viewer, PrintSendsTheFileAndSaysWhichOfForm8824) {
     });
     keys_.Alt(Qt::Key_P);
     EXPECT_EQ(said, "Printing of Laser\\288241.HP was canceled");
+
+    said.clear();
+    Keyboard::WhenModal("frmPrintForm", [&] {
+        Keyboard::WhenModal("QFileDialog", [&] {
+            Keyboard::WhenMessage(said);
+            keys_.Press(Qt::Key_Escape);
+        });
+        keys_.Alt(Qt::Key_D);
+    });
+    keys_.Alt(Qt::Key_P);
+    EXPECT_EQ(said, "Printing of Laser\\288241.HP was canceled");
+}
+
+TEST_F(Viewer, ValuesThatCannotBeReadAreToldAndTheBlankPrints) {
+    SavePrinterSettings(folder_.Path(), {"", PrintDestination::File(folder_ / "out.prn")});
+    const auto viewer = Open("245621");
+    test::WriteAll(folder_ / "245621.LDT", std::string(70000, ' '));
+    std::string warning;
+    QString said;
+    Keyboard::WhenModal("frmPrintForm", [&] {
+        warning = QApplication::activeModalWidget()->findChild<QLabel*>("lblWarning")->text().toStdString();
+        Keyboard::WhenMessage(said);
+        keys_.Alt(Qt::Key_P);
+    });
+    keys_.Alt(Qt::Key_P);
+    EXPECT_THAT(warning, testing::EndsWith("245621.LDT is no form page: it is too long"));
+    EXPECT_EQ(said, "ERROR 75 Reading 245621.LDT");
+    EXPECT_EQ(test::ReadAll(folder_ / "out.prn"), kBlank);
+
+    Keyboard::WhenModal("frmPrintForm", [&] {
+        Keyboard::WhenModal("QFileDialog", [&] {
+            Keyboard::WhenMessage(said);
+            QApplication::activeModalWidget()
+                ->findChild<QLineEdit*>("fileNameEdit")
+                ->setText(QString::fromStdString((folder_ / "a.pdf").string()));
+            keys_.Press(Qt::Key_Return);
+        });
+        keys_.Alt(Qt::Key_D);
+    });
+    keys_.Alt(Qt::Key_P);
+    EXPECT_EQ(said, "Printing of Laser\\245621.HP was canceled");
+    EXPECT_THAT(HintOf(*viewer).toStdString(), testing::HasSubstr("is no form page: it is too long"));
 }
 
 TEST_F(Viewer, ATooLongPageIsToldBeforeAnythingIsSentAndWhatGoesWrongStandsInTheHintLine) {
@@ -273,6 +364,28 @@ TEST_F(Viewer, PrinterSetupRemembersAPortThatWorks) {
     EXPECT_FALSE(setup.isVisible());
     EXPECT_EQ(LoadPrinterSettings(folder_.Path()).RawTo().Text(), "socket://" + address);
     EXPECT_EQ(printer.Stop(), std::vector<std::string>{TestPage("The printer at socket://" + address)});
+}
+
+TEST_F(Viewer, PrinterSetupTakesNoPrinterThatNobodyHasSelected) {
+    SavePrinterSettings(folder_.Path(), {"Gone", {}});
+    frmPrinterSetup setup(paths_);
+    setup.show();
+    QApplication::setActiveWindow(&setup);
+    auto& list = *setup.findChild<QListWidget*>("List1");
+    list.addItem("Other");
+    list.item(1)->setData(Qt::UserRole, "Other");
+    list.setCurrentRow(1, QItemSelectionModel::NoUpdate);  // as the keyboard does that only passes through
+    setup.findChild<QPushButton*>("OKButton")->click();
+    EXPECT_EQ(HintOf(setup), "Select a printer in the list, or another way for the form pages");
+    EXPECT_EQ(Keyboard::Name(), "List1");
+    setup.findChild<QRadioButton*>("optlRaw(2)")->setChecked(true);
+    auto& file = *setup.findChild<QLineEdit*>("sitxFile");
+    file.setText(QString::fromStdString((folder_ / "245621.LDT").string()));
+    setup.findChild<QPushButton*>("OKButton")->click();
+    EXPECT_THAT(HintOf(setup).toStdString(), testing::HasSubstr("is one of the files that forms are made of"));
+    file.setText(QString::fromStdString((folder_ / "out.prn").string()));
+    setup.findChild<QPushButton*>("OKButton")->click();
+    EXPECT_EQ(LoadPrinterSettings(folder_.Path()), (PrinterSettings{"Gone", PrintDestination::File(folder_ / "out.prn")}));
 }
 
 TEST_F(Viewer, SoftFontsAreDownloadedAfterAsking) {

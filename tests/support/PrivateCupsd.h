@@ -22,7 +22,8 @@
 namespace tallymar::test {
 
 // A print service of the test's own on loopback, whose queues write each job into a file: "raw" takes everything as it is, "pdf"
-// is a printer that understands PDF only. CUPS_SERVER names it while this lives.
+// is a printer that understands PDF only, "postscript" hands everything on to one that does not know PCL. CUPS_SERVER names it
+// while this lives.
 class PrivateCupsd {
  public:
     // Empty, or why there is none on this machine.
@@ -63,14 +64,21 @@ class PrivateCupsd {
                                                   "/spool\nAccessLog " + at + "/log/access\nErrorLog " + at +
                                                   "/log/error\nPageLog " + at + "/log/page\n");
         WriteAll(folder_ / "pdf.ppd", kPdfPrinter);
+        std::string raw = kPdfPrinter;
+        raw.replace(raw.find("CMD:PDF"), 7, "CMD:POSTSCRIPT");
+        constexpr std::string_view kName = "*NickName: \"PDF Printer";
+        raw.replace(raw.find(std::string("\n").append(kName)) + 1, kName.size(), "*NickName: \"Raw Printer");
+        WriteAll(folder_ / "postscript.ppd", raw);
         id_ = Start({kDaemon, "-f", "-c", at + "/cupsd.conf", "-s", at + "/cups-files.conf"});
         const std::string server = "127.0.0.1:" + std::to_string(port_);
         setenv("CUPS_SERVER", server.c_str(), 1);
         const std::string device = "tofile:" + at + "/jobs";
         for (int tries = 0; tries < 100; ++tries) {
             if (Run({kAdmin, "-h", server, "-p", "raw", "-E", "-v", device, "-m", "raw"})) {
-                if (!Run({kAdmin, "-h", server, "-p", "pdf", "-E", "-v", device, "-P", at + "/pdf.ppd"}))
-                    missing_ = "no PDF queue";
+                for (const std::string queue : {"pdf", "postscript"}) {
+                    if (!Run({kAdmin, "-h", server, "-p", queue, "-E", "-v", device, "-P", at + "/" + queue + ".ppd"}))
+                        missing_ = "no queue " + queue;
+                }
                 return;
             }
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
