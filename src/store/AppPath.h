@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <filesystem>
 
 namespace tallymar {
@@ -27,6 +28,8 @@ class AppPath {
     std::filesystem::path Backup() const { return folder_ / "Backup"; }
     std::filesystem::path Images() const { return folder_ / "Images"; }
 
+    // Where a file is looked for: the user's own folder, then the delivered one.
+    std::array<std::filesystem::path, 2> Folders() const { return {folder_, delivered_}; }
     // A file that is delivered with the program, by its name below the folder ("MACSDB05.DPP", "Laser/5662.HP") in any case of
     // its letters: the user's own where there is one, else the delivered one; empty when there is neither.
     std::filesystem::path Find(const std::filesystem::path& name) const;
