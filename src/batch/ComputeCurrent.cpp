@@ -112,7 +112,7 @@ std::string SummaryOf(const ComputeCurrentResult& result) {
 void ComputeCurrent(CompanySession& session, ADepre& engine, const ComputeCurrentOptions& options, Prompts& prompts,
                     ComputeCurrentResult& result, const std::function<void(const ComputedAsset&)>& onComputed) {
     result = {};
-    engine.BeginRun(session.RoundText());
+    engine.BeginRun(session.RoundText(), session.LimitsByLaw());
 
     recordset::RunBatch(session.Database(), recordset::OnFailure::KeepDone, [&] {
         AssetPass pass(session, prompts);

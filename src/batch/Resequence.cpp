@@ -7,6 +7,7 @@
 #include "platform/runtime/Windows1252.h"
 #include "store/AssetColumns.h"
 #include "store/AssetPass.h"
+#include "store/CompanyLimits.h"
 #include "store/Helpers.h"
 
 namespace tallymar {
@@ -125,7 +126,12 @@ std::optional<ResequenceCounts> Resequence(CompanySession& session, const Resequ
         recordset::Database database = recordset::Database::Open(*company);
         fill(database);
     } else {
-        CompanySession::MakeCompany(*company, fill);
+        // A company that is made for them computes as the one that they come from.
+        const Limits limits = LimitsOf(session.Database());
+        CompanySession::MakeCompany(*company, [&](recordset::Database& database) {
+            SetLimits(database, limits);
+            fill(database);
+        });
     }
     return counts;
 }

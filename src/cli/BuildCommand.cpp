@@ -54,7 +54,7 @@ void Run(const Options& options, Context& context) {
     AssetRecord record;
     session.ReadAssetRecord(record);
     ADepre& engine = context.Engine();
-    engine.BeginRun(session.RoundText());
+    engine.BeginRun(session.RoundText(), session.LimitsByLaw());
     DeprBuildGrid grid;
     BuildDepreciation(record, yearEnd, engine, grid);
     if (options.Save) session.WriteAssetRecord(record);

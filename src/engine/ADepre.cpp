@@ -50,18 +50,21 @@ ADepre::ADepre(TableFinder findTable) : tables_(std::move(findTable)) {}
 ADepre::ADepre(std::filesystem::path tableFolder)
     : ADepre([folder = std::move(tableFolder)](const std::string& name) { return FindAnyCase(folder, name); }) {}
 
-void ADepre::BeginRun(std::string roundText) {
+void ADepre::BeginRun(std::string roundText, std::shared_ptr<const Law> law) {
     roundText_ = std::move(roundText);
+    law_ = std::move(law);
     tables_.Forget();
 }
 
 void ADepre::ComputeDepreciation(AssetRecord& record, Date asOfDate, bool useMidQuarter, int book) {
     record_.TakeFrom(record, book);
+    record_.AutoLimits = nullptr;
     status_ = kStatusNone;
     if (const auto refusal = Refusal(record_, asOfDate)) {
         status_ = *refusal;
         record_.CurrDepr = CurrencyAmount();
     } else {
+        if (law_ != nullptr) record_.AutoLimits = AutoLimitsByLaw(*law_, record, book);
         const YearFacts facts = FactsOfYear(record_, asOfDate, useMidQuarter);
         record_.CurrDepr = ComputeYear(facts);
         if (ComputeMonth > 0 && book == kBookkeeping) record_.CurrDepr = MonthOfBookkeeping(record_.CurrDepr, facts);

@@ -2,12 +2,14 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "engine/DeprStatus.h"
 #include "engine/DepreciationTables.h"
 #include "engine/WorkingRecord.h"
 #include "engine/YearFacts.h"
+#include "law/Law.h"
 #include "platform/runtime/CurrencyAmount.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Trace.h"
@@ -17,9 +19,10 @@ namespace tallymar {
 
 // The depreciation engine: computes the current year of one book of one asset as of one date. A pure calculation over an
 // AssetRecord, except that the table computations read DepreciationTableFiles. Bad input yields a status, never a failure, with
-// two exceptions that reach the caller as PlatformError and leave its record as it was: a method that the formula types do not
-// know (TypeMismatch), and a table file that ends early, holds no percentages where they belong, or is asked for a year after the
-// 50th (InputPastEnd, TypeMismatch, SubscriptOutOfRange). A book outside 0 to 4 and an amount outside 64 bits fail as everywhere.
+// three exceptions that reach the caller as PlatformError and leave its record as it was: a method that the formula types do not
+// know (TypeMismatch); a table file that ends early, holds no percentages where they belong, or is asked for a year after the
+// 50th (InputPastEnd, TypeMismatch, SubscriptOutOfRange); and, by law, an automobile that the law's tables have no limits for yet
+// (ItemNotFound). A book outside 0 to 4 and an amount outside 64 bits fail as everywhere.
 //
 // One object serves any number of calls, one after the other, in runs: a run is one command over one or many assets, and sees
 // each table file as it was when the run first asked for it. A call allocates nothing, except for the first use of a table.
@@ -30,8 +33,8 @@ class ADepre {
     explicit ADepre(std::filesystem::path tableFolder);
 
     // Every command begins with this: tables are looked for afresh. roundText is the text of the company's Round column ("True"
-    // or "False").
-    void BeginRun(std::string roundText);
+    // or "False"). law: what the limits of automobiles go by; without it they are those of the program (AutoLimitTable.h).
+    void BeginRun(std::string roundText, std::shared_ptr<const Law> law = nullptr);
 
     // Every call from here on; nullptr for none. It must outlast the engine.
     void SetTrace(Trace* trace) { trace_ = trace; }
@@ -60,6 +63,7 @@ class ADepre {
 
     DepreciationTables tables_;
     std::string roundText_;
+    std::shared_ptr<const Law> law_;
     // Of the last call.
     WorkingRecord record_;
     DeprStatus status_ = kStatusNone;

@@ -15,7 +15,8 @@ struct AutoLimitRow {
     std::array<int, 4> Limits;
 };
 
-// A limit of 0 is no limit: automobiles from before 1987 are not held to one here. Vehicles of after 2007 take the last row.
+// A limit of 0 is no limit: automobiles from before 1987 are not held to one here. COMPAT: vehicles of all later years take the
+// last row, which is that of 2000 to 2003, unless the company goes by the law of the year (law/Law.h).
 inline constexpr auto kAutoLimits = std::to_array<AutoLimitRow>({
     {1984, 6, 17, {0, 0, 0, 0}},
     {1984, 12, 31, {0, 0, 0, 0}},
@@ -45,7 +46,8 @@ inline constexpr auto kAutoLimits = std::to_array<AutoLimitRow>({
     {9999, 12, 31, {3060, 4900, 2950, 1775}},
 });
 
-// The first-year limit that came with the additional depreciation of the Job Creation and Worker Assistance Act of 2002.
+// The first-year limit that came with the additional depreciation of the Job Creation and Worker Assistance Act of 2002. COMPAT:
+// for every automobile since then, with or without it.
 inline constexpr int kFirstYearLimitWithAdditional = 7660;
 
 // The first moment after the row's last day, as a date serial.

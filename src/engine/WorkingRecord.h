@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "law/Law.h"
 #include "platform/runtime/CurrencyAmount.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/FixedText.h"
@@ -40,6 +41,8 @@ struct WorkingRecord {
     CurrencyAmount PrevDepr;
     CurrencyAmount ADPct;
     CurrencyAmount TaxCredit;
+
+    const AutomobileLimits* AutoLimits = nullptr;  // by law; nullptr: those of the program
 
     CurrencyAmount MaxDepr;  // what may be depreciated; each computation forms it
 

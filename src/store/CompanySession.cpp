@@ -7,6 +7,7 @@
 #include "platform/runtime/FileIdentity.h"
 #include "platform/runtime/PlatformError.h"
 #include "store/Books.h"
+#include "store/CompanyLimits.h"
 #include "store/Schema.h"
 
 namespace tallymar {
@@ -160,6 +161,11 @@ std::string CompanySession::RoundText() {
 Date CompanySession::FiscalYearEnd(int book) {
     const recordset::Value value = CompanyValue(BookOf(book).YearEndColumn);
     return value.IsDate() ? value.AsDate() : Date();
+}
+
+std::shared_ptr<const Law> CompanySession::LimitsByLaw() {
+    if (LimitsOf(Database()) != Limits::ByLaw) return nullptr;
+    return std::make_shared<const Law>(ReadLaw(appPath_.Folders()));
 }
 
 void CompanySession::TellObserver() {

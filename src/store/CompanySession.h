@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "law/Law.h"
 #include "platform/prompts/Prompts.h"
 #include "platform/recordset/Database.h"
 #include "platform/recordset/Recordset.h"
@@ -83,6 +84,9 @@ class CompanySession {
     std::string RoundText();       // "True" or "False", as the rounding of amounts is told it
     Date FiscalYearEnd(int book);  // date 0 when the profile holds none
     std::int64_t AssetCount();
+    // The law that the company's limits go by, as the tables are now; nullptr for a company whose limits are those delivered with
+    // the program. Failures as LimitsOf and ReadLaw.
+    std::shared_ptr<const Law> LimitsByLaw();
 
     // For a command that has saved or deleted assets: the observer hears of the first and of the last.
     void AssetsChanged();
