@@ -90,6 +90,10 @@ class Form4562 : public IrsForm {
     // among them the last is on no row, though in line 44; it is told as left out.
     std::vector<AmortRow> ShownAmortizations() const;
 
+    // Lines 1 and 3. COMPAT: those of 2002, whatever the fiscal year, unless the company goes by the law of its year.
+    CurrencyAmount ExpenseLimit() const { return expenseLimit_; }
+    CurrencyAmount ExpenseThreshold() const { return expenseThreshold_; }
+
     static constexpr int kAmortizationsOnPage = 2;
 
     // Slots of Lines beside the form's own.
@@ -107,6 +111,7 @@ class Form4562 : public IrsForm {
     void TakePriorYear(const AssetRecord& asset, int book);
     int ChooseClassRow(const AssetRecord& asset, int book);
     int ChooseBuildingRow(const AssetRecord& asset, int firstRow, std::string_view period);
+    void TakeLimits(const FormSettings& settings);
     void RoundColumns(const FormSettings& settings);
     void NameLostAmortizations();
 
@@ -115,6 +120,8 @@ class Form4562 : public IrsForm {
     std::vector<ListedRow> listed_;
     std::vector<ElectRow> election_;
     std::vector<AmortRow> amortization_;
+    CurrencyAmount expenseLimit_;
+    CurrencyAmount expenseThreshold_;
     CurrencyAmount listedAllowance_;  // for line 25
     CurrencyAmount inBook_;
     CurrencyAmount onForm_;

@@ -52,11 +52,10 @@ bool IsPartnership(const Form& form) {
 // In the order of their computation; a line that several steps set is put together from the former ones. Lines 10, 15 and 23 are
 // the preparer's: they stay 0 until entered on the page.
 // COMPAT: line 25, the special allowance of listed property, is in no total: line 28 has always begun at 0. The preparer adds it
-// in the viewer; each such asset is told below the form. COMPAT: both limits of Section 179 are those of 2002, whatever the
-// company's fiscal year.
+// in the viewer; each such asset is told below the form.
 constexpr auto kSteps = std::to_array<Step>({
-    {1, [](const Form&) { return Units(24000); }},
-    {3, [](const Form&) { return Units(200000); }},
+    {1, [](const Form& f) { return f.ExpenseLimit(); }},
+    {3, [](const Form& f) { return f.ExpenseThreshold(); }},
     {Form::kListedAbove,
      [](const Form& f) {
          return CountOf(f.Listed(), [](const auto& row) { return !row.ListedDesc.empty() && row.ListedPct > kHalfUse; });
@@ -152,6 +151,20 @@ void Form4562::NameLostAmortizations() {
     }
 }
 
+// A book without a year end has no tax year, and keeps the limits of the form's year.
+void Form4562::TakeLimits(const FormSettings& settings) {
+    expenseLimit_ = Units(24000);
+    expenseThreshold_ = Units(200000);
+    if (settings.LimitsByLaw == nullptr || settings.YearEnd.IsNone()) return;
+    const int year = TaxYearOf(settings.YearEnd);
+    const Section179Limits* limits = settings.LimitsByLaw->Section179(year);
+    if (limits == nullptr) {
+        throw PlatformError(Failure::ItemNotFound, "law/section179.txt has no limits of the tax year " + std::to_string(year));
+    }
+    expenseLimit_ = Units(limits->Limit);
+    expenseThreshold_ = Units(limits->Threshold);
+}
+
 void Form4562::RoundColumns(const FormSettings& settings) {
     const FormRounding round(settings.RoundText);
     for (ListedRow& row : listed_) {
@@ -183,6 +196,7 @@ void Form4562::ComputeLines(const FormSettings& settings) {
     RoundColumns(settings);
     lostInRounding_ = onForm_ - onForm();
 
+    TakeLimits(settings);
     lines_[25] = listedAllowance_;
     header_[1] = header_[3] = company_;
     header_[2] = id_;

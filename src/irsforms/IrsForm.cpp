@@ -43,7 +43,8 @@ FormSettings SettingsOf(CompanySession& session, const FormOptions& options) {
                           .Id = {},
                           .RoundText = session.RoundText(),
                           .YearEnd = session.FiscalYearEnd(options.Book),
-                          .Options = options};
+                          .Options = options,
+                          .LimitsByLaw = session.LimitsByLaw()};
     recordset::Recordset& company = session.CompanyRecordset();
     if (company.HasCurrentRow()) settings.Id = company.Get("ID").ToText();
     return settings;

@@ -71,6 +71,7 @@ struct FormSettings {
     std::string RoundText;
     Date YearEnd;  // of the book
     FormOptions Options;
+    std::shared_ptr<const Law> LimitsByLaw = {};  // of a company that goes by it
 };
 
 // What stands before a form while an asset is taken.

@@ -200,14 +200,34 @@ class ColumnReport {
         Label(kLabelColumn, "(E) Asset contains all or some 179 Expense");
     }
 
+    CurrencyAmount ExpenseOf(const WarningRow& row) const {
+        return row.Column == 0 ? sum179_ : writer_.Columns(row.Column).Total;
+    }
+
+    void Warn(const std::string& text) {
+        writer_.ReportRow += 1;
+        Label(kLeftColumn, text + "\r\n");
+    }
+
     void PrintWarning() {
+        if (run_.LimitsByLaw != nullptr) return PrintWarningByLaw(*run_.LimitsByLaw);
         const int year = run_.Filter.YearEnd.Year();
         for (const WarningRow& row : shape_.Warnings) {
-            const CurrencyAmount amount = row.Column == 0 ? sum179_ : writer_.Columns(row.Column).Total;
-            if (year < row.FirstYear || year > row.LastYear || amount <= Units(row.Limit)) continue;
-            writer_.ReportRow += 1;
-            Label(kLeftColumn, WarningText(row) + "\r\n");
-            return;
+            if (year < row.FirstYear || year > row.LastYear || ExpenseOf(row) <= Units(row.Limit)) continue;
+            return Warn(WarningText(row.Limit));
+        }
+    }
+
+    // One limit for the year, held against the year's expense: that of the table's first row.
+    void PrintWarningByLaw(const Law& law) {
+        if (shape_.Warnings.empty()) return;
+        const CurrencyAmount expense = ExpenseOf(shape_.Warnings.front());
+        const int year = TaxYearOf(run_.Filter.YearEnd);
+        const Section179Limits* limits = law.Section179(year);
+        if (limits == nullptr) {
+            if (expense > CurrencyAmount()) Warn(UnknownLimitText(year));
+        } else if (expense > Units(limits->Limit)) {
+            Warn(WarningText(limits->Limit));
         }
     }
 

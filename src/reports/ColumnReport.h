@@ -24,7 +24,8 @@ struct ReportRun {
     DetailTable* Details = nullptr;  // takes the detail lines as typed cells
     // Hears that the pages are complete: before a posting is committed, so that what it throws takes the posting back.
     std::function<void()> OnDrawn = {};
-    YearClosing* Closing = nullptr;  // posts each asset printed
+    YearClosing* Closing = nullptr;               // posts each asset printed
+    std::shared_ptr<const Law> LimitsByLaw = {};  // of a company that goes by it
 };
 
 // The loop of the family: page heads, one detail line an asset, the subtotals of the groups and the closing block, as the shape

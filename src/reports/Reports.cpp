@@ -130,7 +130,8 @@ ReportResult PrintReport(ReportRun& run) {
     const ReportOptions& options = run.Filter.Options;
     run.V.Source = run.Session.DatabaseFileName();
     run.V.Title = ReportTitle(run.Session, options);
-    run.Engine.BeginRun(run.Session.RoundText());
+    run.LimitsByLaw = run.Session.LimitsByLaw();
+    run.Engine.BeginRun(run.Session.RoundText(), run.LimitsByLaw);
     if (options.ReportNumber == kPostReport && options.UpdateDatabase) return PostYear(run);
     {
         const recordset::ReadSnapshot snapshot(run.Session.Database());

@@ -4,8 +4,12 @@
 
 namespace tallymar {
 
-std::string WarningText(const WarningRow& row) {
-    return "*** WARNING - Current Year 179 Expense EXCEEDS $" + Format(static_cast<long long>(row.Limit), "###,##0") + " ***";
+std::string WarningText(int limit) {
+    return "*** WARNING - Current Year 179 Expense EXCEEDS $" + Format(static_cast<long long>(limit), "###,##0") + " ***";
+}
+
+std::string UnknownLimitText(int taxYear) {
+    return "*** WARNING - NO 179 Limit of " + std::to_string(taxYear) + " in law/section179.txt ***";
 }
 
 }  // namespace tallymar

@@ -22,6 +22,8 @@ inline constexpr int kAnyEarlierYear = 0;
 inline constexpr int kAnyLaterYear = 9999;
 
 // "*** WARNING - Current Year 179 Expense EXCEEDS $5,000 ***"
-std::string WarningText(const WarningRow& row);
+std::string WarningText(int limit);
+// By law, of a tax year that the law's tables have no row for.
+std::string UnknownLimitText(int taxYear);
 
 }  // namespace tallymar
