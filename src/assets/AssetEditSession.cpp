@@ -2,9 +2,11 @@
 
 #include "assets/AssetRecordFields.h"
 #include "assets/EntryProblem.h"
+#include "assets/LawHints.h"
 #include "assets/NewAsset.h"
 #include "platform/runtime/Windows1252.h"
 #include "store/Books.h"
+#include "store/CompanyLimits.h"
 
 namespace tallymar {
 
@@ -291,7 +293,7 @@ bool AssetEditSession::Build(ADepre& engine, DeprBuildGrid& grid) {
         prompts_.Message(kYearEndsMissing, kTitle, MessageKind::Warning);
         return false;
     }
-    engine.BeginRun(company_.RoundText());
+    engine.BeginRun(company_.RoundText(), company_.LimitsByLaw());
     BuildDepreciation(editRecord_, yearEnd, engine, grid);
     return true;
 }
@@ -323,6 +325,7 @@ void AssetEditSession::Changed(AssetField field, int book) {
 bool AssetEditSession::Focused(AssetField field, int book) {
     const AssetFieldDef& def = FieldDef(field);
     if (!def.Hint.empty()) FieldHint = def.Hint;
+    AddLawHint(field, book);
     businessUseSetMethods_ = false;
     if (def.Arming != TabArming::None) {
         TabFocusArmed = def.Arming == TabArming::Arms;
@@ -341,6 +344,30 @@ bool AssetEditSession::Focused(AssetField field, int book) {
         default:
             return false;
     }
+}
+
+bool AssetEditSession::ByLaw() {
+    try {
+        return company_.IsOpen() && LimitsOf(company_.Database()) == Limits::ByLaw;
+    } catch (const PlatformError&) {
+        return false;  // computing tells it
+    }
+}
+
+// A table that cannot be read is told where it would have spoken: entering goes on.
+void AssetEditSession::AddLawHint(AssetField field, int book) {
+    HintByLaw = false;
+    if (!ByLaw()) return;
+    std::string hint;
+    try {
+        hint = LawHint(*company_.LimitsByLaw(), Values, field, company_.FiscalYearEnd(std::max(book, kFirstBook)));
+    } catch (const PlatformError& failure) {
+        hint = failure.what();
+    }
+    if (hint.empty()) return;
+    HintByLaw = true;
+    const std::string_view own = FieldDef(field).Hint;
+    FieldHint = own.empty() ? hint : std::string(own) + ". " + hint;
 }
 
 void AssetEditSession::Left(AssetField field) {

@@ -30,7 +30,8 @@ class AssetEditSession {
     AssetEditSession& operator=(const AssetEditSession&) = delete;
 
     AssetFieldValues Values;
-    std::string FieldHint;          // of the field that has the focus
+    std::string FieldHint;          // of the field that has the focus, with what the law says of it
+    bool HintByLaw = false;         // the law says something of it
     bool TabFocusArmed = false;     // a change of tab moves the focus to the new tab's first field
     bool AssetNumRejected = false;  // the last validation of the number refused a duplicate
     int Tab = kGeneralTab;          // the tab shown; rules may change it
@@ -50,6 +51,9 @@ class AssetEditSession {
         bool IsWarning = false;
     };
     std::optional<Notice> TakeNotice() { return std::exchange(notice_, std::nullopt); }
+    // The company's limits are those of the law.
+    bool ByLaw();
+
     // The field with the entry that kept the last command from storing the asset.
     std::optional<AssetField> Offending;
 
@@ -120,6 +124,7 @@ class AssetEditSession {
     void SetMirrors();
     void ValidateAssetNum();
     FieldRuleContext Context();
+    void AddLawHint(AssetField field, int book);
 
     CompanySession& company_;
     AssetEditState& state_;

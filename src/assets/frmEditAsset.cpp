@@ -21,6 +21,7 @@
 
 #include "assets/AllBooks.h"
 #include "assets/AssetPicture.h"
+#include "assets/LawHints.h"
 #include "assets/frmBookPage.h"
 #include "assets/frmDeprBuild.h"
 #include "assets/frmPicture.h"
@@ -29,6 +30,7 @@
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/Hourglass.h"
+#include "platform/controls/NumberEdit.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/controls/ScrollPage.h"
 #include "platform/runtime/Windows1252.h"
@@ -426,7 +428,9 @@ void frmEditAsset::OnFieldFocus(QWidget* field) {
     }
     const AssetControls::Control* control = controls_.Of(field);
     if (!control) return;
+    if (auto* amount = qobject_cast<sidbEdit*>(field)) amount->SetMaximum(MaximumOf(*control->Field, edit_.ByLaw()));
     edit_.Focused(control->Field->Id, control->Book);
+    if (edit_.HintByLaw) ShowMessage(ToQString(edit_.FieldHint));
     ShowAll();
     if (control->Field->Arming != TabArming::None) ShowTab(edit_.Tab);
 }

@@ -7,11 +7,13 @@
 #include <QVBoxLayout>
 
 #include "platform/controls/CSCmdBtn.h"
+#include "platform/controls/CSCombo.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/ScreenText.h"
 #include "platform/controls/sidtEdit.h"
 #include "platform/controls/sitxEdit.h"
+#include "store/CompanyLimits.h"
 
 namespace tallymar {
 
@@ -70,6 +72,10 @@ frmEditCompany::frmEditCompany(CompanySession& session, std::function<void(QWidg
         sidtYearEnd_[book] = Named(new sidtEdit(this), row.Control);
         rows.Add(tr(row.Label), sidtYearEnd_[book]);
     }
+    cboLimits_ = Named(new CSCombo(this), "cboLimits");
+    for (const LimitsName& name : kLimitsNames) cboLimits_->Add(name.Shown);
+    SetHint(cboLimits_, tr("Limits of automobiles and Section 179: those of 2003, or by the law of each year"));
+    rows.Add(tr("Limits"), cboLimits_);
     chkRound_ = Named(new QCheckBox(tr("Round to Dollar"), this), "chkRound");
     SetHint(chkRound_, tr("Check this box if you want amounts rounded to the dollar"));
     rows.AddWide(chkRound_);
@@ -108,6 +114,11 @@ void frmEditCompany::LoadEdit() {
     sidtBeginDate_->SetValue(profile.BeginDate);
     for (int book = kFirstBook; book <= kLastBook; ++book) sidtYearEnd_[book]->SetValue(profile.FiscalYearEnd[book]);
     chkRound_->setChecked(profile.Round);
+    try {
+        cboLimits_->Choose(NameOf(LimitsOf(session_.Database())).Shown);
+    } catch (const PlatformError&) {
+        cboLimits_->setCurrentIndex(-1);  // what stands there is no choice: here it can be made again
+    }
 }
 
 void frmEditCompany::Save() {
@@ -116,7 +127,11 @@ void frmEditCompany::Save() {
     profile.BeginDate = sidtBeginDate_->Value();
     for (int book = kFirstBook; book <= kLastBook; ++book) profile.FiscalYearEnd[book] = sidtYearEnd_[book]->Value();
     profile.Round = chkRound_->isChecked();
-    profile.Save(session_.CompanyRecordset());
+    const int limits = cboLimits_->currentIndex();
+    recordset::RunBatch(session_.Database(), recordset::OnFailure::AllOrNothing, [&] {
+        profile.Save(session_.CompanyRecordset());
+        if (limits >= 0) SetLimits(session_.Database(), kLimitsNames[static_cast<std::size_t>(limits)].Choice);
+    });
     emit Saved();
     Unload();
 }

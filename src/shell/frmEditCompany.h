@@ -13,6 +13,7 @@ class QCheckBox;
 
 namespace tallymar {
 
+class CSCombo;
 class sitxEdit;
 class sidtEdit;
 
@@ -45,6 +46,7 @@ class frmEditCompany : public CSForm {
     sidtEdit* sidtBeginDate_ = nullptr;
     PerBook<sidtEdit*> sidtYearEnd_;
     QCheckBox* chkRound_ = nullptr;
+    CSCombo* cboLimits_ = nullptr;
 };
 
 }  // namespace tallymar

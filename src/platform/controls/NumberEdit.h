@@ -23,6 +23,8 @@ class NumberEdit : public EntryEdit {
     };
 
     const Limits& GetLimits() const { return limits_; }
+    // For entries from here on; what stands in the field stays.
+    void SetMaximum(CurrencyAmount maximum) { limits_.Maximum = maximum; }
 
  protected:
     NumberEdit(const Limits& limits, QWidget* parent);
