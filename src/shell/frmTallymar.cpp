@@ -149,6 +149,7 @@ Tallymar::Tallymar(AppPath paths)
     area_ = new QMdiArea(this);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);  // what closes leads back to where its user came from
     area_->setBackground(palette().brush(QPalette::Mid));
     setCentralWidget(area_);
     connect(new QShortcut(Qt::CTRL | Qt::Key_F4, this), &QShortcut::activated, area_, &QMdiArea::closeActiveSubWindow);

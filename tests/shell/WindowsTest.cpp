@@ -340,8 +340,13 @@ TEST_F(MainWindow, CompanyProfileIsEnteredByKeyboard) {
 TEST_F(MainWindow, AFormThatClosesLeavesTheOneBelowInItsField) {
     Open(MakeCompany(true));
     In<QLineEdit>("frmEditAsset", "sitxDescrip2")->setFocus(Qt::TabFocusReason);
-    Action("mnuEditCompanyInformation")->trigger();
+    for (const char* name : {"mnuEditCompanyInformation", "mnuEditUserInformation"}) {
+        Action(name)->trigger();
+        QApplication::processEvents();
+    }
+    keys_.Press(Qt::Key_Escape);
     QApplication::processEvents();
+    EXPECT_EQ(Keyboard::Where(), "sitxCompany") << "back the way that led here";
     keys_.Press(Qt::Key_Escape);
     QApplication::processEvents();
     EXPECT_EQ(Keyboard::Where(), "sitxDescrip2");

@@ -78,8 +78,9 @@ class FocusStyle : public QProxyStyle {
             return;
         }
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        const bool hasEdge = element == PE_FrameLineEdit || element == PE_IndicatorCheckBox || element == PE_FrameMenu ||
-                             element == PE_IndicatorRadioButton || element == PE_FrameGroupBox || element == PE_FrameTabWidget;
+        const bool isField = element == PE_FrameLineEdit || element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
+        const bool isFrame = element == PE_FrameMenu || element == PE_FrameGroupBox || element == PE_FrameTabWidget;
+        const bool hasEdge = isField || (isFrame && IsBlack(*option));
         if (hasEdge && !(option->state & State_HasFocus)) DrawEdge(*option, *painter, element == PE_IndicatorRadioButton);
     }
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -105,10 +106,16 @@ class FocusStyle : public QProxyStyle {
         constexpr double kThick = 2.0;
         Draw(option, painter, QPen(option.palette.color(QPalette::Active, role), kThick), false);
     }
-    // Styles make the edges of controls from the color of the window, a shade darker: on black there would be none.
+    static bool IsBlack(const QStyleOption& option) { return option.palette.color(QPalette::Window) == Qt::black; }
+    // Styles make the edges of controls from the color of the window, a shade darker: on a dark one a box that is not checked
+    // could not be seen, and on black nothing.
     static void DrawEdge(const QStyleOption& option, QPainter& painter, bool round) {
-        if (option.palette.color(QPalette::Window) != Qt::black) return;
-        Draw(option, painter, QPen(option.palette.color(QPalette::WindowText), 1.0), round);
+        constexpr int kHalf = 128;  // of 255
+        if (option.palette.color(QPalette::Window).lightness() >= kHalf) return;
+        const QPalette::ColorRole role = IsBlack(option) ? QPalette::WindowText : QPalette::PlaceholderText;
+        QColor color = option.palette.color(role);
+        if (!IsBlack(option)) color.setAlphaF(0.7F);  // quieter than text
+        Draw(option, painter, QPen(color, 1.0), round);
     }
     static void Draw(const QStyleOption& option, QPainter& painter, const QPen& pen, bool round) {
         constexpr double kCorner = 2.0;
