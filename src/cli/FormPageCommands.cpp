@@ -161,7 +161,7 @@ struct OpenPage {
           Text(FormPageText::Read(*File.Page, Path)) {
         Edits.Show(File.Name(), ReadFormFields(FindLaserFile(context.Session().Paths(), File.Page->Code, "FPF")));
     }
-    int Count() const { return static_cast<int>(Edits.Fields().size()); }
+    int Count() const { return static_cast<int>(Edits.FieldList().size()); }
 
     FormPageFile File;
     fs::path Path;
@@ -175,7 +175,7 @@ void RunFields(const PageFlags& flags, Context& context) {
     TextTable table({Right, Left, Right, Right, Right, Left});
     table.AddRow({"Field", "Kind", "Line", "Column", "Width", "Text"});
     for (int i = 0; i < page.Count(); ++i) {
-        const FormField& field = page.Edits.Fields()[static_cast<std::size_t>(i)];
+        const FormField& field = page.Edits.FieldList()[static_cast<std::size_t>(i)];
         table.AddRow({std::to_string(i + 1), field.IsAmount ? "amount" : "text", std::to_string(field.Line),
                       std::to_string(field.Column + 1), std::to_string(field.Width), page.Edits.Get(i)});
     }
@@ -199,7 +199,7 @@ void RunSet(const PageFlags& flags, Context& context) {
     OpenPage page(flags, context);
     for (const std::string& argument : flags.Fields) {
         const auto [field, text] = ParseChange(argument, page.Count());
-        RequireFits(page.Edits.Fields()[static_cast<std::size_t>(field)], text);
+        RequireFits(page.Edits.FieldList()[static_cast<std::size_t>(field)], text);
         page.Edits.Store(field, text);
     }
     FileReplacement file(page.Path);

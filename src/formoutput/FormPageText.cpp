@@ -82,16 +82,16 @@ std::string FormPageText::Line(int line) const {
     return text;
 }
 
-std::string FormPageText::Get(int column, int line, int width) const {
+std::string FormPageText::GetFieldText(int column, int line, int width) const {
     const std::string text = Line(line);
     const auto start = static_cast<std::size_t>(std::max(column, 1)) - 1;
     if (start >= text.size() || width < 1) return {};
     return std::string(RTrim(std::string_view(text).substr(start, static_cast<std::size_t>(width))));
 }
 
-void FormPageText::Set(int column, int line, std::string_view text, int width) {
+void FormPageText::SetFieldText(int column, int line, std::string_view text, int width) {
     if (column < 1 || line < 1 || line > kPageLines || width < 1 || column + width - 1 > kPageColumns) return;
-    if (Get(column, line, width) == RTrim(text.substr(0, static_cast<std::size_t>(width)))) return;
+    if (GetFieldText(column, line, width) == RTrim(text.substr(0, static_cast<std::size_t>(width)))) return;
     if (line > LineCount()) lines_.resize(static_cast<std::size_t>(line));
     std::string& cells = lines_[static_cast<std::size_t>(line) - 1].Text;
     const auto start = static_cast<std::size_t>(column) - 1;

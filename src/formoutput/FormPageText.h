@@ -30,10 +30,10 @@ class FormPageText {
     static constexpr std::size_t kMostLines = 512;
 
     // The text of these cells, without the blanks at its end.
-    std::string Get(int column, int line, int width) const;
+    std::string GetFieldText(int column, int line, int width) const;
     // Puts the text into `width` cells from there, filled up with blanks or cut, control characters as blanks. What lies outside
     // the page is let be.
-    void Set(int column, int line, std::string_view text, int width);
+    void SetFieldText(int column, int line, std::string_view text, int width);
 
     // Line 1 to LineCount, without the blanks at its end; control characters are blanks.
     std::string Line(int line) const;

@@ -115,9 +115,9 @@ FormPlace::FormPlace(const FormPageInfo& page, int files) : page_(&page), files_
 
 void FormPlace::Next() {
     if (page_->PageForEachAsset) {
-        sequence_ = std::clamp(sequence_ + 1, 1, std::max(files_, 1));
-        nextEnabled_ = sequence_ < files_;
-        previousEnabled_ = sequence_ > 1;
+        pageSequence_ = std::clamp(pageSequence_ + 1, 1, std::max(files_, 1));
+        nextEnabled_ = pageSequence_ < files_;
+        previousEnabled_ = pageSequence_ > 1;
         return;
     }
     const FormPageInfo& before = *page_;
@@ -128,9 +128,9 @@ void FormPlace::Next() {
 
 void FormPlace::Previous() {
     if (page_->PageForEachAsset) {
-        sequence_ = std::max(sequence_ - 1, 1);
-        nextEnabled_ = sequence_ < files_;
-        previousEnabled_ = sequence_ > 1;
+        pageSequence_ = std::max(pageSequence_ - 1, 1);
+        nextEnabled_ = pageSequence_ < files_;
+        previousEnabled_ = pageSequence_ > 1;
         return;
     }
     if (const FormPageInfo* before = PageBefore(*page_)) {

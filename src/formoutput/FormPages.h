@@ -57,8 +57,8 @@ class FormPlace {
     FormPlace(const FormPageInfo& page, int files);
 
     const FormPageInfo& Page() const { return *page_; }
-    int Sequence() const { return sequence_; }
-    std::string FileName() const { return ValuesFileName(*page_, sequence_); }
+    int PageSequence() const { return pageSequence_; }
+    std::string FileName() const { return ValuesFileName(*page_, pageSequence_); }
     bool NextEnabled() const { return nextEnabled_; }
     bool PreviousEnabled() const { return previousEnabled_; }
 
@@ -67,7 +67,7 @@ class FormPlace {
 
  private:
     const FormPageInfo* page_;
-    int sequence_ = 1;
+    int pageSequence_ = 1;
     int files_;
     bool nextEnabled_;
     bool previousEnabled_ = false;

@@ -62,22 +62,22 @@ void PageEdits::Show(std::string fileName, std::vector<FormField> fields) {
         done_.clear();
     }
     fileName_ = std::move(fileName);
-    fields_ = std::move(fields);
-    fieldText_.assign(fields_.size(), std::nullopt);
+    fieldList_ = std::move(fields);
+    fieldText_.assign(fieldList_.size(), std::nullopt);
 }
 
 std::string PageEdits::Get(int field) const {
-    const FormField& at = fields_.at(static_cast<std::size_t>(field));
-    return text_.Get(at.Column + 1, at.Line, at.Width);
+    const FormField& at = fieldList_.at(static_cast<std::size_t>(field));
+    return text_.GetFieldText(at.Column + 1, at.Line, at.Width);
 }
 
 void PageEdits::Put(int field, const std::string& text) {
-    const FormField& at = fields_.at(static_cast<std::size_t>(field));
-    text_.Set(at.Column + 1, at.Line, text, at.Width);
+    const FormField& at = fieldList_.at(static_cast<std::size_t>(field));
+    text_.SetFieldText(at.Column + 1, at.Line, text, at.Width);
 }
 
 void PageEdits::Store(int field, std::string_view text) {
-    const FormField& at = fields_.at(static_cast<std::size_t>(field));
+    const FormField& at = fieldList_.at(static_cast<std::size_t>(field));
     const std::string before = Get(field);
     std::string put(text);
     if (at.IsAmount && put.size() < static_cast<std::size_t>(at.Width)) put.resize(static_cast<std::size_t>(at.Width), ' ');
@@ -102,7 +102,7 @@ int PageEdits::Undo() {
     int last = -1;
     for (const Change& change : changes) {
         // The file may have been written anew, with other fields, since.
-        if (static_cast<std::size_t>(change.Field) >= fields_.size()) continue;
+        if (static_cast<std::size_t>(change.Field) >= fieldList_.size()) continue;
         Store(change.Field, change.After);
         last = change.Field;
     }

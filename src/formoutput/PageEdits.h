@@ -29,7 +29,7 @@ class PageEdits {
     // The text is now that of another page, as its file has it, or of the same one again. What was unsaved is put away.
     void Show(std::string fileName, std::vector<FormField> fields);
 
-    const std::vector<FormField>& Fields() const { return fields_; }
+    const std::vector<FormField>& FieldList() const { return fieldList_; }
     // What the user has put into the field; none where nothing has been stored, or not any more.
     const std::optional<std::string>& FieldText(int field) const { return fieldText_.at(static_cast<std::size_t>(field)); }
 
@@ -61,7 +61,7 @@ class PageEdits {
 
     std::string fileName_;
     FormPageText& text_;
-    std::vector<FormField> fields_;
+    std::vector<FormField> fieldList_;
     std::vector<std::optional<std::string>> fieldText_;
     std::vector<Change> done_;
     std::map<std::string, std::vector<Change>> lost_;

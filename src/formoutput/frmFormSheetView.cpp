@@ -43,9 +43,9 @@ void FormSheetView::Save(const std::filesystem::path& path) const {
     file.Commit();
 }
 
-void FormSheetView::SetFont(const QString& name, double points, bool bold, bool italic) {
+void FormSheetView::SetFont(const QString& name, double size, bool bold, bool italic) {
     fontName_ = name;
-    fontPoints_ = points;
+    fontPoints_ = size;
     bold_ = bold;
     italic_ = italic;
     update();
@@ -71,14 +71,14 @@ int FormSheetView::LineAtY(int y) const {
     return static_cast<int>(std::floor(y / CellHeight())) + 1;
 }
 
-void FormSheetView::SetFormFile(PclDrawing blank) {
+void FormSheetView::FormFile(PclDrawing blank) {
     blank_ = std::move(blank);
     picture_ = QPixmap();
     marks_.clear();
     update();
 }
 
-void FormSheetView::SetDataFile(FormPageText values) {
+void FormSheetView::DataFile(FormPageText values) {
     text_ = std::move(values);
     update();
 }

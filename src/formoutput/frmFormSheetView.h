@@ -31,17 +31,17 @@ class FormSheetView : public QWidget {
 
     // Writes the page text as a values page, whole or not at all. Failures: those of FileReplacement.
     void Save(const std::filesystem::path& path) const;
-    // Of the values; points are those of a page at paper size.
-    void SetFont(const QString& name, double points, bool bold, bool italic);
-    std::string GetFieldText(int column, int line, int width) const { return text_.Get(column, line, width); }
+    // Of the values; the size is in points of a page at paper size.
+    void SetFont(const QString& name, double size, bool bold, bool italic);
+    std::string GetFieldText(int column, int line, int width) const { return text_.GetFieldText(column, line, width); }
     // Paints the background of a field, whose text may have changed.
     void MarkField(int column, int line, int width, SheetColor color);
     // Of a place in this widget: the column counted from 0, as fields have it, the line from 1.
     int ColumnAtX(int x) const;
     int LineAtY(int y) const;
-    // The blank to show; SetFormFile without marks and values of an earlier page.
-    void SetFormFile(PclDrawing blank);
-    void SetDataFile(FormPageText values);
+    // The blank to show, without the marks of an earlier page; and the values over it.
+    void FormFile(PclDrawing blank);
+    void DataFile(FormPageText values);
 
     FormPageText& Text() { return text_; }
 

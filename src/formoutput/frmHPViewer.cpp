@@ -116,8 +116,8 @@ void frmHPViewer::Load(const FormPlace& place) {
 
     sheet_->hide();
     place_ = place;
-    sheet_->SetFormFile(std::move(blank));
-    sheet_->SetDataFile(std::move(values));
+    sheet_->FormFile(std::move(blank));
+    sheet_->DataFile(std::move(values));
     edits_.Show(place_.FileName(), std::move(fields));
     ShowMarks();
     sheet_->show();
@@ -129,7 +129,7 @@ void frmHPViewer::Load(const FormPlace& place) {
     SetHint(cmdSave_, isOther ? tr("Save changes made to form: this page is %1, the name offered is %2")
                                     .arg(ToQString(place_.FileName()), ToQString(PrintedFileName(page)))
                               : tr("Save changes made to form"));
-    current_ = 0;
+    currentField_ = 0;
     isFresh_ = true;
     ShowHead();
     StartEdit();
@@ -164,7 +164,7 @@ std::string frmHPViewer::EditorText() const {
 }
 
 void frmHPViewer::StartEdit() {
-    if (edits_.Fields().empty()) {
+    if (edits_.FieldList().empty()) {
         for (QWidget* edit : std::initializer_list<QWidget*>{sidbEdit1_, sitxEdit1_}) edit->hide();
         editor_ = nullptr;
         sheet_->SetCurrent(0, 0, 0);
@@ -184,8 +184,8 @@ void frmHPViewer::StartEdit() {
     EntryEdit* other = editor_ == sidbEdit1_ ? static_cast<EntryEdit*>(sitxEdit1_) : sidbEdit1_;
     const QString place = tr("%1 %2 of %3, line %4, column %5")
                               .arg(field.IsAmount ? tr("Amount") : tr("Text"))
-                              .arg(current_ + 1)
-                              .arg(edits_.Fields().size())
+                              .arg(currentField_ + 1)
+                              .arg(edits_.FieldList().size())
                               .arg(field.Line)
                               .arg(field.Column + 1);
     editor_->setAccessibleName(place);
@@ -224,31 +224,31 @@ void frmHPViewer::PlaceEditor() {
 
 void frmHPViewer::Store() {
     if (!editor_) return;
-    edits_.Store(current_, EditorText());
+    edits_.Store(currentField_, EditorText());
     ShowMarks();
     editor_->setModified(false);
 }
 
 void frmHPViewer::ShowMarks() {
-    for (int i = 0; i < static_cast<int>(edits_.Fields().size()); ++i) {
-        const FormField& field = edits_.Fields()[static_cast<std::size_t>(i)];
+    for (int i = 0; i < static_cast<int>(edits_.FieldList().size()); ++i) {
+        const FormField& field = edits_.FieldList()[static_cast<std::size_t>(i)];
         sheet_->MarkField(field.Column + 1, field.Line, field.Width, edits_.FieldText(i) ? kStored : kMarked);
     }
 }
 
 void frmHPViewer::GoTo(int field) {
     isFresh_ = false;
-    current_ = std::clamp(field, 0, std::max(0, static_cast<int>(edits_.Fields().size()) - 1));
+    currentField_ = std::clamp(field, 0, std::max(0, static_cast<int>(edits_.FieldList().size()) - 1));
     StartEdit();
 }
 
 void frmHPViewer::Move(bool back) {
     Store();
-    GoTo(current_ + (back ? -1 : 1));
+    GoTo(currentField_ + (back ? -1 : 1));
 }
 
 void frmHPViewer::Click(int x, int y) {
-    const int field = FieldAt(edits_.Fields(), sheet_->ColumnAtX(x), sheet_->LineAtY(y));
+    const int field = FieldAt(edits_.FieldList(), sheet_->ColumnAtX(x), sheet_->LineAtY(y));
     if (field < 0) return;
     // COMPAT: the old field is not stored on this way.
     const bool isDropped = IsTyped();

@@ -66,7 +66,7 @@ class frmHPViewer : public CSForm {
     void Save();
     void Print();
 
-    const FormField& Current() const { return edits_.Fields().at(static_cast<std::size_t>(current_)); }
+    const FormField& Current() const { return edits_.FieldList().at(static_cast<std::size_t>(currentField_)); }
     std::string EditorText() const;
 
     AppPath paths_;
@@ -74,8 +74,8 @@ class frmHPViewer : public CSForm {
     FormPlace place_;
     FormSheetView* sheet_;
     PageEdits edits_;
-    int current_ = 0;      // of the fields, from 0
-    bool isFresh_ = true;  // nobody has moved on the page since it was loaded
+    int currentField_ = 0;  // of the fields, from 0
+    bool isFresh_ = true;   // nobody has moved on the page since it was loaded
     bool wasShown_ = false;
     PrintBuffer buffer_;
 

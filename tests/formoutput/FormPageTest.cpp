@@ -71,24 +71,24 @@ constexpr std::string_view kFile =
 TEST(FormPageText, IsTheFileWithoutItsFirstLineAndFirstTwoColumns) {
     const FormPageText page = FormPageText::Parse(std::string(kFile) + "behind the end", "x.LDT");
     EXPECT_EQ(page.LineCount(), 4);
-    EXPECT_EQ(page.Get(1, 2, 10), "Elm Street");
-    EXPECT_EQ(page.Get(17, 2, 20), "  12-345");
-    EXPECT_EQ(page.Get(9, 3, 10), "  1,234.");
-    EXPECT_EQ(page.Get(1, 1, 80) + page.Get(1, 4, 80) + page.Get(1, 66, 80), "");
+    EXPECT_EQ(page.GetFieldText(1, 2, 10), "Elm Street");
+    EXPECT_EQ(page.GetFieldText(17, 2, 20), "  12-345");
+    EXPECT_EQ(page.GetFieldText(9, 3, 10), "  1,234.");
+    EXPECT_EQ(page.GetFieldText(1, 1, 80) + page.GetFieldText(1, 4, 80) + page.GetFieldText(1, 66, 80), "");
     EXPECT_EQ(page.ToFile(), kFile);
 }
 
 TEST(FormPageText, AChangeTouchesItsOwnLineAlone) {
     FormPageText page = FormPageText::Parse(kFile, "x.LDT");
-    page.Set(1, 2, "Oak", 10);
-    page.Set(9, 3, "5", 10);
-    page.Set(3, 6, "new", 8);
-    page.Set(84, 1, "off", 3);  // beyond the page
-    page.Set(30, 1, "\r\n\x1A", 3);
+    page.SetFieldText(1, 2, "Oak", 10);
+    page.SetFieldText(9, 3, "5", 10);
+    page.SetFieldText(3, 6, "new", 8);
+    page.SetFieldText(84, 1, "off", 3);  // beyond the page
+    page.SetFieldText(30, 1, "\r\n\x1A", 3);
     EXPECT_EQ(page.ToFile(), "\\\\245621 \r\n \r\n  Oak               12-345 \r\nX         5 \r\n \r\n \r\n    new \r\n\x1A");
-    page.Set(1, 2, "Elm Street", 10);
-    page.Set(9, 3, "  1,234.", 10);
-    page.Set(3, 6, "", 8);
+    page.SetFieldText(1, 2, "Elm Street", 10);
+    page.SetFieldText(9, 3, "  1,234.", 10);
+    page.SetFieldText(3, 6, "", 8);
     EXPECT_EQ(page.ToFile(), std::string(kFile.substr(0, kFile.size() - 1)) + " \r\n \r\n\x1A");
 }
 
@@ -102,8 +102,8 @@ TEST(FormPageText, WithoutAFileIsAnEmptyPageOfItsCode) {
     const test::TempFolder folder;
     FormPageText page = FormPageText::Read(FormPageOf("245622"), folder / "245622.LDT");
     EXPECT_EQ(page.ToFile(), "\\\\145622 \r\n\x1A");
-    page.Set(80, 66, "x", 1);
-    EXPECT_EQ(FormPageText::Parse(page.ToFile(), "x").Get(80, 66, 1), "x");
+    page.SetFieldText(80, 66, "x", 1);
+    EXPECT_EQ(FormPageText::Parse(page.ToFile(), "x").GetFieldText(80, 66, 1), "x");
     test::WriteAll(folder / "245622.LDT", "");
     EXPECT_EQ(FormPageText::Read(FormPageOf("245622"), folder / "245622.LDT").ToFile(), "\\\\145622 \r\n\x1A");
     test::WriteAll(folder / "huge.LDT", std::string(70000, ' '));
