@@ -25,6 +25,7 @@ class Context {
 
     Prompts& Asking() { return prompts_; }
     CompanySession& Session();  // made on first use
+    const AppPath& Paths() { return Session().Paths(); }
     ADepre& Engine();
     // The company open for the command. Refused when what the command prints would go into it.
     CompanySession& Open(const std::filesystem::path& file);
@@ -71,6 +72,7 @@ void AddDeleteCommand(CLI::App& app, Context& context);
 void AddImportCommand(CLI::App& app, Context& context);
 void AddExportCommand(CLI::App& app, Context& context);
 void AddExchangeCommand(CLI::App& app, Context& context);
+void AddLawCommand(CLI::App& app, Context& context);
 
 // A new command is one row here.
 using AddCommand = void (*)(CLI::App&, Context&);
@@ -80,7 +82,7 @@ inline constexpr AddCommand kCommands[] = {
     AddLabelsCommand,     AddFormCommand,    AddFormPdfCommand, AddFormPrintCommand,  AddSoftFontsCommand,   AddPrinterCommand,
     AddFormFieldsCommand, AddFormSetCommand, AddLoanCommand,    AddChangeDeptCommand, AddChangeRangeCommand, AddSetBooksCommand,
     AddResequenceCommand, AddBackupCommand,  AddRestoreCommand, AddDeleteCommand,     AddImportCommand,      AddExportCommand,
-    AddExchangeCommand,
+    AddExchangeCommand,   AddLawCommand,
 };
 
 // A text of the command line as the program keeps text. Failure::InvalidCall when it holds a character that a company file

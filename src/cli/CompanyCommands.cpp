@@ -4,7 +4,9 @@
 
 #include "cli/Commands.h"
 #include "interchange/FieldText.h"
+#include "platform/recordset/Names.h"
 #include "platform/runtime/PlatformError.h"
+#include "store/CompanyLimits.h"
 #include "store/Schema.h"
 
 namespace tallymar::cli {
@@ -22,8 +24,13 @@ struct CompanyOptions {
     std::vector<std::string> Set;
 };
 
-void SetColumns(recordset::Recordset& company, const std::vector<std::string>& assignments) {
-    if (assignments.empty()) return;
+// Beside the columns of the company: the choice of its limits.
+constexpr std::string_view kLimits = "Limits";
+
+// Sets the columns named; gives the choice of limits, if one is named.
+std::optional<Limits> SetColumns(recordset::Recordset& company, const std::vector<std::string>& assignments) {
+    std::optional<Limits> limits;
+    if (assignments.empty()) return limits;
     // An open in a broken state may have left the table without its row.
     if (company.RecordCount() < 1) {
         company.AddNew();
@@ -38,6 +45,10 @@ void SetColumns(recordset::Recordset& company, const std::vector<std::string>& a
             throw PlatformError(Failure::InvalidCall, "--set wants COLUMN=VALUE, not \"" + FromArgument(assignment) + "\"");
         }
         const std::string name = FromArgument(assignment.substr(0, equals));
+        if (recordset::SameName(name, kLimits)) {
+            limits = LimitsOfWord(FromArgument(assignment.substr(equals + 1)));
+            continue;
+        }
         const recordset::Field* field = company.Definition().FindField(name);
         if (field == nullptr) throw PlatformError(Failure::ItemNotFound, "The company has no column \"" + name + "\"");
         const std::string text = assignment.substr(equals + 1);
@@ -49,15 +60,23 @@ void SetColumns(recordset::Recordset& company, const std::vector<std::string>& a
         }
     }
     company.Update();
+    return limits;
 }
 
-void PrintColumns(const recordset::Recordset& company) {
+void SetProfile(CompanySession& session, const std::vector<std::string>& assignments) {
+    recordset::RunBatch(session.Database(), recordset::OnFailure::AllOrNothing, [&] {
+        if (const auto limits = SetColumns(session.CompanyRecordset(), assignments)) SetLimits(session.Database(), *limits);
+    });
+}
+
+void PrintColumns(const recordset::Recordset& company, Limits limits) {
     std::string lines;
     for (const recordset::Field& field : company.Definition().Fields) {
         lines += field.Name + '=';
         if (company.HasCurrentRow()) AppendFieldText(company.Get(field.Name), lines);
         lines += '\n';
     }
+    if (limits != Limits::AsDelivered) lines += std::string(kLimits) + '=' + std::string(NameOf(limits).Word) + '\n';
     std::cout << lines;
 }
 
@@ -93,11 +112,12 @@ void AddCompanyCommand(CLI::App& app, Context& context) {
     auto options = std::make_shared<CompanyOptions>();
     CLI::App* command = app.add_subcommand("company", "Set and print the company's profile");
     command->add_option("FILE", options->File, "Company file")->required();
-    command->add_option("--set", options->Set, "COLUMN=VALUE; may be given many times")->allow_extra_args(true);
+    command->add_option("--set", options->Set, "COLUMN=VALUE, or Limits=Law or Limits=Delivered; may be given many times")
+        ->allow_extra_args(true);
     command->callback([options, &context] {
-        recordset::Recordset& company = context.Open(options->File).CompanyRecordset();
-        SetColumns(company, options->Set);
-        PrintColumns(company);
+        CompanySession& session = context.Open(options->File);
+        if (!options->Set.empty()) SetProfile(session, options->Set);
+        PrintColumns(session.CompanyRecordset(), LimitsOf(session.Database()));
     });
 }
 
