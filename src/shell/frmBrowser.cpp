@@ -72,8 +72,7 @@ frmBrowser::frmBrowser(const UpdateSites& sites, QNetworkAccessManager* network,
     connect(timTimer_, &QTimer::timeout, this, [this] { lblTitle_->setText(tr("Working...")); });
     connect(cboAddress_, &QComboBox::activated, this, [this] { Go(cboAddress_->currentText()); });
     connect(cboAddress_->lineEdit(), &QLineEdit::returnPressed, this, [this] { Go(cboAddress_->currentText()); });
-    connect(brwWebBrowser_, &QTextBrowser::anchorClicked, this,
-            [this](const QUrl& link) { Go(brwWebBrowser_->source().resolved(link).toString(QUrl::FullyEncoded)); });
+    connect(brwWebBrowser_, &QTextBrowser::anchorClicked, this, &frmBrowser::FollowLink);
     connect(loader_, &UpdateLoader::Loaded, this,
             Guarded([this](const QUrl& address, const QByteArray& html) { Show(address, html); }));
     connect(loader_, &UpdateLoader::Failed, this, &frmBrowser::ShowOwnPage);
@@ -88,6 +87,17 @@ void frmBrowser::Go(const QString& address) {
     if (!loader_->Load(address)) return;
     asked_ = address;
     timTimer_->start();
+}
+
+// A link may be told from the page that it stands in, or lead to another place of it.
+void frmBrowser::FollowLink(const QUrl& link) {
+    const QUrl here = brwWebBrowser_->document()->baseUrl();
+    const QUrl there = here.resolved(link);
+    if (there.hasFragment() && there.matches(here, QUrl::RemoveFragment)) {
+        brwWebBrowser_->scrollToAnchor(there.fragment(QUrl::FullyDecoded));
+    } else {
+        Go(there.toString(QUrl::FullyEncoded));
+    }
 }
 
 void frmBrowser::ShowTitle(const QString& text) {

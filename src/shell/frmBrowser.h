@@ -22,6 +22,7 @@ class frmBrowser : public CSForm {
 
  private:
     void Go(const QString& address);
+    void FollowLink(const QUrl& link);
     void Show(const QUrl& address, const QByteArray& html);
     void ShowOwnPage(const QString& why);
     void ShowTitle(const QString& text);

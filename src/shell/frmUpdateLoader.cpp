@@ -36,11 +36,13 @@ void UpdateLoader::Follow(const QUrl& address) {
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Tallymar"));
     QNetworkReply* reply = network_.get(request);
     reply_ = reply;
+    address_ = address;
     QTimer::singleShot(timeLimit_, reply, [this, reply] {
         if (reply == reply_) GiveUp(tr("The page did not come in time."));
     });
     connect(reply, &QNetworkReply::redirected, this, [this, reply](const QUrl& to) {
         if (sites_.Follow(to.toString(QUrl::FullyEncoded).toStdString())) {
+            address_ = to;
             emit reply->redirectAllowed();
         } else {
             GiveUp(tr("The page has moved to an address that is not allowed."));
@@ -64,7 +66,7 @@ void UpdateLoader::Finish(QNetworkReply& reply) {
         return;
     }
     reply_.clear();
-    emit Loaded(reply.url(), reply.readAll());
+    emit Loaded(address_, reply.readAll());
 }
 
 void UpdateLoader::GiveUp(const QString& why) {

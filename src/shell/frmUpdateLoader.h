@@ -38,6 +38,7 @@ class UpdateLoader : public QObject {
     QNetworkAccessManager& network_;
     int timeLimit_;
     QPointer<QNetworkReply> reply_;
+    QUrl address_;  // of the page that is loaded, as it was judged
 };
 
 }  // namespace tallymar
