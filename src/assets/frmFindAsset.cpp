@@ -29,6 +29,7 @@ constexpr std::int64_t kFirstRows = 200;  // more than any screen shows
 constexpr std::int64_t kRowsAtATime = 2000;
 constexpr qint64 kOpeningTime = 100;   // milliseconds that the opening may take to come to the current asset
 constexpr qint64 kTypingPause = 1000;  // milliseconds after which a key begins a new text
+constexpr int kLongestSearch = 100;    // characters: more than any asset has to be found by
 
 }  // namespace
 
@@ -122,6 +123,7 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
     txtSearch_ = Named(new QLineEdit(this), "txtSearch");
     txtSearch_->setPlaceholderText(tr("number, description, serial or G/L number"));
     txtSearch_->setClearButtonEnabled(true);
+    txtSearch_->setMaxLength(kLongestSearch);
     SetHint(txtSearch_, tr("Lists the assets that have these words in their number, description, serial or G/L number"));
     txtSearch_->setToolTip(HintOf(txtSearch_));
     txtSearch_->installEventFilter(this);
@@ -206,6 +208,11 @@ frmFindAsset::frmFindAsset(CompanySession& company, AssetEditState& state, Promp
 }
 
 frmFindAsset::~frmFindAsset() = default;
+
+// A form that has been closed may still be there while a message is up; its company may not.
+void frmFindAsset::OnUnload() {
+    filling_->stop();
+}
 
 void frmFindAsset::FillSome() {
     if (!found_.FillMore(kRowsAtATime)) filling_->stop();

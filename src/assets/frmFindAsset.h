@@ -32,6 +32,7 @@ class frmFindAsset : public CSForm {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void OnUnload() override;
     void Recall(const WindowMemory& memory) override;
     void Remember(WindowMemory& memory) const override;
 
