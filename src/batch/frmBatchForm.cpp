@@ -86,6 +86,12 @@ void frmBatchForm::OnFieldFocus(QWidget* field) {
     lblNote_->setToolTip(note);
 }
 
+void frmBatchForm::showEvent(QShowEvent* event) {
+    CSForm::showEvent(event);
+    // Its frame may have given the first field the keyboard before the form looked out for that.
+    if (QWidget* field = focusWidget()) OnFieldFocus(field);
+}
+
 void frmBatchForm::Run(const std::function<void(Prompts&)>& command) {
     if (MakeRoom && !MakeRoom()) return;
     lblResult_->clear();

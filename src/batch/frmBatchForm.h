@@ -38,6 +38,7 @@ class frmBatchForm : public CSForm {
     // What would surprise at this field: shown on a line of its own, under the hint, while the field has the keyboard.
     static void SetNote(QWidget* field, const QString& note);
     void OnFieldFocus(QWidget* field) override;
+    void showEvent(QShowEvent* event) override;
     // The closing button's caption once a command has run; empty leaves it as it is.
     void SetDoneCaption(const QString& caption) { doneCaption_ = caption; }
 

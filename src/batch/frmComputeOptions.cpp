@@ -96,8 +96,8 @@ frmComputeOptions::frmComputeOptions(CompanySession& session, ADepre& engine, QW
     all->addLayout(monthRow);
     all->addLayout(MakeFoot(
         Named(new CSCmdBtn(tr("OK"), this), "cmdOK"), [this](Prompts& prompts) { Compute(prompts); }, tr("&Close"),
-        kLastBook + 1));
-    SetDoneCaption({});  // the totals are read, and OK may be pressed again
+        kLastBook + 2));  // the summary may take two lines
+    SetDoneCaption({});   // the totals are read, and OK may be pressed again
 
     connect(silgMonth_, &EntryEdit::Changed, this, Guarded([this] { TakeMonth(); }));
 }
