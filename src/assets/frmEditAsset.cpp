@@ -10,13 +10,11 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMimeData>
 #include <QPainter>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
-#include <QUrl>
 #include <QVBoxLayout>
 
 #include "assets/AllBooks.h"
@@ -26,6 +24,7 @@
 #include "assets/frmDeprBuild.h"
 #include "assets/frmPicture.h"
 #include "platform/controls/CSCmdBtn.h"
+#include "platform/controls/DraggedFile.h"
 #include "platform/controls/EntryEdit.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
@@ -95,12 +94,6 @@ QIcon DifferenceMark(const QWidget& on) {
     painter.drawLine(QPointF(1.5, 7.8), QPointF(10.5, 7.8));
     painter.drawLine(QPointF(3.5, 11), QPointF(8.5, 1));
     return QIcon(picture);
-}
-
-// The one file that is dragged, if it lies on this computer.
-std::filesystem::path DraggedFile(const QDropEvent& event) {
-    const QList<QUrl> urls = event.mimeData()->urls();
-    return urls.size() == 1 && urls.front().isLocalFile() ? QStringToPath(urls.front().toLocalFile()) : std::filesystem::path();
 }
 
 bool IsPicture(const std::filesystem::path& file) {

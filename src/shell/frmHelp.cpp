@@ -25,6 +25,7 @@
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/Hourglass.h"
 #include "platform/controls/ScreenText.h"
+#include "platform/controls/WindowMemory.h"
 #include "store/AppPath.h"
 
 namespace tallymar {
@@ -285,6 +286,14 @@ void frmHelp::keyPressEvent(QKeyEvent* event) {
     } else {
         CSForm::keyPressEvent(event);
     }
+}
+
+void frmHelp::Recall(const WindowMemory& memory) {
+    if (const auto kept = memory.PlaceOf(objectName())) PutBack(*this, *kept);
+}
+
+void frmHelp::Remember(WindowMemory& memory) const {
+    memory.KeepPlace(objectName(), {.Frame = {pos(), size()}, .Maximised = isMaximized()});
 }
 
 QStringList HelpKeysOf(const QWidget* focus) {

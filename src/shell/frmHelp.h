@@ -47,6 +47,8 @@ class frmHelp : public CSForm {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void Recall(const WindowMemory& memory) override;
+    void Remember(WindowMemory& memory) const override;
 
  private:
     QWidget* MakeContents();

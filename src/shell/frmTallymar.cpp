@@ -3,16 +3,17 @@
 #include <algorithm>
 #include <memory>
 
+#include <QAbstractScrollArea>
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDropEvent>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMimeData>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QScreen>
@@ -21,7 +22,6 @@
 #include <QStyleOption>
 #include <QTimer>
 #include <QToolBar>
-#include <QUrl>
 
 #include "assets/CopyAsset.h"
 #include "assets/frmAllBooks.h"
@@ -43,6 +43,7 @@
 #include "irsforms/frmCreateForm.h"
 #include "loans/frmLoans.h"
 #include "platform/controls/CSForm.h"
+#include "platform/controls/DraggedFile.h"
 #include "platform/controls/EventGuard.h"
 #include "platform/controls/FieldRows.h"
 #include "platform/controls/Hourglass.h"
@@ -107,11 +108,6 @@ class ChildFrame : public QMdiSubWindow {
     bool focusNextPrevChild(bool next) override { return isVisible() && QMdiSubWindow::focusNextPrevChild(next); }
 };
 
-std::filesystem::path DraggedFile(const QDropEvent& event) {
-    const QList<QUrl> urls = event.mimeData()->urls();
-    return urls.size() == 1 && urls.front().isLocalFile() ? QStringToPath(urls.front().toLocalFile()) : std::filesystem::path();
-}
-
 QLabel* StatusPart(const char* name, const QString& spoken, QStatusBar* bar) {
     auto* label = Named(new QLabel(bar), name);
     label->setTextFormat(Qt::PlainText);
@@ -125,6 +121,23 @@ QLabel* StatusPart(const char* name, const QString& spoken, QStatusBar* bar) {
 void ShowPart(QLabel* label, const QString& text) {
     label->setText(text);
     label->setVisible(!text.isEmpty());
+}
+
+// A form of a few fields keeps its own size in the middle of a larger window: stretched, its fields would lie far apart. One that
+// scrolls or lists takes all the room that there is; lists that drop down are windows of their own.
+void KeepTogether(CSForm& form) {
+    const QList<QAbstractScrollArea*> areas = form.findChildren<QAbstractScrollArea*>();
+    const bool takesRoom = std::any_of(areas.begin(), areas.end(), [&](const auto* area) { return area->window() == &form; });
+    if (takesRoom || !form.layout()) return;
+    auto* contents = new QWidget(&form);
+    contents->setMinimumWidth(form.minimumWidth());
+    contents->setLayout(form.layout());  // which takes it off the form
+    auto* all = new QGridLayout(&form);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->addWidget(contents, 0, 1);
+    all->setColumnStretch(0, 1);
+    all->setColumnStretch(2, 1);
+    all->setRowStretch(1, 1);
 }
 
 QString ControlName(const MenuItem& item) {
@@ -456,7 +469,7 @@ void Tallymar::FillWindowMenu() {
 
 std::vector<std::string> Tallymar::RecentCompanies() const {
     std::vector<std::string> recent;
-    for (const QString& file : memory_->Texts(kRecentKey)) recent.push_back(file.toStdString());
+    for (const QString& file : memory_->Texts(kRecentKey).mid(0, kMostRecentCompanies)) recent.push_back(file.toStdString());
     return recent;
 }
 
@@ -509,8 +522,7 @@ void Tallymar::OpenChosen(const std::filesystem::path& path) {
 }
 
 void Tallymar::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DraggedFile(*event).empty() && !QApplication::activeModalWidget() && !class_Hourglass::Stands())
-        event->acceptProposedAction();
+    if (!DraggedFile(*event).empty()) event->acceptProposedAction();
 }
 
 void Tallymar::dropEvent(QDropEvent* event) {
@@ -645,6 +657,7 @@ void Tallymar::ShowChild(CSForm* form) {
         const auto* frame = dynamic_cast<const ChildFrame*>(other);
         return frame && frame->IsLeaving;
     });
+    KeepTogether(*form);
     auto* window = new ChildFrame;
     window->setWidget(form);
     area_->addSubWindow(window);
@@ -758,16 +771,8 @@ void Tallymar::ShowUnsaved(bool unsaved) {
 }
 
 void Tallymar::RecallPlace() {
-    const QRect room = screen()->availableGeometry();
-    resize(kFirstSize.boundedTo(room.size() * 0.9));
-    const auto kept = memory_->PlaceOf(kMainPlace);
-    if (!kept) return;
-    if (!kept->Frame.isEmpty()) {
-        const QRect place = Within(room, kept->Frame);
-        resize(place.size());
-        move(place.topLeft());
-    }
-    if (kept->Maximised) setWindowState(Qt::WindowMaximized);
+    resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
+    if (const auto kept = memory_->PlaceOf(kMainPlace)) PutBack(*this, *kept);
 }
 
 void Tallymar::RememberPlace() {

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
+#include <QDialog>
 #include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -203,6 +204,21 @@ TEST_F(MainWindow, WindowsComeBackWhereTheyWereAndTheMenuListsTheCompaniesOpened
     EXPECT_EQ(frame->geometry(), QRect(20, 10, 600, 400));
 }
 
+TEST_F(MainWindow, FieldsOfAFormStayTogetherInALargerFrame) {
+    Open(MakeCompany(true));
+    window_.resize(1300, 800);
+    const auto expectTogether = [&](const char* command, const char* form, const char* field) {
+        Action(command)->trigger();
+        ASSERT_NE(Form(form), nullptr) << form;
+        QCoreApplication::processEvents();
+        const int left = In<QWidget>(form, field)->mapTo(Form(form), QPoint()).x();
+        EXPECT_GT(left, Form(form)->width() / 10) << form;
+        EXPECT_LT(left, Form(form)->width() / 2) << form;
+    };
+    expectTogether("mnuEditUserInformation", "frmEditUser", "sitxCompany");
+    expectTogether("mnuActivitiesComputeCurrent", "frmComputeOptions", "chkCompute(1)");
+}
+
 TEST_F(MainWindow, AFileThatIsDroppedIsAPictureOrACompany) {
     const std::filesystem::path file = MakeCompany(true);
     Open(file);
@@ -220,16 +236,22 @@ TEST_F(MainWindow, AFileThatIsDroppedIsAPictureOrACompany) {
             if (on->acceptDrops()) QApplication::sendEvent(on, &enter);
             if (enter.isAccepted()) break;
         }
-        ASSERT_NE(on, nullptr);
-        QApplication::sendEvent(on, &event);
+        if (on) QApplication::sendEvent(on, &event);
+        return on != nullptr;
     };
+    {
+        QDialog question(&window_);
+        question.setModal(true);
+        question.show();
+        EXPECT_FALSE(drop(Form("frmEditAsset"), folder_ / "lathe.jpg")) << "nothing changes behind a modal window";
+    }
     QString said;
     Keyboard::WhenMessage(said);
-    drop(In<QLineEdit>("frmEditAsset", "sitxDescription"), folder_ / "lathe.jpg");
+    ASSERT_TRUE(drop(In<QLineEdit>("frmEditAsset", "sitxDescription"), folder_ / "lathe.jpg"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return In<QLineEdit>("frmEditAsset", "sitxPictureName")->text() == "lathe.jpg"; }));
     EXPECT_TRUE(std::filesystem::exists(folder_ / "Images" / "lathe.jpg"));
     EXPECT_EQ(In<QLineEdit>("frmEditAsset", "sitxDescription")->text(), "");
-    drop(In<QLineEdit>("frmEditAsset", "sitxDescription"), folder_ / "other.mdb");
+    ASSERT_TRUE(drop(In<QLineEdit>("frmEditAsset", "sitxDescription"), folder_ / "other.mdb"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return window_.Session().DatabaseFileName() == folder_ / "other.mdb"; }));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include <QScreen>
 #include <QSettings>
 #include <QWidget>
 
@@ -78,6 +79,15 @@ void WindowMemory::KeepPlace(const QString& window, const Place& place) {
     if (const auto before = PlaceOf(window); before && place.Maximised) kept.Frame = before->Frame;
     const QRect& frame = kept.Frame;
     Keep(PlaceKey(window), {frame.x(), frame.y(), frame.width(), frame.height(), kept.Maximised ? 1 : 0});
+}
+
+void PutBack(QWidget& window, const WindowMemory::Place& place) {
+    if (!place.Frame.isEmpty()) {
+        const QRect frame = Within(window.screen()->availableGeometry(), place.Frame);
+        window.resize(frame.size());
+        window.move(frame.topLeft());
+    }
+    if (place.Maximised) window.setWindowState(Qt::WindowMaximized);
 }
 
 QRect Within(const QRect& room, QRect frame) {

@@ -47,6 +47,9 @@ class WindowMemory : public QObject {
     std::unique_ptr<QSettings> settings_;
 };
 
+// A window of its own goes back to its place, within the screen that it is on.
+void PutBack(QWidget& window, const WindowMemory::Place& place);
+
 // The frame within the room: moved there where it hangs over the edge, cut where it is larger.
 QRect Within(const QRect& room, QRect frame);
 
