@@ -35,6 +35,7 @@ std::string CopyNumber(std::string_view prefix, long long k) {
     return std::string(prefix) + Format(k, PictureFor(prefix.size()));
 }
 
+// COMPAT: the row as it is stored is what is copied, whatever stands in the asset form.
 std::string CopySource(CompanySession& session, const std::string& given) {
     const recordset::Recordset& assets = session.AssetsRecordset();
     const std::string current = assets.HasCurrentRow() ? assets.Get("AssetNum").ToText() : std::string();
