@@ -40,10 +40,18 @@ std::string AutomobileHint(const Law& law, VehicleKind kind, Date acquired, Date
            std::string(KindName(limits->Kind));
 }
 
+// Classes of one period stand together: the hint has one line.
 std::string ClassesHint(const Law& law, Date inService) {
     std::string hint;
+    int years = 0;
     for (const PropertyClass* property : law.Classes(inService)) {
-        hint += (hint.empty() ? "By law " : "; ") + std::to_string(property->Years) + " years: " + property->Property;
+        if (property->Years != years) {
+            years = property->Years;
+            hint += (hint.empty() ? "By law " : "; ") + std::to_string(years) + " years: ";
+        } else {
+            hint += ", ";
+        }
+        hint += property->Property;
     }
     return hint;
 }
