@@ -14,6 +14,7 @@
 #include "platform/controls/sidtEdit.h"
 #include "platform/controls/sitxEdit.h"
 #include "platform/page/frmPreview.h"
+#include "platform/runtime/Windows1252.h"
 #include "reports/ReportTable.h"
 #include "store/Books.h"
 
@@ -226,6 +227,8 @@ void frmReportOptions::Run(const ReportFilter& filter) {
     }
     // A posting cannot be printed again: what was posted is shown, whatever became of its paper.
     const std::string done = posts ? PostedText(result.Copy) : std::string();
+    if (posts) posted_ = "The year is closed";
+    if (!result.Copy.empty()) posted_ += "; the company as it was before is " + FromUtf8(result.Copy.string());
     if (file) {
         PutInPlaceAndUnload(*file, document, done);
     } else {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "reports/Reports.h"
 #include "reports/frmDocumentForm.h"
 
@@ -24,6 +26,9 @@ class frmReportOptions : public frmDocumentForm {
 
     // The post report, ready to close the year.
     void ReadyToCloseYear();
+    // What a posting has done and where the company stands as it was before: to be said when the form has gone. Empty for what
+    // posts nothing.
+    const std::string& Posted() const { return posted_; }
 
  protected:
     void OnFieldFocus(QWidget* field) override;
@@ -55,6 +60,7 @@ class frmReportOptions : public frmDocumentForm {
     sitxEdit* sitxCodeSection_ = nullptr;
     sidtEdit* sidtYStart_ = nullptr;
     sidtEdit* sidtYEnd_ = nullptr;
+    std::string posted_;
 };
 
 }  // namespace tallymar

@@ -310,11 +310,14 @@ void Tallymar::WithoutEditForm(const std::function<void()>& command) {
 
 // What posts must not find the asset form open: its buffer could write a posted record back.
 void Tallymar::RunPostReport(const std::function<void(frmReportOptions&)>& prepare) {
+    std::string posted;
     WithoutEditForm([&] {
         frmReportOptions form(session_, engine_, this);
         prepare(form);
         form.ShowModal();
+        posted = form.Posted();
     });
+    ShowDone(posted);
 }
 
 void Tallymar::ImportAssets(QWidget* over) {
