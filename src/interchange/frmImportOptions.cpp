@@ -27,7 +27,7 @@ constexpr int kAddNew = 1;  // its place in optlDuplicate
 frmImportOptions::frmImportOptions(CompanySession& session, QWidget* parent)
     : frmExchangeForm("frmImportOptions", tr("Import Asset Records"), session, parent) {
     optlBook_ = MakeBookList(tr("Select Import Type"), this);
-    optlBook_->SetHints(tr("Company: the profile and all books; else the assets of one book"));
+    optlBook_->SetHints(tr("Company: profile and all books; else one book"));
     optlDuplicate_ = new CSOptList("optlDuplicate", tr("Duplicate Record Import"), {tr("Update Existing"), tr("Add New")}, this);
     optlDuplicate_->SetHints(tr("What becomes of a record whose asset number is there already"));
     counts_ = new frmCounts(tr("Import Statistics"), CountLines(ImportCounts()), this);

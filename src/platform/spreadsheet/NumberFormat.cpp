@@ -30,7 +30,7 @@ NumberMeaning MeaningOfFormat(std::string_view code) {
     return meaning;
 }
 
-// ECMA-376 part 1, 18.8.30: 14 to 22 and 45 to 47 everywhere, 27 to 36 and 50 to 58 in East Asian languages.
+// ECMA-376, 18.8.30: 14 to 22 and 45 to 47 everywhere, 27 to 36 and 50 to 58 in East Asian languages.
 NumberMeaning MeaningOfBuiltInFormat(int number) {
     constexpr std::array<std::array<int, 2>, 4> kDates = {{{14, 22}, {27, 36}, {45, 47}, {50, 58}}};
     for (const auto& [first, last] : kDates) {
